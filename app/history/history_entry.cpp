@@ -1,0 +1,1 @@
+#include "app/history/history_entry.h"

@@ -1,0 +1,1 @@
+#include "app/i18n/app_language.h"

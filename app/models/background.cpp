@@ -1,0 +1,1 @@
+#include "app/models/background.h"

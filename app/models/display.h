@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/date.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include <QString>
+
+/// The one way from the core's records to text on the screen. There is no way back: what a text shows may
+/// stand for more than one path.
+namespace display {
+
+/// Bytes as text, U+FFFD for what isn't UTF-8.
+QString text(std::string_view bytes);
+
+/// A size in the user's locale.
+QString size(std::int64_t bytes);
+
+} // namespace display
+
+/// The dates of rows.
+namespace ItemDateFormat {
+
+/// The day in the user's locale, medium style; none for no date.
+std::optional<QString> string(std::optional<platform::Date> date);
+
+} // namespace ItemDateFormat

@@ -1,0 +1,1 @@
+#include "app/models/scan_items_model.h"

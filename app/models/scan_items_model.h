@@ -1,0 +1,46 @@
+#pragma once
+
+#include "core/scan/scan_item.h"
+
+#include <QAbstractListModel>
+
+#include <set>
+#include <string>
+#include <vector>
+
+/// The rows of the cleanup list: the items of a result by category, in the order of the categories, within
+/// one in the order of the result. A row is ticked when its id is; two rows of one id are ticked together.
+class ScanItemsModel : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    enum Role {
+        CategoryRole = Qt::UserRole + 1, ///< the translation key of the category's name
+        NameRole,
+        ExplanationRole, ///< translation key
+        SizeRole,        ///< formatted
+        DateRole,        ///< formatted, empty when there is none
+        CheckedRole,
+    };
+
+    using QAbstractListModel::QAbstractListModel;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    void setItems(std::vector<ScanItem> items);
+    const std::vector<ScanItem>& rows() const { return m_rows; }
+
+    /// The ids that are ticked; whole set or one row's.
+    const std::set<std::string>& checked() const { return m_checked; }
+    void setChecked(std::set<std::string> ids);
+    Q_INVOKABLE void toggle(int row);
+
+Q_SIGNALS:
+    void checkedChanged();
+
+private:
+    std::vector<ScanItem> m_rows;
+    std::set<std::string> m_checked;
+};

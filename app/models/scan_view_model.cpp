@@ -1,0 +1,1 @@
+#include "app/models/scan_view_model.h"

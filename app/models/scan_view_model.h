@@ -1,0 +1,130 @@
+#pragma once
+
+#include "app/history/history_store.h"
+#include "app/models/scan_items_model.h"
+#include "core/scan/health_score.h"
+#include "core/scan/scan_result.h"
+#include "core/scan/storage_entry.h"
+#include "core/scan/trash_report.h"
+#include "platform/disk.h"
+#include "platform/executor.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+/// The state behind the cleanup screen. Interface thread only; the scan and the breakdown run in the
+/// background and their results are dropped when the model is gone. Observers are told once the new value can
+/// be read.
+class ScanViewModel : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool isScanning READ isScanning NOTIFY isScanningChanged)
+    Q_PROPERTY(bool hasResult READ hasResult NOTIFY resultChanged)
+    Q_PROPERTY(ScanItemsModel* items READ items CONSTANT)
+    Q_PROPERTY(int checkedCount READ checkedCount NOTIFY selectionChanged)
+    Q_PROPERTY(QString selectedSize READ selectedSize NOTIFY selectionChanged)
+    Q_PROPERTY(bool hasHealth READ hasHealth NOTIFY healthChanged)
+    Q_PROPERTY(int healthScore READ healthScore NOTIFY healthChanged)
+    Q_PROPERTY(QString freeDisk READ freeDisk NOTIFY healthChanged)
+    Q_PROPERTY(QString totalDisk READ totalDisk NOTIFY healthChanged)
+    Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm WRITE setShowDeleteConfirm NOTIFY
+                   showDeleteConfirmChanged)
+    Q_PROPERTY(bool showEmptyTrashConfirm READ showEmptyTrashConfirm WRITE setShowEmptyTrashConfirm NOTIFY
+                   showEmptyTrashConfirmChanged)
+    Q_PROPERTY(int deletedCount READ deletedCount NOTIFY lastDeletedCountChanged)
+    Q_PROPERTY(int trashEmptiedCount READ trashEmptiedCount NOTIFY trashReportChanged)
+    Q_PROPERTY(QString trashEmptiedSize READ trashEmptiedSize NOTIFY trashReportChanged)
+    Q_PROPERTY(int trashFailedCount READ trashFailedCount NOTIFY trashReportChanged)
+    Q_PROPERTY(bool trashCouldNotAccess READ lastTrashCouldNotAccess NOTIFY trashReportChanged)
+    Q_PROPERTY(QStringList trashFailedNames READ trashFailedNames NOTIFY trashReportChanged)
+    Q_PROPERTY(QStringList trashFailedReasonKeys READ trashFailedReasonKeys NOTIFY trashReportChanged)
+
+public:
+    /// Starts nothing and touches no file.
+    ScanViewModel(platform::Disk disk, HistoryStore& history, platform::Executor executor,
+                  QObject* parent = nullptr);
+
+    bool isScanning() const { return m_isScanning; }
+    const std::optional<ScanResult>& result() const { return m_result; }
+    const std::optional<HealthScore>& health() const { return m_health; }
+    const std::set<std::string>& checked() const { return m_items.checked(); }
+    std::int64_t selectedBytes() const; ///< of the ticked rows, computed at each call
+    bool showDeleteConfirm() const { return m_showDeleteConfirm; }
+    bool showEmptyTrashConfirm() const { return m_showEmptyTrashConfirm; }
+    std::optional<int> lastDeletedCount() const { return m_lastDeletedCount; }
+    std::optional<int> lastTrashEmptiedCount() const { return m_lastTrashEmptiedCount; }
+    std::optional<std::int64_t> lastTrashEmptiedBytes() const { return m_lastTrashEmptiedBytes; }
+    std::optional<int> lastTrashEmptiedFailed() const { return m_lastTrashEmptiedFailed; }
+    bool lastTrashCouldNotAccess() const { return m_lastTrashCouldNotAccess; }
+    const std::vector<TrashFailure>& lastTrashFailedDetails() const { return m_lastTrashFailedDetails; }
+    const std::vector<StorageEntry>& storageBreakdown() const { return m_storageBreakdown; }
+    bool isLoadingStorageBreakdown() const { return m_isLoadingStorageBreakdown; }
+    bool showStorageBreakdown() const { return m_showStorageBreakdown; }
+
+    void setChecked(std::set<std::string> ids) { m_items.setChecked(std::move(ids)); }
+    void setShowDeleteConfirm(bool show);
+    void setShowEmptyTrashConfirm(bool show);
+    void setShowStorageBreakdown(bool show);
+
+    Q_INVOKABLE void runScan();
+    Q_INVOKABLE void loadStorageBreakdown();
+    Q_INVOKABLE void requestDelete() { setShowDeleteConfirm(true); }
+    Q_INVOKABLE void confirmDelete(); ///< blocks while files are moved
+    Q_INVOKABLE void requestEmptyTrash() { setShowEmptyTrashConfirm(true); }
+    Q_INVOKABLE void confirmEmptyTrash(); ///< blocks while files are removed
+
+    // The same state as the screen shows it; -1 for a count that is absent.
+    bool hasResult() const { return m_result.has_value(); }
+    ScanItemsModel* items() { return &m_items; }
+    int checkedCount() const;
+    QString selectedSize() const;
+    bool hasHealth() const { return m_health.has_value(); }
+    int healthScore() const;
+    QString freeDisk() const;
+    QString totalDisk() const;
+    int deletedCount() const { return m_lastDeletedCount.value_or(-1); }
+    int trashEmptiedCount() const { return m_lastTrashEmptiedCount.value_or(-1); }
+    QString trashEmptiedSize() const; ///< empty when absent
+    int trashFailedCount() const { return m_lastTrashEmptiedFailed.value_or(-1); }
+    QStringList trashFailedNames() const;
+    QStringList trashFailedReasonKeys() const;
+
+Q_SIGNALS:
+    void isScanningChanged();
+    void resultChanged();
+    void selectionChanged();
+    void healthChanged();
+    void showDeleteConfirmChanged();
+    void showEmptyTrashConfirmChanged();
+    void lastDeletedCountChanged();
+    void trashReportChanged();
+    void storageBreakdownChanged();
+    void showStorageBreakdownChanged();
+
+private:
+    void setResult(std::optional<ScanResult> result);
+    void refreshHealth();
+
+    platform::Disk m_disk;
+    HistoryStore& m_history;
+    platform::Executor m_executor;
+    ScanItemsModel m_items;
+    bool m_isScanning = false;
+    std::optional<ScanResult> m_result;
+    std::optional<HealthScore> m_health;
+    bool m_showDeleteConfirm = false;
+    bool m_showEmptyTrashConfirm = false;
+    std::optional<int> m_lastDeletedCount;
+    std::optional<int> m_lastTrashEmptiedCount;
+    std::optional<std::int64_t> m_lastTrashEmptiedBytes;
+    std::optional<int> m_lastTrashEmptiedFailed;
+    bool m_lastTrashCouldNotAccess = false;
+    std::vector<TrashFailure> m_lastTrashFailedDetails;
+    std::vector<StorageEntry> m_storageBreakdown;
+    bool m_isLoadingStorageBreakdown = false;
+    bool m_showStorageBreakdown = false;
+};

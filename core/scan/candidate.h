@@ -1,0 +1,20 @@
+#pragma once
+
+#include "core/scan/scan_item.h"
+#include "platform/disk.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// An entry that a source of the scan proposes, before it is measured. Sources gather candidates from
+/// listings alone, so that all of them can be measured in one walk.
+struct Candidate {
+    std::string path;
+    ScanCategory category;
+    std::string_view explanation; ///< a translation key, a literal
+    bool safeByDefault;
+};
+
+/// The candidates as items, in their order, with sizes and dates; those of no size are dropped.
+std::vector<ScanItem> measured(const platform::Disk& disk, const std::vector<Candidate>& candidates);

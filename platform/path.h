@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Paths as text: nothing here touches a file. Paths are bytes, "/" separates names, and a trailing "/" is
+/// ignored where a name is asked for.
+namespace platform {
+
+/// The last name: "c" of "/a/b/c" and of "/a/b/c/"; "/" of "/".
+std::string_view lastComponent(std::string_view path);
+
+/// What follows the last dot of the last name; empty for ".app", "Foo." and "..app".
+std::string_view extension(std::string_view path);
+
+/// The last name without its extension and the dot before it: "com.example" of "com.example.editor".
+std::string_view stem(std::string_view path);
+
+/// `folder` + "/" + `name`, with one "/" between them.
+std::string joined(std::string_view folder, std::string_view name);
+
+/// The standardised form: absolute, without "//", ".", ".." and trailing "/"; ".." above the root is the
+/// root. Only text counts: links are not looked at. An empty or relative path comes back as given.
+std::string standardized(std::string_view path);
+
+/// Whether `path` lies somewhere below `folder` (both standardised).
+bool isBelow(std::string_view path, std::string_view folder);
+
+} // namespace platform

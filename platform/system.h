@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/descriptor.h"
+
+/// The system calls that differ between systems, as thin as they come: each returns what the call returns and
+/// leaves the host's errno. For the layer's own use.
+namespace platform::system {
+
+/// Opens the folder `name` in `folder` without following a link, just to pass through it: no permission to
+/// read it is needed. ELOOP or ENOTDIR for a link, ENOTDIR for what is no folder.
+Descriptor openToPassThrough(int folder, const char* name);
+
+/// Renames an entry; EEXIST when the new name is taken, by anything. Never replaces. EINVAL or ENOSYS where
+/// the file system or the kernel cannot promise that.
+int renameExclusively(int fromFolder, const char* fromName, int toFolder, const char* toName);
+
+/// Takes the user's immutable flag off an open file or folder; 0 also when it has none.
+int clearImmutableFlag(int descriptor);
+
+} // namespace platform::system

@@ -1,0 +1,158 @@
+#include "tests/support/temporary_disk.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/fsuid.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr unsigned nobody = 65534;
+
+[[noreturn]] void fail(const std::string& what) {
+    std::perror(what.c_str());
+    std::abort();
+}
+
+void check(bool succeeded, const std::string& what) {
+    if (!succeeded)
+        fail(what);
+}
+
+bool setImmutableFlag(const std::string& hostPath, bool immutable) {
+    const platform::Descriptor file(open(hostPath.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
+    int flags = 0;
+    if (!file || ioctl(file.number(), FS_IOC_GETFLAGS, &flags) != 0)
+        return false;
+    flags = immutable ? flags | FS_IMMUTABLE_FL : flags & ~FS_IMMUTABLE_FL;
+    return ioctl(file.number(), FS_IOC_SETFLAGS, &flags) == 0;
+}
+
+} // namespace
+
+TemporaryDisk::TemporaryDisk() {
+    std::string pattern = (fs::temp_directory_path() / "lumvale-test-XXXXXX").string();
+    check(mkdtemp(pattern.data()) != nullptr, pattern);
+    m_root = pattern;
+    fs::create_directories(host("~"));
+    for (const char* folder : {"/", "/Users", "/Users/me"})
+        check(chmod(host(folder).c_str(), 0777) == 0, folder);
+    auto disk = platform::Disk::open(m_root, path("~"));
+    check(static_cast<bool>(disk), m_root);
+    m_disk = *disk;
+}
+
+TemporaryDisk::~TemporaryDisk() {
+    // The shell's tool, not the product's: a fault in what is tested must not hide behind the clean-up.
+    const std::string command = "chattr -R -f -i '" + m_root + "' 2>/dev/null; chmod -R u+rwx '" + m_root
+                                + "' 2>/dev/null; rm -rf '" + m_root + "'";
+    if (std::system(command.c_str()) != 0)
+        std::fprintf(stderr, "left behind: %s\n", m_root.c_str());
+}
+
+void TemporaryDisk::make(std::initializer_list<std::string_view> lines) const {
+    for (const std::string_view line : lines)
+        make(line);
+}
+
+void TemporaryDisk::make(std::string_view line) const {
+    constexpr std::string_view arrow = " -> ";
+    if (const std::size_t at = line.find(arrow); at != std::string_view::npos) {
+        const std::string link = host(line.substr(0, at));
+        fs::create_directories(fs::path(link).parent_path());
+        check(symlink(std::string(line.substr(at + arrow.size())).c_str(), link.c_str()) == 0, link);
+        return;
+    }
+    if (line.ends_with('/')) {
+        fs::create_directories(host(line.substr(0, line.size() - 1)));
+        return;
+    }
+    std::int64_t size = 0;
+    if (const std::size_t space = line.rfind(' ');
+        space != std::string_view::npos && space + 1 < line.size()
+        && std::all_of(line.begin() + static_cast<std::ptrdiff_t>(space) + 1, line.end(),
+                       [](char c) { return c >= '0' && c <= '9'; })) {
+        size = std::stoll(std::string(line.substr(space + 1)));
+        line = line.substr(0, space);
+    }
+    const std::string file = host(line);
+    fs::create_directories(fs::path(file).parent_path());
+    const platform::Descriptor made(open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
+    check(made && ftruncate(made.number(), size) == 0, file);
+}
+
+void TemporaryDisk::write(std::string_view path, std::string_view content) const {
+    const std::string file = host(path);
+    fs::create_directories(fs::path(file).parent_path());
+    std::ofstream stream(file, std::ios::binary);
+    stream << content;
+    check(stream.good(), file);
+}
+
+std::string TemporaryDisk::read(std::string_view path) const {
+    std::ifstream stream(host(path), std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+void TemporaryDisk::setModified(std::string_view path, platform::Date date) const {
+    const double seconds = platform::secondsSince1970(date);
+    const double whole = std::floor(seconds);
+    timespec times[2]{};
+    times[0].tv_nsec = UTIME_OMIT;
+    times[1] = {static_cast<time_t>(whole), static_cast<long>((seconds - whole) * 1e9)};
+    check(utimensat(AT_FDCWD, host(path).c_str(), times, AT_SYMLINK_NOFOLLOW) == 0, host(path));
+}
+
+void TemporaryDisk::setMode(std::string_view path, unsigned mode) const {
+    check(chmod(host(path).c_str(), mode) == 0, host(path));
+}
+
+bool TemporaryDisk::setImmutable(std::string_view path, bool immutable) const {
+    return setImmutableFlag(host(path), immutable);
+}
+
+bool TemporaryDisk::exists(std::string_view path) const {
+    struct stat status {};
+    return lstat(host(path).c_str(), &status) == 0;
+}
+
+std::string TemporaryDisk::path(std::string_view path) {
+    return path.starts_with('~') ? "/Users/me" + std::string(path.substr(1)) : std::string(path);
+}
+
+std::string TemporaryDisk::host(std::string_view path) const {
+    return m_root + TemporaryDisk::path(path);
+}
+
+OrdinaryUser::OrdinaryUser() {
+    if (geteuid() == 0) {
+        setfsgid(nobody);
+        setfsuid(nobody);
+    }
+}
+
+OrdinaryUser::~OrdinaryUser() {
+    if (geteuid() == 0) {
+        setfsuid(0);
+        setfsgid(0);
+    }
+}
+
+std::size_t openDescriptors() {
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
+}
