@@ -2,6 +2,7 @@
 
 #include "core/scan/scan_category.h"
 #include "platform/date.h"
+#include "platform/disk.h"
 
 #include <cstdint>
 #include <optional>
@@ -29,3 +30,6 @@ public:
 
     bool operator==(const ScanItem&) const = default;
 };
+
+/// When the entry at `path` was last changed, a link itself included; absent when that cannot be read.
+std::optional<platform::Date> fileModifiedDate(const platform::Disk& disk, std::string_view path);

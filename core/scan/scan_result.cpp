@@ -1,0 +1,10 @@
+#include "core/scan/scan_result.h"
+
+#include "platform/bytes.h"
+
+#include <utility>
+
+ScanResult::ScanResult(std::vector<ScanItem> list) : items(std::move(list)), totalBytes(0) {
+    for (const ScanItem& item : items)
+        totalBytes = platform::addBytes(totalBytes, item.sizeBytes);
+}

@@ -1,0 +1,51 @@
+#include "core/scan/scanner.h"
+
+#include "core/scan/large_files.h"
+#include "core/scan/sources.h"
+#include "core/uninstall/leftovers.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace LumvaleScanner {
+
+namespace {
+
+constexpr std::int64_t largeFileBytes = 52'428'800; // 50 MiB
+constexpr std::size_t mostLargeFiles = 300;
+
+template <class T>
+void append(std::vector<T>& list, std::vector<T> more) {
+    list.insert(list.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+}
+
+} // namespace
+
+ScanResult scan(const platform::Disk& disk) {
+    using enum ScanCategory;
+    const auto childrenOf = [&](std::string_view folder, ScanCategory category,
+                                std::string_view explanation) {
+        return scanDirectoryEntries(disk, disk.inHome(folder), category, explanation, true);
+    };
+
+    // The order of the sources counts: items of equal size stay in it.
+    std::vector<Candidate> candidates;
+    append(candidates, childrenOf("Library/Caches", cache, "exp_cache"));
+    append(candidates, childrenOf("Library/Logs", logs, "exp_logs"));
+    append(candidates, childrenOf(".Trash", trash, "exp_trash"));
+    append(candidates, scanOldDownloads(disk, disk.inHome("Downloads"), platform::now()));
+    append(candidates, childrenOf("Library/Developer/Xcode/DerivedData", cache, "exp_derived_data"));
+    append(candidates, childrenOf("Library/Developer/CoreSimulator/Caches", cache, "exp_simulator_cache"));
+    append(candidates, LumvaleUninstaller::orphanCandidates(disk));
+    append(candidates, LumvaleUninstaller::virtualMachineCandidates(disk));
+
+    std::vector<ScanItem> items = measured(disk, candidates);
+    append(items, scanLargeFiles(disk, disk.home(), largeFileBytes, mostLargeFiles));
+
+    std::stable_sort(items.begin(), items.end(),
+                     [](const ScanItem& a, const ScanItem& b) { return a.sizeBytes > b.sizeBytes; });
+    return ScanResult(std::move(items));
+}
+
+} // namespace LumvaleScanner

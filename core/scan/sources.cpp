@@ -1,0 +1,50 @@
+#include "core/scan/sources.h"
+
+#include "platform/folder.h"
+#include "platform/path.h"
+#include "platform/walk.h"
+
+#include <chrono>
+
+namespace LumvaleScanner {
+
+namespace {
+
+constexpr std::chrono::seconds oldDownloadAge{2'592'000}; // 30 days
+
+std::vector<std::string> childrenOf(const platform::Disk& disk, const std::string& folder) {
+    const platform::Result<std::vector<std::string>> names = platform::listFolder(disk, folder);
+    return names ? *names : std::vector<std::string>{};
+}
+
+} // namespace
+
+std::vector<Candidate> scanDirectoryEntries(const platform::Disk& disk, const std::string& folder,
+                                            ScanCategory category, std::string_view explanation,
+                                            bool safeByDefault) {
+    const bool skipsHidden = category == ScanCategory::cache || category == ScanCategory::logs;
+    std::vector<Candidate> candidates;
+    for (const std::string& name : childrenOf(disk, folder)) {
+        if (!(skipsHidden && name.starts_with('.')))
+            candidates.push_back({platform::joined(folder, name), category, explanation, safeByDefault});
+    }
+    return candidates;
+}
+
+std::vector<Candidate> scanOldDownloads(const platform::Disk& disk, const std::string& folder,
+                                        platform::Date now) {
+    const platform::Date cutoff = now - oldDownloadAge;
+    std::vector<Candidate> candidates;
+    for (const std::string& name : childrenOf(disk, folder)) {
+        std::string path = platform::joined(folder, name);
+        if (const auto modified = fileModifiedDate(disk, path); modified && *modified < cutoff)
+            candidates.push_back({std::move(path), ScanCategory::oldDownloads, "exp_old_downloads", false});
+    }
+    return candidates;
+}
+
+std::int64_t directorySize(const platform::Disk& disk, const std::string& path) {
+    return platform::measure(disk, std::span(&path, 1)).front();
+}
+
+} // namespace LumvaleScanner

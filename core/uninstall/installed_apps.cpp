@@ -1,0 +1,92 @@
+#include "core/uninstall/leftovers.h"
+#include "core/uninstall/uninstaller.h"
+#include "platform/folder.h"
+#include "platform/path.h"
+#include "platform/property_list.h"
+#include "platform/text.h"
+#include "platform/walk.h"
+
+#include <algorithm>
+#include <array>
+
+namespace LumvaleUninstaller {
+
+namespace {
+
+/// What belongs to the system, and this program itself.
+constexpr std::array<std::string_view, 12> excludedBundles{
+    "Safari.app",   "Finder.app", "System Settings.app", "App Store.app", "Mail.app",  "Messages.app",
+    "FaceTime.app", "Photos.app", "Music.app",           "Terminal.app",  "Xcode.app", "Lumvale.app",
+};
+
+bool isListed(std::string_view path) {
+    const std::string_view name = platform::lastComponent(path);
+    return platform::extension(name) == "app"
+           && std::find(excludedBundles.begin(), excludedBundles.end(), name) == excludedBundles.end()
+           && !path.starts_with("/System/");
+}
+
+InstalledApp readApp(const platform::Disk& disk, std::string path) {
+    std::string name(platform::stem(path));
+    std::optional<std::string> identifier;
+    const auto information =
+        platform::PropertyList::read(disk, platform::joined(path, "Contents/Info.plist"));
+    if (information && information->root() == platform::PropertyList::Root::dictionary) {
+        identifier = information->string("CFBundleIdentifier");
+        if (auto displayName = information->string("CFBundleDisplayName"))
+            name = std::move(*displayName);
+        else if (auto bundleName = information->string("CFBundleName"))
+            name = std::move(*bundleName);
+    }
+    return InstalledApp(std::move(name), std::move(identifier), std::move(path), 0);
+}
+
+} // namespace
+
+std::vector<InstalledApp> discoverApps(const platform::Disk& disk) {
+    std::vector<InstalledApp> apps;
+    for (const std::string& root : {std::string("/Applications"), disk.inHome("Applications")}) {
+        const auto names = platform::listFolder(disk, root);
+        if (!names)
+            continue;
+        for (const std::string& name : *names) {
+            if (std::string path = platform::joined(root, name); isListed(path))
+                apps.push_back(readApp(disk, std::move(path)));
+        }
+    }
+    const platform::NameOrder order;
+    std::stable_sort(apps.begin(), apps.end(), [&](const InstalledApp& a, const InstalledApp& b) {
+        return order.before(a.name, b.name);
+    });
+    return apps;
+}
+
+std::vector<InstalledApp> scanInstalledApps(const platform::Disk& disk) {
+    std::vector<InstalledApp> apps = discoverApps(disk);
+    std::vector<std::string> paths;
+    paths.reserve(apps.size());
+    for (const InstalledApp& app : apps)
+        paths.push_back(app.path);
+    const std::vector<std::int64_t> sizes = platform::measure(disk, paths);
+    for (std::size_t i = 0; i < apps.size(); ++i)
+        apps[i].sizeBytes = sizes[i];
+    return apps;
+}
+
+std::vector<std::string> matchKeys(const InstalledApp& app) {
+    constexpr std::size_t shortestIdentifier = 4;
+    constexpr std::size_t shortestName = 3;
+    std::vector<std::string> keys;
+    if (app.bundleIdentifier) {
+        std::string key = platform::lowercased(*app.bundleIdentifier);
+        if (platform::characterCount(key) >= shortestIdentifier)
+            keys.push_back(std::move(key));
+    }
+    std::string key = platform::lowercased(app.name);
+    std::erase(key, ' ');
+    if (platform::characterCount(key) >= shortestName)
+        keys.push_back(std::move(key));
+    return keys;
+}
+
+} // namespace LumvaleUninstaller

@@ -1,0 +1,92 @@
+#include "core/uninstall/leftovers.h"
+#include "core/uninstall/uninstaller.h"
+#include "platform/folder.h"
+#include "platform/path.h"
+#include "platform/text.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+
+namespace LumvaleUninstaller {
+
+namespace {
+
+/// Where applications leave things under their identifiers, below the home.
+constexpr std::array<std::string_view, 8> searchedFolders{
+    "Library/Application Support", "Library/Preferences",         "Library/Saved Application State",
+    "Library/Containers",          "Library/Group Containers",    "Library/WebKit",
+    "Library/HTTPStorages",        "Library/Application Scripts",
+};
+
+bool isIdentifierCharacter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_';
+}
+
+bool isApples(std::string_view lowerCaseName) {
+    return lowerCaseName.starts_with("com.apple.") || lowerCaseName.starts_with("group.com.apple.");
+}
+
+std::set<std::string> installedKeys(const platform::Disk& disk) {
+    std::set<std::string> keys;
+    for (const InstalledApp& app : discoverApps(disk)) {
+        for (std::string& key : matchKeys(app))
+            keys.insert(std::move(key));
+    }
+    return keys;
+}
+
+/// Whether an entry of this name seems to be left by an application that none of the keys belongs to.
+bool isOrphan(std::string_view name, const std::set<std::string>& keys) {
+    const std::string_view stem = platform::stem(name);
+    if (!looksLikeAppIdentifier(stem))
+        return false;
+    const std::string lowerCase = platform::lowercased(stem);
+    // The whole name too: in a folder's name the last piece of the identifier passes for an extension.
+    if (isApples(lowerCase) || isApples(platform::lowercased(name)))
+        return false;
+    return std::none_of(keys.begin(), keys.end(),
+                        [&](const std::string& key) { return lowerCase.find(key) != std::string::npos; });
+}
+
+} // namespace
+
+bool looksLikeAppIdentifier(std::string_view stem) {
+    constexpr int fewestPieces = 3;
+    int pieces = 0;
+    bool inPiece = false;
+    for (const char c : stem) {
+        if (c == '.') {
+            inPiece = false;
+        } else if (!isIdentifierCharacter(c)) {
+            return false;
+        } else if (!inPiece) {
+            inPiece = true;
+            ++pieces;
+        }
+    }
+    return pieces >= fewestPieces;
+}
+
+std::vector<Candidate> orphanCandidates(const platform::Disk& disk) {
+    const std::set<std::string> keys = installedKeys(disk);
+    std::vector<Candidate> candidates;
+    for (const std::string_view folder : searchedFolders) {
+        const std::string path = disk.inHome(folder);
+        const auto names = platform::listFolder(disk, path);
+        if (!names)
+            continue;
+        for (const std::string& name : *names) {
+            if (isOrphan(name, keys))
+                candidates.push_back({platform::joined(path, name), ScanCategory::orphanLeftovers,
+                                      "exp_orphan_leftover", false});
+        }
+    }
+    return candidates;
+}
+
+std::vector<ScanItem> orphanedLeftovers(const platform::Disk& disk) {
+    return measured(disk, orphanCandidates(disk));
+}
+
+} // namespace LumvaleUninstaller

@@ -1,0 +1,76 @@
+#include "core/uninstall/leftovers.h"
+#include "core/uninstall/uninstaller.h"
+#include "platform/attributes.h"
+#include "platform/folder.h"
+#include "platform/path.h"
+#include "platform/text.h"
+
+#include <array>
+
+namespace LumvaleUninstaller {
+
+namespace {
+
+/// A folder in which a product keeps its machines: entries with the extension, or every folder where there is
+/// none.
+struct Search {
+    std::string_view folder;
+    std::string_view extension;
+    std::string_view explanation;
+};
+
+constexpr std::array<Search, 3> searches{{
+    {"Parallels", "pvm", "exp_vm_parallels"},
+    {"VirtualBox VMs", "", "exp_vm_virtualbox"},
+    {"Documents/Virtual Machines.localized", "vmwarevm", "exp_vm_vmware"},
+}};
+
+/// Settings, caches and logs of those products.
+constexpr std::array<std::string_view, 10> residues{
+    "Library/Application Support/Parallels",
+    "Library/Preferences/Parallels",
+    "Library/Caches/com.parallels.desktop.console",
+    "Library/Logs/parallels",
+    "Applications (Parallels)",
+    "Library/VirtualBox",
+    "Library/Application Support/VirtualBox",
+    "Library/Logs/VirtualBox",
+    "Library/Application Support/VMware Fusion",
+    "Library/Preferences/VMware Fusion",
+};
+
+bool isMachine(const platform::Disk& disk, const std::string& path, const Search& search) {
+    if (search.extension.empty())
+        return platform::kindOf(disk, path) == platform::Kind::folder;
+    return platform::lowercased(platform::extension(path)) == search.extension;
+}
+
+} // namespace
+
+std::vector<Candidate> virtualMachineCandidates(const platform::Disk& disk) {
+    // No path comes twice: the places searched and the residues are all different, and so are the names in
+    // one folder. What doesn't exist has no size and goes when it is measured.
+    std::vector<Candidate> candidates;
+    const auto add = [&](std::string path, std::string_view explanation) {
+        candidates.push_back({std::move(path), ScanCategory::virtualMachines, explanation, false});
+    };
+    for (const Search& search : searches) {
+        const std::string folder = disk.inHome(search.folder);
+        const auto names = platform::listFolder(disk, folder);
+        if (!names)
+            continue;
+        for (const std::string& name : *names) {
+            if (std::string path = platform::joined(folder, name); isMachine(disk, path, search))
+                add(std::move(path), search.explanation);
+        }
+    }
+    for (const std::string_view residue : residues)
+        add(disk.inHome(residue), "exp_vm_residue");
+    return candidates;
+}
+
+std::vector<ScanItem> virtualMachineItems(const platform::Disk& disk) {
+    return measured(disk, virtualMachineCandidates(disk));
+}
+
+} // namespace LumvaleUninstaller
