@@ -1,0 +1,240 @@
+#include "core/scan/large_files.h"
+#include "core/scan/scanner.h"
+#include "core/scan/sources.h"
+#include "tests/support/temporary_disk.h"
+
+#include <algorithm>
+#include <chrono>
+#include <set>
+
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto month = 30 * 24h;
+constexpr std::int64_t mebibyte = 1024 * 1024;
+
+std::string inHome(std::string_view path) {
+    return TemporaryDisk::path("~/" + std::string(path));
+}
+
+/// What was found, as "path size" relative to the home, in the order found.
+std::vector<std::string> lines(const std::vector<ScanItem>& items) {
+    std::vector<std::string> result;
+    for (const ScanItem& item : items) {
+        EXPECT_TRUE(item.path.starts_with("/Users/me/")) << item.path;
+        result.push_back(item.path.substr(10) + " " + std::to_string(item.sizeBytes));
+    }
+    return result;
+}
+
+using Lines = std::vector<std::string>;
+
+std::vector<ScanItem> ofCategory(const ScanResult& result, ScanCategory category) {
+    std::vector<ScanItem> items;
+    std::copy_if(result.items.begin(), result.items.end(), std::back_inserter(items),
+                 [&](const ScanItem& item) { return item.category == category; });
+    return items;
+}
+
+} // namespace
+
+TEST(Scan, AnEmptyHomeProposesNothing) {
+    const TemporaryDisk disk;
+    const ScanResult result = LumvaleScanner::scan(disk.disk());
+    EXPECT_TRUE(result.items.empty());
+    EXPECT_EQ(result.totalBytes, 0);
+}
+
+TEST(Scan, ProposesTheChildrenOfEachPlaceWithItsCategoryKeyAndTick) {
+    const TemporaryDisk disk;
+    disk.make({
+        "~/Library/Caches/com.example.app/deep/er/blob 300",
+        "~/Library/Caches/com.example.app/.hidden 1000",
+        "~/Library/Caches/com.apple.Safari/blob 200",
+        "~/Library/Caches/.hidden 50",
+        "~/Library/Caches/only-hidden/.x 50",
+        "~/Library/Caches/empty/",
+        "~/Library/Caches/plain 7",
+        "~/Library/Logs/app.log 300",
+        "~/Library/Logs/.hidden.log 8",
+        "~/.Trash/old.zip 90",
+        "~/.Trash/.DS_Store 6",
+        "~/.Trash/nothing",
+        "~/Library/Developer/Xcode/DerivedData/Project-abc/x 60",
+        "~/Library/Developer/CoreSimulator/Caches/dyld/x 50",
+        "~/Library/Developer/CoreSimulator/Caches/.hidden/x 40",
+    });
+    const struct {
+        const char* path;
+        std::int64_t size;
+        ScanCategory category;
+        const char* explanation;
+        bool ticked;
+    } expected[] = {
+        // Largest first; the cache before the log of the same size, since it was gathered first.
+        {"Library/Caches/com.example.app", 300, ScanCategory::cache, "exp_cache", true},
+        {"Library/Logs/app.log", 300, ScanCategory::logs, "exp_logs", true},
+        {"Library/Caches/com.apple.Safari", 200, ScanCategory::cache, "exp_cache", false},
+        {".Trash/old.zip", 90, ScanCategory::trash, "exp_trash", true},
+        {"Library/Developer/Xcode/DerivedData/Project-abc", 60, ScanCategory::cache, "exp_derived_data",
+         true},
+        {"Library/Developer/CoreSimulator/Caches/dyld", 50, ScanCategory::cache, "exp_simulator_cache", true},
+        {"Library/Caches/plain", 7, ScanCategory::cache, "exp_cache", true},
+        {".Trash/.DS_Store", 6, ScanCategory::trash, "exp_trash", true},
+    };
+    const ScanResult result = LumvaleScanner::scan(disk.disk());
+    ASSERT_EQ(result.items.size(), std::size(expected));
+    for (std::size_t i = 0; i < std::size(expected); ++i) {
+        const ScanItem& item = result.items[i];
+        EXPECT_EQ(item.path, inHome(expected[i].path));
+        EXPECT_EQ(item.sizeBytes, expected[i].size) << item.path;
+        EXPECT_EQ(item.category, expected[i].category) << item.path;
+        EXPECT_EQ(item.explanation, expected[i].explanation) << item.path;
+        EXPECT_EQ(item.safeByDefault, expected[i].ticked) << item.path;
+        EXPECT_TRUE(item.modifiedDate) << item.path;
+    }
+    EXPECT_EQ(result.totalBytes, 1013);
+    EXPECT_EQ(LumvaleScanner::scan(disk.disk()).items, result.items) << "two scans look the same";
+}
+
+TEST(Scan, OldDownloadsAreOlderThanThirtyDaysToTheSecond) {
+    const TemporaryDisk disk;
+    const platform::Date now = platform::now();
+    const platform::Date boundary(std::chrono::floor<std::chrono::seconds>(now) - month);
+    disk.make({"~/Downloads/exact 1", "~/Downloads/older 2", "~/Downloads/.older 3", "~/Downloads/empty",
+               "~/Downloads/folder/recent 4", "~/Downloads/gone -> nowhere"});
+    disk.setModified("~/Downloads/exact", boundary);
+    for (const char* old : {"older", ".older", "empty", "folder", "gone"})
+        disk.setModified("~/Downloads/" + std::string(old), boundary - 1s);
+
+    const auto found = LumvaleScanner::scanOldDownloads(disk.disk(), inHome("Downloads"), boundary + month);
+    EXPECT_EQ(lines(measured(disk.disk(), found)),
+              (Lines{"Downloads/.older 3", "Downloads/folder 4", "Downloads/older 2"}));
+    for (const ScanItem& item : measured(disk.disk(), found)) {
+        EXPECT_FALSE(item.safeByDefault);
+        EXPECT_EQ(item.explanation, "exp_old_downloads");
+    }
+}
+
+TEST(Scan, AnEntryOfTwoSourcesIsListedOncePerSource) {
+    const TemporaryDisk disk;
+    disk.make("~/Downloads/movie.mkv 60000000");
+    disk.setModified("~/Downloads/movie.mkv", platform::now() - month - 1h);
+    const ScanResult result = LumvaleScanner::scan(disk.disk());
+    ASSERT_EQ(result.items.size(), 2U);
+    EXPECT_EQ(result.items[0].category, ScanCategory::oldDownloads);
+    EXPECT_EQ(result.items[1].category, ScanCategory::largeOldFiles);
+    EXPECT_EQ(result.items[0].id, result.items[1].id);
+    EXPECT_EQ(result.totalBytes, 120'000'000);
+}
+
+TEST(Scan, WhatCannotBeReadContributesNothing) {
+    const OrdinaryUser user;
+    const TemporaryDisk disk;
+    disk.make({"~/Library/Caches/good/x 5", "~/Library/Caches/bad/x 5", "~/Library/Caches/half/open/x 5",
+               "~/Library/Caches/half/closed/x 5", "~/Library/Logs/x 5", "~/Downloads/loop -> loop",
+               "~/Library/Caches/out -> /Applications", "/Applications/A.app/x 9",
+               "~/Library/Caches/file-link -> good/x"});
+    disk.setMode("~/Library/Caches/bad", 0);
+    disk.setMode("~/Library/Caches/half/closed", 0);
+    disk.setMode("~/Library/Logs", 0);
+    EXPECT_EQ(lines(LumvaleScanner::scan(disk.disk()).items),
+              (Lines{"Library/Caches/file-link 6", "Library/Caches/good 5", "Library/Caches/half 5"}))
+        << "a link to a file has its own size, one to a folder none";
+}
+
+TEST(Scan, NamesArriveByteForByte) {
+    const TemporaryDisk disk;
+    const std::vector<std::string> names{" ",
+                                         "-rf",
+                                         "a\nb",
+                                         "quote'\"\\",
+                                         "caf\xc3\xa9",
+                                         "cafe\xcc\x81",
+                                         "\xff\xfe",
+                                         "\xf0\x9f\x98\x80",
+                                         std::string(255, 'x')};
+    for (const std::string& name : names)
+        disk.write("~/Library/Caches/" + name, "x");
+    std::set<std::string> found;
+    for (const ScanItem& item : LumvaleScanner::scan(disk.disk()).items)
+        found.insert(item.path.substr(inHome("Library/Caches/").size()));
+    EXPECT_EQ(found, std::set<std::string>(names.begin(), names.end()));
+}
+
+TEST(LargeFiles, AreChosenBySizeAndPlaceAlone) {
+    const TemporaryDisk disk;
+    disk.make({
+        "~/exact 52428800",
+        "~/one-less 52428799",
+        "~/Documents/1/2/3/4/5/6/7/8/9/10/deep 60000000",
+        "~/Documents/Library/found 52428801",
+        "~/Documents/Photos.PhotosLibrary/no 60000000",
+        "~/Documents/Some.APP/no 60000000",
+        "~/Documents/disk.sparsebundle/bands/no 60000000",
+        "~/Documents/movie.band 52428803",
+        "~/Documents/.hidden/no 60000000",
+        "~/Documents/.hidden-file 60000000",
+        "~/Tool.app/walked 52428802",
+        "~/Library/no 60000000",
+        "~/.Trash/no 60000000",
+        "~/Applications/no 60000000",
+        "~/.cache/no 60000000",
+        "~/linked -> Documents",
+        "~/Documents/loop -> ..",
+        "~/Documents/file-link -> 1/2/3/4/5/6/7/8/9/10/deep",
+    });
+    const auto items = LumvaleScanner::scanLargeFiles(disk.disk(), inHome(""), 50 * mebibyte, 300);
+    const auto fromHome = LumvaleScanner::scanLargeFiles(disk.disk(), "/Users/me", 50 * mebibyte, 300);
+    EXPECT_EQ(lines(fromHome),
+              (Lines{"Documents/1/2/3/4/5/6/7/8/9/10/deep 60000000", "Documents/movie.band 52428803",
+                     "Tool.app/walked 52428802", "Documents/Library/found 52428801", "exact 52428800"}));
+    EXPECT_EQ(items, fromHome);
+    for (const ScanItem& item : fromHome) {
+        EXPECT_FALSE(item.safeByDefault);
+        EXPECT_EQ(item.explanation, "exp_large_old_file");
+        EXPECT_TRUE(item.modifiedDate);
+    }
+}
+
+TEST(LargeFiles, TheWorkingCapIsThatOfAWalkByName) {
+    const TemporaryDisk disk;
+    // At most one result: four are collected. The walk comes to a/1 … a/3 and a.d/4; the larger ones in a.d
+    // and b lie behind the cap, the one directly in the root counts whatever was collected before.
+    disk.make({"~/a/1 10", "~/a/2 11", "~/a/3 12", "~/a.d/4 13", "~/a.d/5 99", "~/b/6 98"});
+    const auto search = [&](std::size_t most) {
+        return lines(LumvaleScanner::scanLargeFiles(disk.disk(), "/Users/me", 10, most));
+    };
+    EXPECT_EQ(search(1), (Lines{"a.d/4 13"}));
+    EXPECT_EQ(search(2), (Lines{"a.d/5 99", "b/6 98"}));
+    EXPECT_EQ(search(0), Lines{});
+    // Those directly in the root always count; one met early takes a place under the cap.
+    disk.make("~/A 10");
+    EXPECT_EQ(search(1), (Lines{"a/3 12"}));
+    disk.make("~/z 50");
+    EXPECT_EQ(search(1), (Lines{"z 50"}));
+}
+
+TEST(LargeFiles, EqualSizesStayInTheOrderOfTheWalk) {
+    const TemporaryDisk disk;
+    disk.make({"~/a.b 5", "~/a/x 5", "~/a/x.y/1 5", "~/a/x-y 5", "~/b 5", "~/A 5"});
+    EXPECT_EQ(lines(LumvaleScanner::scanLargeFiles(disk.disk(), "/Users/me", 5, 300)),
+              (Lines{"A 5", "a/x 5", "a/x-y 5", "a/x.y/1 5", "a.b 5", "b 5"}));
+}
+
+TEST(StorageBreakdown, ListsFoldersOfTheHomeAndTheApplications) {
+    const TemporaryDisk disk;
+    disk.make({"~/Movies/film 900", "~/Music/song 100", "~/Music/.hidden 5000", "~/Empty/", "~/.config/x 50",
+               "~/file 70", "~/Applications/B.app/x 30", "~/link -> Movies", "~/odd\xff/x 100",
+               "/Applications/A.app/x 100"});
+    std::vector<std::string> found;
+    for (const StorageEntry& entry : LumvaleScanner::storageBreakdown(disk.disk()))
+        found.push_back(entry.name + " " + entry.path + " " + std::to_string(entry.sizeBytes));
+    EXPECT_EQ(found,
+              (std::vector<std::string>{"Movies /Users/me/Movies 900", "Music /Users/me/Music 100",
+                                        "odd\xff /Users/me/odd\xff 100", "Applications /Applications 100",
+                                        "Applications /Users/me/Applications 30"}));
+}
