@@ -205,4 +205,14 @@ Result<Place> Disk::place(std::string_view path) const {
     return Place{std::move(folder), resolver.lastName()};
 }
 
+Result<Place> Disk::placeFollowed(std::string_view path) const {
+    Resolver resolver(m_root->number());
+    if (Result<void> resolved = resolver.resolve(path, LastName::follow); !resolved)
+        return resolved.error();
+    Descriptor folder = system::openToPassThrough(resolver.current(), ".");
+    if (!folder)
+        return posixError(errno);
+    return Place{std::move(folder), resolver.lastName().empty() ? "." : resolver.lastName()};
+}
+
 } // namespace platform

@@ -54,6 +54,9 @@ public:
     /// The place of the entry at `path`, whose folder must exist; the entry itself need not. Fails for "/".
     Result<Place> place(std::string_view path) const;
 
+    /// The place of what `path` leads to: a link at the last name is followed too. The root is "." in itself.
+    Result<Place> placeFollowed(std::string_view path) const;
+
 private:
     Disk() = default;
 

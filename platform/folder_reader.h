@@ -13,6 +13,7 @@ struct FolderEntry {
     std::string_view name; ///< ends in a NUL; valid until the next call
     bool typeIsKnown = false;
     EntryType type = EntryType::other; ///< where the file system says so
+    bool isHidden = false;             ///< by its name, or by a mark of systems that have one
 };
 
 /// Reads folders entry by entry, in the order of the file system, with the fewest system calls that there

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/attributes.h"
 #include "platform/descriptor.h"
+
+#include <optional>
 
 /// The system calls that differ between systems, as thin as they come: each returns what the call returns and
 /// leaves the host's errno. For the layer's own use.
@@ -9,6 +12,9 @@ namespace platform::system {
 /// Opens the folder `name` in `folder` without following a link, just to pass through it: no permission to
 /// read it is needed. ELOOP or ENOTDIR for a link, ENOTDIR for what is no folder.
 Descriptor openToPassThrough(int folder, const char* name);
+
+/// The attributes of the entry `name` in `folder`, of a link its own.
+std::optional<Attributes> attributesAt(int folder, const char* name);
 
 /// Renames an entry; EEXIST when the new name is taken, by anything. Never replaces. EINVAL or ENOSYS where
 /// the file system or the kernel cannot promise that.

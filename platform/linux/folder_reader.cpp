@@ -54,7 +54,7 @@ const FolderEntry* FolderReader::next() {
         if (name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0')))
             continue;
         const auto type = static_cast<unsigned char>(record[offsetof(dirent64, d_type)]);
-        m_entry = {name, type != DT_UNKNOWN, entryType(type)};
+        m_entry = {name, type != DT_UNKNOWN, entryType(type), name[0] == '.'};
         return &m_entry;
     }
 }

@@ -6,11 +6,43 @@
 #include <fcntl.h>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 
 namespace platform::system {
 
+namespace {
+
+EntryType entryType(mode_t mode) {
+    switch (mode & S_IFMT) {
+    case S_IFDIR:
+        return EntryType::folder;
+    case S_IFREG:
+        return EntryType::file;
+    case S_IFLNK:
+        return EntryType::link;
+    default:
+        return EntryType::other;
+    }
+}
+
+Date date(const timespec& time) {
+    return Date(std::chrono::duration<double>(static_cast<double>(time.tv_sec)
+                                              + static_cast<double>(time.tv_nsec) / 1e9));
+}
+
+} // namespace
+
 Descriptor openToPassThrough(int folder, const char* name) {
     return Descriptor(openat(folder, name, O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+std::optional<Attributes> attributesAt(int folder, const char* name) {
+    struct stat status {};
+    if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return std::nullopt;
+    const EntryType type = entryType(status.st_mode);
+    const bool hasSize = type == EntryType::file || type == EntryType::link;
+    return Attributes{type, hasSize ? std::int64_t{status.st_size} : 0, date(status.st_mtim)};
 }
 
 int renameExclusively(int fromFolder, const char* fromName, int toFolder, const char* toName) {
