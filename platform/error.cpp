@@ -13,12 +13,22 @@ struct Number {
     int mac;
 };
 
-/// Codes whose numbers differ between systems. 1 to 34 are the same everywhere but for EAGAIN, which takes
-/// the place of the Mac's EDEADLK.
+/// From here down every system has the same numbers, except that 11 is the Mac's EDEADLK.
+constexpr int lastCommonNumber = 34;
+
+/// The others that file systems answer with, those over a network and in user space included.
 constexpr Number numbers[] = {
-    {EDEADLK, 11},   {EAGAIN, 35},    {ENOTSUP, 45}, {ELOOP, 62},   {ENAMETOOLONG, 63},
-    {ENOTEMPTY, 66}, {EDQUOT, 69},    {ESTALE, 70},  {ENOLCK, 77},  {ENOSYS, 78},
-    {EOVERFLOW, 84}, {ECANCELED, 89}, {EILSEQ, 92},  {ENODATA, 96},
+    {EDEADLK, 11},      {EAGAIN, 35},      {EINPROGRESS, 36},      {EALREADY, 37},
+    {ENOTSOCK, 38},     {EMSGSIZE, 40},    {ENOTSUP, 45},          {EADDRINUSE, 48},
+    {ENETDOWN, 50},     {ENETUNREACH, 51}, {ENETRESET, 52},        {ENOBUFS, 55},
+    {ECONNABORTED, 53}, {ECONNRESET, 54},  {EISCONN, 56},          {ENOTCONN, 57},
+    {ESHUTDOWN, 58},    {ETIMEDOUT, 60},   {ECONNREFUSED, 61},     {ELOOP, 62},
+    {ENAMETOOLONG, 63}, {EHOSTDOWN, 64},   {EHOSTUNREACH, 65},     {ENOTEMPTY, 66},
+    {EUSERS, 68},       {EDQUOT, 69},      {ESTALE, 70},           {EREMOTE, 71},
+    {ENOLCK, 77},       {ENOSYS, 78},      {EOVERFLOW, 84},        {ECANCELED, 89},
+    {EIDRM, 90},        {ENOMSG, 91},      {EILSEQ, 92},           {EBADMSG, 94},
+    {EMULTIHOP, 95},    {ENODATA, 96},     {ENOLINK, 97},          {EPROTO, 100},
+    {ETIME, 101},       {EOWNERDEAD, 105}, {ENOTRECOVERABLE, 104},
 };
 
 /// Cocoa's code for a POSIX one, in the Mac's numbers.
@@ -46,6 +56,8 @@ std::string_view verb(FileAction action) {
     switch (action) {
     case FileAction::read:
         return "read";
+    case FileAction::write:
+        return "written";
     case FileAction::remove:
         return "removed";
     case FileAction::move:
@@ -61,7 +73,8 @@ int macErrno(int hostErrno) {
         if (number.host == hostErrno)
             return number.mac;
     }
-    return hostErrno;
+    // Passed on as it is, an unknown number would be taken for whatever the Mac calls by it.
+    return hostErrno <= lastCommonNumber ? hostErrno : EIO;
 }
 
 Error posixError(int hostErrno) {

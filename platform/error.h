@@ -19,9 +19,9 @@ struct Error {
 };
 
 /// What was being done when a file operation failed: the same cause has another Cocoa code for each.
-enum class FileAction { read, remove, move };
+enum class FileAction { read, write, remove, move };
 
-/// The Mac's number for the host's errno.
+/// The Mac's number for the host's errno; EIO's for one that the Mac doesn't have.
 int macErrno(int hostErrno);
 
 /// The error of the POSIX domain for the host's errno, with the system's own sentence.
