@@ -1,1 +1,84 @@
 #include "platform/locale.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <initializer_list>
+#include <optional>
+#include <string_view>
+
+namespace platform {
+
+namespace {
+
+/// The first of these variables that is set and not empty.
+std::string_view firstSet(std::initializer_list<const char*> variables) {
+    for (const char* variable : variables) {
+        const char* value = std::getenv(variable);
+        if (value != nullptr && *value != '\0')
+            return value;
+    }
+    return {};
+}
+
+bool isLetters(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); });
+}
+
+std::string_view scriptNamed(std::string_view modifier) {
+    if (modifier == "latin")
+        return "Latn";
+    if (modifier == "cyrillic")
+        return "Cyrl";
+    if (modifier == "devanagari")
+        return "Deva";
+    return {};
+}
+
+/// "sr_RS.UTF-8@latin" as its parts joined by `separator`: language, script, region. None for the program's
+/// own language ("C", "POSIX") and for what names no language.
+std::optional<std::string> localeName(std::string_view posixName, char separator) {
+    std::string_view modifier;
+    if (const std::size_t at = posixName.find('@'); at != std::string_view::npos) {
+        modifier = posixName.substr(at + 1);
+        posixName = posixName.substr(0, at);
+    }
+    posixName = posixName.substr(0, posixName.find('.'));
+    const std::size_t underscore = posixName.find('_');
+    const std::string_view language = posixName.substr(0, underscore);
+    if (language.size() < 2 || language.size() > 3 || !isLetters(language))
+        return std::nullopt;
+    std::string name(language);
+    if (const std::string_view script = scriptNamed(modifier); !script.empty())
+        name.append(1, separator).append(script);
+    if (underscore != std::string_view::npos)
+        name.append(1, separator).append(posixName.substr(underscore + 1));
+    return name;
+}
+
+} // namespace
+
+std::vector<std::string> preferredLanguages() {
+    const std::string_view locale = firstSet({"LC_ALL", "LC_MESSAGES", "LANG"});
+    const std::optional<std::string> ofLocale = localeName(locale, '-');
+    // Whoever asks for the program's own language has no wishes, whatever LANGUAGE says.
+    if (!ofLocale)
+        return {};
+    std::vector<std::string> languages;
+    std::string_view wishes = firstSet({"LANGUAGE"});
+    while (!wishes.empty()) {
+        const std::string_view wish = wishes.substr(0, wishes.find(':'));
+        wishes.remove_prefix(std::min(wishes.size(), wish.size() + 1));
+        if (std::optional<std::string> language = localeName(wish, '-'))
+            languages.push_back(*std::move(language));
+    }
+    if (languages.empty())
+        languages.push_back(*ofLocale);
+    return languages;
+}
+
+std::string userLocale() {
+    return localeName(firstSet({"LC_ALL", "LC_TIME", "LANG"}), '_').value_or("en_US");
+}
+
+} // namespace platform
