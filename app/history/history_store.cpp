@@ -1,1 +1,58 @@
 #include "app/history/history_store.h"
+
+#include "platform/file.h"
+#include "platform/path.h"
+#include "platform/places.h"
+#include "platform/text.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::chrono::seconds keptFor{30 * 86'400};
+
+// Some half a million entries: more than thirty days bring forth, and little enough for the interface thread.
+constexpr std::size_t longestFile = std::size_t{64} * 1024 * 1024;
+
+bool isNewer(const HistoryEntry& a, const HistoryEntry& b) {
+    return a.date > b.date;
+}
+
+} // namespace
+
+HistoryStore::HistoryStore(platform::Disk disk, QObject* parent) : QObject(parent), m_disk(std::move(disk)) {
+    const platform::Result<std::string> json = platform::readFile(m_disk, path(), longestFile);
+    if (!json)
+        return;
+    if (auto entries = decodeHistory(*json)) {
+        m_entries = std::move(*entries);
+        prune();
+    }
+}
+
+HistoryStore& HistoryStore::shared() {
+    static HistoryStore store(platform::Disk::current());
+    return store;
+}
+
+void HistoryStore::record(std::string_view name, std::int64_t sizeBytes) {
+    m_entries.insert(m_entries.begin(), {platform::now(), platform::displayed(name), sizeBytes});
+    prune();
+    save();
+}
+
+void HistoryStore::prune(platform::Date now) {
+    const platform::Date cutOff = now - keptFor;
+    // Negated, so that a date which is no number goes too.
+    std::erase_if(m_entries, [&](const HistoryEntry& entry) { return !(entry.date >= cutOff); });
+    std::stable_sort(m_entries.begin(), m_entries.end(), isNewer);
+    Q_EMIT entriesChanged();
+}
+
+void HistoryStore::save() const {
+    (void)platform::writeFile(m_disk, path(), encodeHistory(m_entries));
+}
+
+std::string HistoryStore::path() const {
+    return platform::joined(platform::applicationSupportFolder(m_disk), "Lumvale/historique.json");
+}
