@@ -4,6 +4,7 @@
 
 #include <QAbstractListModel>
 
+#include <cstdint>
 #include <set>
 #include <string>
 #include <vector>
@@ -37,10 +38,15 @@ public:
     void setChecked(std::set<std::string> ids);
     Q_INVOKABLE void toggle(int row);
 
+    std::int64_t checkedBytes() const; ///< of the rows that are ticked; ends at the largest value
+
 Q_SIGNALS:
     void checkedChanged();
 
 private:
+    void tickRows();
+
     std::vector<ScanItem> m_rows;
     std::set<std::string> m_checked;
+    std::vector<bool> m_rowIsChecked; ///< `m_checked` by row, so that a pass over all rows looks nothing up
 };

@@ -1,1 +1,216 @@
 #include "app/models/scan_view_model.h"
+
+#include "app/i18n/localizer.h"
+#include "app/models/background.h"
+#include "app/models/display.h"
+#include "core/scan/scanner.h"
+
+#include <algorithm>
+#include <iterator>
+#include <unordered_set>
+
+namespace {
+
+/// The ids that start ticked.
+std::set<std::string> safeIds(const ScanResult& result) {
+    std::set<std::string> ids;
+    for (const ScanItem& item : result.items)
+        if (item.safeByDefault)
+            ids.insert(item.id);
+    return ids;
+}
+
+/// Longer paths first, so that what lies in a ticked folder goes before the folder does.
+std::vector<std::string> inDeletionOrder(const std::set<std::string>& ids) {
+    std::vector<std::string> paths(ids.begin(), ids.end());
+    std::stable_sort(paths.begin(), paths.end(),
+                     [](const std::string& a, const std::string& b) { return a.size() > b.size(); });
+    return paths;
+}
+
+template <class Predicate>
+ScanResult without(const ScanResult& result, Predicate isGone) {
+    std::vector<ScanItem> left;
+    std::remove_copy_if(result.items.begin(), result.items.end(), std::back_inserter(left), isGone);
+    return ScanResult(std::move(left));
+}
+
+} // namespace
+
+ScanViewModel::ScanViewModel(platform::Disk disk, HistoryStore& history, platform::Executor executor,
+                             QObject* parent)
+    : QObject(parent),
+      m_disk(std::move(disk)),
+      m_history(history),
+      m_executor(std::move(executor)),
+      m_items(this) {
+    connect(&m_items, &ScanItemsModel::checkedChanged, this, &ScanViewModel::selectionChanged);
+}
+
+std::int64_t ScanViewModel::selectedBytes() const {
+    return m_items.checkedBytes();
+}
+
+std::optional<int> ScanViewModel::lastTrashEmptiedCount() const {
+    return m_trashReport ? std::optional(m_trashReport->succeeded) : std::nullopt;
+}
+
+std::optional<std::int64_t> ScanViewModel::lastTrashEmptiedBytes() const {
+    return m_trashReport ? std::optional(m_trashReport->bytesFreed) : std::nullopt;
+}
+
+std::optional<int> ScanViewModel::lastTrashEmptiedFailed() const {
+    return m_trashReport ? std::optional(m_trashReport->failed) : std::nullopt;
+}
+
+std::vector<TrashFailure> ScanViewModel::lastTrashFailedDetails() const {
+    return m_trashReport ? m_trashReport->failedDetails : std::vector<TrashFailure>();
+}
+
+void ScanViewModel::setShowDeleteConfirm(bool show) {
+    m_showDeleteConfirm = show;
+    Q_EMIT showDeleteConfirmChanged();
+}
+
+void ScanViewModel::setShowEmptyTrashConfirm(bool show) {
+    m_showEmptyTrashConfirm = show;
+    Q_EMIT showEmptyTrashConfirmChanged();
+}
+
+void ScanViewModel::setShowStorageBreakdown(bool show) {
+    m_showStorageBreakdown = show;
+    Q_EMIT showStorageBreakdownChanged();
+}
+
+void ScanViewModel::runScan() {
+    setIsScanning(true);
+    setResult(std::nullopt);
+    setTrashReport(std::nullopt);
+
+    // Looked at now and told with the result, so that the card and the list are of one moment.
+    const HealthScore health = LumvaleScanner::healthScore(m_disk);
+    runInBackground(
+        m_executor, this, [disk = m_disk] { return LumvaleScanner::scan(disk); },
+        [health](ScanViewModel& model, ScanResult result) {
+            std::set<std::string> safe = safeIds(result);
+            model.setResult(std::move(result));
+            model.setHealth(health);
+            model.setChecked(std::move(safe));
+            model.setIsScanning(false);
+        });
+}
+
+void ScanViewModel::loadStorageBreakdown() {
+    m_isLoadingStorageBreakdown = true;
+    Q_EMIT storageBreakdownChanged();
+    setShowStorageBreakdown(true);
+    runInBackground(
+        m_executor, this, [disk = m_disk] { return LumvaleScanner::storageBreakdown(disk); },
+        [](ScanViewModel& model, std::vector<StorageEntry> entries) {
+            model.m_storageBreakdown = std::move(entries);
+            model.m_isLoadingStorageBreakdown = false;
+            Q_EMIT model.storageBreakdownChanged();
+        });
+}
+
+void ScanViewModel::confirmDelete() {
+    if (checked().empty())
+        return;
+    const DeletionOutcome outcome = LumvaleScanner::deletePaths(inDeletionOrder(checked()), m_disk);
+    m_lastDeletedCount = static_cast<int>(outcome.succeeded.size());
+    Q_EMIT lastDeletedCountChanged();
+
+    if (m_result) {
+        const std::unordered_set<std::string> gone(outcome.succeeded.begin(), outcome.succeeded.end());
+        const auto isGone = [&](const ScanItem& item) {
+            return gone.contains(item.path);
+        };
+        for (const ScanItem& item : m_result->items)
+            if (isGone(item))
+                m_history.record(item.name, item.sizeBytes);
+        setResult(without(*m_result, isGone));
+    }
+    // What could not be moved stays in the list, unticked.
+    setChecked({});
+    setHealth(LumvaleScanner::healthScore(m_disk));
+}
+
+void ScanViewModel::confirmEmptyTrash() {
+    const TrashReport report = LumvaleScanner::emptyTrash(m_disk);
+    setTrashReport(report);
+    if (report.succeeded >= 1)
+        m_history.record(localizedCategoryName(ScanCategory::trash).toStdString(), report.bytesFreed);
+
+    if (m_result) {
+        const auto isTrash = [](const ScanItem& item) {
+            return item.category == ScanCategory::trash;
+        };
+        std::set<std::string> stillChecked = checked();
+        for (const ScanItem& item : m_result->items)
+            if (isTrash(item))
+                stillChecked.erase(item.id);
+        setResult(without(*m_result, isTrash));
+        setChecked(std::move(stillChecked));
+    }
+    setHealth(LumvaleScanner::healthScore(m_disk));
+}
+
+int ScanViewModel::checkedCount() const {
+    return static_cast<int>(checked().size());
+}
+
+QString ScanViewModel::selectedSize() const {
+    return display::size(selectedBytes());
+}
+
+int ScanViewModel::healthScore() const {
+    return m_health ? m_health->score : -1;
+}
+
+QString ScanViewModel::freeDisk() const {
+    return m_health ? display::size(m_health->freeDiskBytes) : QString();
+}
+
+QString ScanViewModel::totalDisk() const {
+    return m_health ? display::size(m_health->totalDiskBytes) : QString();
+}
+
+QString ScanViewModel::trashEmptiedSize() const {
+    return m_trashReport ? display::size(m_trashReport->bytesFreed) : QString();
+}
+
+QStringList ScanViewModel::trashFailedNames() const {
+    QStringList names;
+    for (const TrashFailure& failure : lastTrashFailedDetails())
+        names.append(display::text(failure.name));
+    return names;
+}
+
+QStringList ScanViewModel::trashFailedReasonKeys() const {
+    QStringList keys;
+    for (const TrashFailure& failure : lastTrashFailedDetails())
+        keys.append(display::text(failure.reasonKey));
+    return keys;
+}
+
+void ScanViewModel::setIsScanning(bool isScanning) {
+    m_isScanning = isScanning;
+    Q_EMIT isScanningChanged();
+}
+
+void ScanViewModel::setResult(std::optional<ScanResult> result) {
+    m_result = std::move(result);
+    m_items.setItems(m_result ? m_result->items : std::vector<ScanItem>());
+    Q_EMIT resultChanged();
+    Q_EMIT selectionChanged();
+}
+
+void ScanViewModel::setHealth(const HealthScore& health) {
+    m_health = health;
+    Q_EMIT healthChanged();
+}
+
+void ScanViewModel::setTrashReport(std::optional<TrashReport> report) {
+    m_trashReport = std::move(report);
+    Q_EMIT trashReportChanged();
+}

@@ -56,11 +56,11 @@ public:
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
     bool showEmptyTrashConfirm() const { return m_showEmptyTrashConfirm; }
     std::optional<int> lastDeletedCount() const { return m_lastDeletedCount; }
-    std::optional<int> lastTrashEmptiedCount() const { return m_lastTrashEmptiedCount; }
-    std::optional<std::int64_t> lastTrashEmptiedBytes() const { return m_lastTrashEmptiedBytes; }
-    std::optional<int> lastTrashEmptiedFailed() const { return m_lastTrashEmptiedFailed; }
-    bool lastTrashCouldNotAccess() const { return m_lastTrashCouldNotAccess; }
-    const std::vector<TrashFailure>& lastTrashFailedDetails() const { return m_lastTrashFailedDetails; }
+    std::optional<int> lastTrashEmptiedCount() const;
+    std::optional<std::int64_t> lastTrashEmptiedBytes() const;
+    std::optional<int> lastTrashEmptiedFailed() const;
+    bool lastTrashCouldNotAccess() const { return m_trashReport && m_trashReport->couldNotAccess; }
+    std::vector<TrashFailure> lastTrashFailedDetails() const;
     const std::vector<StorageEntry>& storageBreakdown() const { return m_storageBreakdown; }
     bool isLoadingStorageBreakdown() const { return m_isLoadingStorageBreakdown; }
     bool showStorageBreakdown() const { return m_showStorageBreakdown; }
@@ -87,9 +87,9 @@ public:
     QString freeDisk() const;
     QString totalDisk() const;
     int deletedCount() const { return m_lastDeletedCount.value_or(-1); }
-    int trashEmptiedCount() const { return m_lastTrashEmptiedCount.value_or(-1); }
+    int trashEmptiedCount() const { return lastTrashEmptiedCount().value_or(-1); }
     QString trashEmptiedSize() const; ///< empty when absent
-    int trashFailedCount() const { return m_lastTrashEmptiedFailed.value_or(-1); }
+    int trashFailedCount() const { return lastTrashEmptiedFailed().value_or(-1); }
     QStringList trashFailedNames() const;
     QStringList trashFailedReasonKeys() const;
 
@@ -106,8 +106,10 @@ Q_SIGNALS:
     void showStorageBreakdownChanged();
 
 private:
+    void setIsScanning(bool isScanning);
     void setResult(std::optional<ScanResult> result);
-    void refreshHealth();
+    void setHealth(const HealthScore& health);
+    void setTrashReport(std::optional<TrashReport> report);
 
     platform::Disk m_disk;
     HistoryStore& m_history;
@@ -119,11 +121,7 @@ private:
     bool m_showDeleteConfirm = false;
     bool m_showEmptyTrashConfirm = false;
     std::optional<int> m_lastDeletedCount;
-    std::optional<int> m_lastTrashEmptiedCount;
-    std::optional<std::int64_t> m_lastTrashEmptiedBytes;
-    std::optional<int> m_lastTrashEmptiedFailed;
-    bool m_lastTrashCouldNotAccess = false;
-    std::vector<TrashFailure> m_lastTrashFailedDetails;
+    std::optional<TrashReport> m_trashReport; ///< of the last emptying since the last scan
     std::vector<StorageEntry> m_storageBreakdown;
     bool m_isLoadingStorageBreakdown = false;
     bool m_showStorageBreakdown = false;
