@@ -2,6 +2,7 @@
 
 #include "platform/folder.h"
 #include "platform/path.h"
+#include "platform/trash.h"
 #include "platform/walk.h"
 
 #include <chrono>
@@ -13,7 +14,10 @@ namespace {
 constexpr std::chrono::seconds oldDownloadAge{2'592'000}; // 30 days
 
 std::vector<std::string> childrenOf(const platform::Disk& disk, const std::string& folder) {
-    const platform::Result<std::vector<std::string>> names = platform::listFolder(disk, folder);
+    // The Trash has a listing of its own: one that is a link isn't the user's Trash and has nothing to offer.
+    const platform::Result<std::vector<std::string>> names = folder == platform::trashFolder(disk)
+                                                                 ? platform::listTrash(disk)
+                                                                 : platform::listFolder(disk, folder);
     return names ? *names : std::vector<std::string>{};
 }
 

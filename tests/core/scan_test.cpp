@@ -146,6 +146,12 @@ TEST(Scan, WhatCannotBeReadContributesNothing) {
         << "a link to a file has its own size, one to a folder none";
 }
 
+TEST(Scan, ATrashThatIsALinkHasNothingToOffer) {
+    const TemporaryDisk disk;
+    disk.make({"~/Documents/letter 5", "~/.Trash -> Documents"});
+    EXPECT_TRUE(LumvaleScanner::scan(disk.disk()).items.empty());
+}
+
 TEST(Scan, NamesArriveByteForByte) {
     const TemporaryDisk disk;
     const std::vector<std::string> names{" ",
