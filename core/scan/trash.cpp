@@ -1,0 +1,98 @@
+#include "core/scan/trash.h"
+
+#include "core/scan/scanner.h"
+#include "platform/path.h"
+#include "platform/remove.h"
+#include "platform/trash.h"
+#include "platform/walk.h"
+
+#include <limits>
+#include <optional>
+
+namespace LumvaleScanner {
+
+namespace {
+
+/// Removes one entry, after a failure once more with everything in it unlocked. The error of the first
+/// attempt, which says what was wrong before anything was tried; none when the entry is gone.
+std::optional<platform::Error> removeUnlocked(const platform::Disk& disk, const std::string& path) {
+    const platform::Result<void> first = platform::removeForGood(disk, path);
+    if (first)
+        return std::nullopt;
+    platform::unlock(disk, path);
+    if (platform::removeForGood(disk, path))
+        return std::nullopt;
+    return first.error();
+}
+
+/// Sparse files can be of any length: a sum stops at the largest value.
+std::int64_t sum(std::int64_t a, std::int64_t b) {
+    std::int64_t result = 0;
+    return __builtin_add_overflow(a, b, &result) ? std::numeric_limits<std::int64_t>::max() : result;
+}
+
+/// The POSIX code of an error or of its cause; 0 when neither has one.
+int posixCode(const platform::Error& error) {
+    if (error.domain == platform::posixDomain)
+        return error.code;
+    if (error.underlying && error.underlying->domain == platform::posixDomain)
+        return error.underlying->code;
+    return 0;
+}
+
+} // namespace
+
+TrashReport emptyTrash(const platform::Disk& disk) {
+    TrashReport report;
+    const platform::Result<std::vector<std::string>> names = platform::listTrash(disk);
+    if (!names) {
+        report.couldNotAccess = true;
+        return report;
+    }
+    std::vector<std::string> paths;
+    for (const std::string& name : *names)
+        paths.push_back(platform::joined(platform::trashFolder(disk), name));
+    const std::vector<std::int64_t> sizes = platform::measure(disk, paths);
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        if (const std::optional<platform::Error> error = removeUnlocked(disk, paths[i])) {
+            ++report.failed;
+            report.failedDetails.push_back({(*names)[i], std::string(reasonKey(*error)), error->description});
+        } else {
+            ++report.succeeded;
+            report.bytesFreed = sum(report.bytesFreed, sizes[i]);
+        }
+    }
+    return report;
+}
+
+std::string_view reasonKey(const platform::Error& error) {
+    // The Mac's numbers, as errors carry them on every system.
+    switch (posixCode(error)) {
+    case 1:
+    case 13:
+        return "err_trash_permission";
+    case 2:
+        return "err_trash_already_gone";
+    case 16:
+    case 26:
+        return "err_trash_busy";
+    case 66:
+        return "err_trash_not_empty";
+    default:
+        break;
+    }
+    if (error.domain == platform::cocoaDomain) {
+        switch (error.code) {
+        case 4:
+            return "err_trash_already_gone";
+        case 257:
+        case 513:
+            return "err_trash_permission";
+        default:
+            break;
+        }
+    }
+    return "err_trash_unknown";
+}
+
+} // namespace LumvaleScanner
