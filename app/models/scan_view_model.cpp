@@ -43,7 +43,8 @@ ScanViewModel::ScanViewModel(platform::Disk disk, HistoryStore& history, platfor
       m_disk(std::move(disk)),
       m_history(history),
       m_executor(std::move(executor)),
-      m_items(this) {
+      m_items(this),
+      m_storageEntries(this) {
     connect(&m_items, &ScanItemsModel::checkedChanged, this, &ScanViewModel::selectionChanged);
 }
 
@@ -107,7 +108,7 @@ void ScanViewModel::loadStorageBreakdown() {
     runInBackground(
         m_executor, this, [disk = m_disk] { return LumvaleScanner::storageBreakdown(disk); },
         [](ScanViewModel& model, std::vector<StorageEntry> entries) {
-            model.m_storageBreakdown = std::move(entries);
+            model.m_storageEntries.setEntries(std::move(entries));
             model.m_isLoadingStorageBreakdown = false;
             Q_EMIT model.storageBreakdownChanged();
         });

@@ -2,9 +2,9 @@
 
 #include "app/history/history_store.h"
 #include "app/models/scan_items_model.h"
+#include "app/models/storage_entries_model.h"
 #include "core/scan/health_score.h"
 #include "core/scan/scan_result.h"
-#include "core/scan/storage_entry.h"
 #include "core/scan/trash_report.h"
 #include "platform/disk.h"
 #include "platform/executor.h"
@@ -42,6 +42,10 @@ class ScanViewModel : public QObject {
     Q_PROPERTY(bool trashCouldNotAccess READ lastTrashCouldNotAccess NOTIFY trashReportChanged)
     Q_PROPERTY(QStringList trashFailedNames READ trashFailedNames NOTIFY trashReportChanged)
     Q_PROPERTY(QStringList trashFailedReasonKeys READ trashFailedReasonKeys NOTIFY trashReportChanged)
+    Q_PROPERTY(StorageEntriesModel* storageEntries READ storageEntries CONSTANT)
+    Q_PROPERTY(bool isLoadingStorageBreakdown READ isLoadingStorageBreakdown NOTIFY storageBreakdownChanged)
+    Q_PROPERTY(bool showStorageBreakdown READ showStorageBreakdown WRITE setShowStorageBreakdown NOTIFY
+                   showStorageBreakdownChanged)
 
 public:
     /// Starts nothing and touches no file.
@@ -61,7 +65,7 @@ public:
     std::optional<int> lastTrashEmptiedFailed() const;
     bool lastTrashCouldNotAccess() const { return m_trashReport && m_trashReport->couldNotAccess; }
     std::vector<TrashFailure> lastTrashFailedDetails() const;
-    const std::vector<StorageEntry>& storageBreakdown() const { return m_storageBreakdown; }
+    const std::vector<StorageEntry>& storageBreakdown() const { return m_storageEntries.entries(); }
     bool isLoadingStorageBreakdown() const { return m_isLoadingStorageBreakdown; }
     bool showStorageBreakdown() const { return m_showStorageBreakdown; }
 
@@ -92,6 +96,7 @@ public:
     int trashFailedCount() const { return lastTrashEmptiedFailed().value_or(-1); }
     QStringList trashFailedNames() const;
     QStringList trashFailedReasonKeys() const;
+    StorageEntriesModel* storageEntries() { return &m_storageEntries; }
 
 Q_SIGNALS:
     void isScanningChanged();
@@ -122,7 +127,7 @@ private:
     bool m_showEmptyTrashConfirm = false;
     std::optional<int> m_lastDeletedCount;
     std::optional<TrashReport> m_trashReport; ///< of the last emptying since the last scan
-    std::vector<StorageEntry> m_storageBreakdown;
+    StorageEntriesModel m_storageEntries;
     bool m_isLoadingStorageBreakdown = false;
     bool m_showStorageBreakdown = false;
 };
