@@ -1,0 +1,20 @@
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+    // Neither the settings nor the language of whoever runs the tests may be touched or count.
+    const QTemporaryDir settings;
+    qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
+    qputenv("XDG_CONFIG_DIRS", settings.path().toLocal8Bit());
+    qputenv("LC_ALL", "C.UTF-8");
+    qputenv("TZ", "UTC");
+    qunsetenv("LANGUAGE");
+
+    testing::InitGoogleTest(&argc, argv);
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("Lumvale Tests"));
+    QCoreApplication::setApplicationName(QStringLiteral("Tests"));
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,107 @@
+#include "app/models/scan_items_model.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+#include <limits>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+ScanItem item(std::string path, ScanCategory category, std::int64_t sizeBytes = 1) {
+    return ScanItem(std::move(path), sizeBytes, category, "exp_cache", true, std::nullopt);
+}
+
+std::vector<std::string> paths(const ScanItemsModel& model) {
+    std::vector<std::string> paths;
+    for (const ScanItem& row : model.rows())
+        paths.push_back(row.path);
+    return paths;
+}
+
+std::vector<bool> ticks(const ScanItemsModel& model) {
+    std::vector<bool> ticks;
+    for (int row = 0; row < model.rowCount(); ++row)
+        ticks.push_back(model.data(model.index(row), ScanItemsModel::CheckedRole).toBool());
+    return ticks;
+}
+
+using Ticks = std::vector<bool>;
+
+class ScanItemsModelTest : public testing::Test {
+protected:
+    ScanItemsModel m_model;
+    QAbstractItemModelTester m_tester{&m_model, QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+} // namespace
+
+TEST_F(ScanItemsModelTest, ListsByCategoryAndThenInTheOrderOfTheResult) {
+    m_model.setItems({item("/large", ScanCategory::largeOldFiles), item("/cache/2", ScanCategory::cache),
+                      item("/trash", ScanCategory::trash), item("/cache/1", ScanCategory::cache)});
+    EXPECT_EQ(paths(m_model), (std::vector<std::string>{"/cache/2", "/cache/1", "/trash", "/large"}));
+    EXPECT_EQ(m_model.data(m_model.index(2), ScanItemsModel::CategoryRole), QStringLiteral("cat_trash"));
+    m_model.setItems({});
+    EXPECT_EQ(m_model.rowCount(), 0);
+}
+
+TEST_F(ScanItemsModelTest, ShowsARowAsPeopleReadIt) {
+    ScanItem dated = item("/Users/me/Downloads/b\xffok", ScanCategory::oldDownloads, 1'230'000);
+    dated.modifiedDate = platform::Date(platform::Date::duration(1'700'000'000));
+    m_model.setItems({item("/undated", ScanCategory::cache, 0), dated});
+    const auto shown = [&](int row, int role) {
+        return m_model.data(m_model.index(row), role).toString().toStdString();
+    };
+    EXPECT_EQ(shown(1, ScanItemsModel::NameRole), "b\uFFFDok");
+    EXPECT_EQ(shown(1, ScanItemsModel::ExplanationRole), "exp_cache");
+    EXPECT_NE(shown(1, ScanItemsModel::SizeRole).find("1.2"), std::string::npos);
+    EXPECT_NE(shown(1, ScanItemsModel::DateRole).find("2023"), std::string::npos);
+    EXPECT_EQ(shown(0, ScanItemsModel::DateRole), "");
+}
+
+TEST_F(ScanItemsModelTest, TicksOnlyTheRowThatWasClickedOfTwoThatLookTheSame) {
+    m_model.setItems({item("/d/a\xff", ScanCategory::cache, 10), item("/d/a\xfe", ScanCategory::cache, 3)});
+    ASSERT_EQ(m_model.data(m_model.index(0), ScanItemsModel::NameRole),
+              m_model.data(m_model.index(1), ScanItemsModel::NameRole));
+    m_model.toggle(1);
+    EXPECT_EQ(m_model.checked(), (std::set<std::string>{"/d/a\xfe"}));
+    EXPECT_EQ(ticks(m_model), (Ticks{false, true}));
+    EXPECT_EQ(m_model.checkedBytes(), 3);
+}
+
+TEST_F(ScanItemsModelTest, TicksBothRowsOfOnePathAndTellsOfNothingElse) {
+    m_model.setItems({item("/twice", ScanCategory::largeOldFiles, 5), item("/other", ScanCategory::cache, 1),
+                      item("/twice", ScanCategory::oldDownloads, 5)});
+    std::vector<int> told;
+    QObject::connect(&m_model, &QAbstractItemModel::dataChanged, &m_model,
+                     [&](const QModelIndex& first, const QModelIndex& last, const QList<int>& roles) {
+                         EXPECT_EQ(roles, QList<int>{ScanItemsModel::CheckedRole});
+                         EXPECT_TRUE(ticks(m_model) == Ticks({false, true, true})
+                                     || ticks(m_model) == Ticks({false, false, false}));
+                         for (int row = first.row(); row <= last.row(); ++row)
+                             told.push_back(row);
+                     });
+    m_model.toggle(2);
+    EXPECT_EQ(told, (std::vector<int>{1, 2}));
+    EXPECT_EQ(m_model.checked().size(), 1u);
+    EXPECT_EQ(m_model.checkedBytes(), 10);
+    m_model.toggle(1);
+    EXPECT_EQ(ticks(m_model), (Ticks{false, false, false}));
+    EXPECT_EQ(m_model.checkedBytes(), 0);
+}
+
+TEST_F(ScanItemsModelTest, KeepsTicksThatNoRowHasAndShowsThemOnceOneHas) {
+    m_model.setItems({item("/a", ScanCategory::cache, 7)});
+    QSignalSpy told(&m_model, &ScanItemsModel::checkedChanged);
+    m_model.setChecked({"/a", "/b"});
+    for (const int outside : {-1, 1, std::numeric_limits<int>::max()})
+        m_model.toggle(outside);
+    EXPECT_EQ(told.size(), 1);
+    EXPECT_EQ(m_model.checkedBytes(), 7);
+    m_model.setItems({item("/b", ScanCategory::cache, std::numeric_limits<std::int64_t>::max())});
+    EXPECT_EQ(ticks(m_model), (Ticks{true}));
+    EXPECT_EQ(m_model.checked(), (std::set<std::string>{"/a", "/b"}));
+    m_model.setItems({item("/a", ScanCategory::cache, 7), m_model.rows().front()});
+    EXPECT_EQ(m_model.checkedBytes(), std::numeric_limits<std::int64_t>::max());
+}

@@ -1,0 +1,344 @@
+#include "app/models/scan_view_model.h"
+
+#include "app/i18n/localizer.h"
+#include "app/models/background.h"
+#include "tests/support/temporary_disk.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+#include <QThread>
+
+#include <algorithm>
+#include <deque>
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Paths = std::set<std::string>;
+
+/// Runs what it is given when told to, so that a test stands between a request and its result.
+class HandCranked {
+public:
+    platform::Executor executor() {
+        return {.background = [this](platform::Executor::Job job) { m_background.push_back(std::move(job)); },
+                .interfaceThread =
+                    [this](platform::Executor::Job job) {
+                        m_interface.push_back(std::move(job));
+                    }};
+    }
+
+    void runBackground() { runAll(m_background); }
+    void publish() { runAll(m_interface); }
+    void run() {
+        runBackground();
+        publish();
+    }
+    bool isIdle() const { return m_background.empty() && m_interface.empty(); }
+
+private:
+    static void runAll(std::deque<platform::Executor::Job>& jobs) {
+        for (; !jobs.empty(); jobs.pop_front())
+            jobs.front()();
+    }
+
+    std::deque<platform::Executor::Job> m_background;
+    std::deque<platform::Executor::Job> m_interface;
+};
+
+std::string at(std::string_view path) {
+    return TemporaryDisk::path(path);
+}
+
+Paths at(std::initializer_list<std::string_view> paths) {
+    Paths all;
+    for (const std::string_view path : paths)
+        all.insert(at(path));
+    return all;
+}
+
+class ScanViewModelTest : public testing::Test {
+protected:
+    void scan() {
+        m_model.runScan();
+        m_jobs.run();
+    }
+
+    Paths listed() const {
+        Paths paths;
+        for (const ScanItem& item : m_model.items()->rows())
+            paths.insert(item.path);
+        return paths;
+    }
+
+    std::vector<std::string> recorded() const {
+        std::vector<std::string> names;
+        for (const HistoryEntry& entry : m_history.entries())
+            names.push_back(entry.name + " " + std::to_string(entry.sizeBytes));
+        return names;
+    }
+
+    using Recorded = std::vector<std::string>;
+
+    // Made and removed as the user whom the disk belongs to, so that modes count.
+    OrdinaryUser m_user;
+    TemporaryDisk m_disk;
+    HistoryStore m_history{m_disk.disk()};
+    HandCranked m_jobs;
+    mutable ScanViewModel m_model{m_disk.disk(), m_history, m_jobs.executor()};
+    QAbstractItemModelTester m_tester{m_model.items(), QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+} // namespace
+
+TEST_F(ScanViewModelTest, StartsNothingByItself) {
+    EXPECT_TRUE(m_jobs.isIdle());
+    EXPECT_FALSE(m_model.isScanning() || m_model.hasResult() || m_model.hasHealth());
+    EXPECT_EQ(m_model.deletedCount(), -1);
+    EXPECT_EQ(m_model.trashEmptiedCount(), -1);
+    EXPECT_TRUE(std::filesystem::is_empty(m_disk.host("~")));
+}
+
+TEST_F(ScanViewModelTest, ScansThenTicksWhatIsSafe) {
+    m_disk.make({"~/Library/Caches/com.example.a/blob 4000", "~/Library/Caches/com.apple.b/blob 300",
+                 "~/Library/Logs/c.log 20", "~/.Trash/d 1"});
+    m_model.setChecked({"/stale"});
+    m_model.runScan();
+    EXPECT_TRUE(m_model.isScanning());
+    EXPECT_FALSE(m_model.hasResult() || m_model.hasHealth());
+    EXPECT_EQ(m_model.checked(), Paths{"/stale"});
+    m_jobs.runBackground();
+    EXPECT_TRUE(m_model.isScanning());
+
+    // Each observer reads the new value when told.
+    QStringList told;
+    const auto observe = [&](auto signal, const QString& name, auto isNew) {
+        QObject::connect(&m_model, signal, &m_model, [&told, name, isNew] {
+            if (isNew() && !told.contains(name))
+                told.append(name);
+        });
+    };
+    observe(&ScanViewModel::resultChanged, QStringLiteral("result"), [&] { return m_model.hasResult(); });
+    observe(&ScanViewModel::healthChanged, QStringLiteral("health"), [&] { return m_model.hasHealth(); });
+    observe(&ScanViewModel::selectionChanged, QStringLiteral("ticks"),
+            [&] { return m_model.selectedBytes() == 4021; });
+    observe(&ScanViewModel::isScanningChanged, QStringLiteral("end"), [&] { return !m_model.isScanning(); });
+    m_jobs.publish();
+    EXPECT_EQ(told.join(u' '), QStringLiteral("result health ticks end"));
+    EXPECT_EQ(m_model.checked(),
+              at({"~/Library/Caches/com.example.a", "~/Library/Logs/c.log", "~/.Trash/d"}));
+    EXPECT_EQ(m_model.result()->totalBytes, 4321);
+    EXPECT_GT(m_model.health()->totalDiskBytes, 0);
+}
+
+TEST_F(ScanViewModelTest, TicksNothingWhenNothingIsSafe) {
+    m_disk.make("~/Library/Caches/com.apple.b 300");
+    scan();
+    EXPECT_EQ(listed(), at({"~/Library/Caches/com.apple.b"}));
+    EXPECT_EQ(m_model.checkedCount(), 0);
+    EXPECT_EQ(m_model.selectedBytes(), 0);
+    QSignalSpy told(&m_model, &ScanViewModel::lastDeletedCountChanged);
+    m_model.confirmDelete();
+    EXPECT_TRUE(told.isEmpty() && m_history.entries().empty());
+    EXPECT_EQ(m_model.lastDeletedCount(), std::nullopt);
+}
+
+TEST_F(ScanViewModelTest, DropsAResultThatComesAfterTheScreenHasGone) {
+    m_disk.make("~/Library/Logs/c.log 20");
+    auto gone = std::make_unique<ScanViewModel>(m_disk.disk(), m_history, m_jobs.executor());
+    gone->runScan();
+    gone->loadStorageBreakdown();
+    gone.reset();
+    m_jobs.run();
+
+    gone = std::make_unique<ScanViewModel>(m_disk.disk(), m_history, m_jobs.executor());
+    gone->runScan();
+    m_jobs.runBackground();
+    gone.reset();
+    m_jobs.publish();
+    EXPECT_TRUE(m_jobs.isIdle());
+}
+
+TEST_F(ScanViewModelTest, MovesWhatItCanAndKeepsTheRestUnticked) {
+    m_disk.make({"~/Library/Caches/one 3", "~/Library/Logs/two 20", "~/Library/Caches/Google 100"});
+    scan();
+    // One of the three is beyond reach.
+    m_disk.setMode("~/Library/Logs", 0500);
+    m_model.requestDelete();
+    EXPECT_TRUE(m_model.showDeleteConfirm());
+    m_model.confirmDelete();
+    m_disk.setMode("~/Library/Logs", 0700);
+
+    EXPECT_EQ(m_model.lastDeletedCount(), 2);
+    EXPECT_EQ(recorded(), (Recorded{"one 3", "Google (Chrome) 100"})); // the larger came first in the result
+    EXPECT_EQ(listed(), at({"~/Library/Logs/two"}));
+    EXPECT_EQ(m_model.result()->totalBytes, 20);
+    EXPECT_TRUE(m_model.checked().empty());
+    EXPECT_TRUE(m_disk.exists("~/.Trash/one") && m_disk.exists("~/.Trash/Google")
+                && m_disk.exists("~/Library/Logs/two"));
+
+    // A new scan keeps the count; what vanished meanwhile is a failure like any other.
+    scan();
+    EXPECT_EQ(m_model.lastDeletedCount(), 2);
+    m_model.setChecked(at({"~/Library/Logs/two", "~/Library/Logs/gone", "~/Documents"}));
+    std::filesystem::remove(m_disk.host("~/Library/Logs/two"));
+    m_model.confirmDelete();
+    EXPECT_EQ(m_model.lastDeletedCount(), 0);
+    EXPECT_EQ(m_history.entries().size(), 2u);
+    EXPECT_TRUE(listed().contains(at("~/Library/Logs/two")));
+}
+
+TEST_F(ScanViewModelTest, DeletesWithoutAResultButRecordsNothing) {
+    m_disk.make("~/Library/Logs/c.log 20");
+    m_model.setChecked(at({"~/Library/Logs/c.log"}));
+    m_model.confirmDelete();
+    EXPECT_EQ(m_model.lastDeletedCount(), 1);
+    EXPECT_TRUE(m_history.entries().empty());
+    EXPECT_TRUE(m_model.hasHealth());
+}
+
+TEST_F(ScanViewModelTest, MovesWhatLiesInATickedFolderBeforeTheFolder) {
+    // A large file in an old folder of Downloads: both are proposed, one inside the other.
+    m_disk.make("~/Downloads/old/film.mov 60000000");
+    const platform::Date longAgo = platform::now() - std::chrono::days(90);
+    m_disk.setModified("~/Downloads/old/film.mov", longAgo);
+    m_disk.setModified("~/Downloads/old", longAgo);
+    scan();
+    m_model.setChecked(at({"~/Downloads/old", "~/Downloads/old/film.mov"}));
+    m_model.confirmDelete();
+    EXPECT_EQ(m_model.lastDeletedCount(), 2);
+    EXPECT_TRUE(m_model.result()->items.empty());
+    EXPECT_TRUE(m_disk.exists("~/.Trash/film.mov") && m_disk.exists("~/.Trash/old"));
+}
+
+TEST_F(ScanViewModelTest, CountsAPathInTwoRowsOnceAndRecordsItTwice) {
+    m_disk.make("~/Downloads/film.mov 60000000");
+    m_disk.setModified("~/Downloads/film.mov", platform::now() - std::chrono::days(90));
+    scan();
+    ASSERT_EQ(m_model.items()->rowCount(), 2);
+    m_model.items()->toggle(1);
+    EXPECT_EQ(m_model.checkedCount(), 1);
+    EXPECT_EQ(m_model.selectedBytes(), 120'000'000);
+    m_model.confirmDelete();
+    EXPECT_EQ(m_model.lastDeletedCount(), 1);
+    EXPECT_EQ(recorded(), (Recorded{"film.mov 60000000", "film.mov 60000000"}));
+    EXPECT_EQ(m_model.items()->rowCount(), 0);
+}
+
+TEST_F(ScanViewModelTest, MovesTheClickedOneOfTwoFilesThatLookTheSame) {
+    m_disk.make({"~/Library/Logs/a\xff 10", "~/Library/Logs/a\xfe 3"});
+    scan();
+    m_model.setChecked({});
+    m_model.items()->toggle(1);
+    EXPECT_EQ(m_model.selectedBytes(), 3);
+    m_model.confirmDelete();
+    EXPECT_EQ(listed(), at({"~/Library/Logs/a\xff"}));
+    EXPECT_TRUE(m_disk.exists("~/.Trash/a\xfe") && m_disk.exists("~/Library/Logs/a\xff"));
+    EXPECT_EQ(recorded(), (Recorded{"a\uFFFD 3"}));
+}
+
+TEST_F(ScanViewModelTest, RemovesForGoodWhatAlreadyLiesInTheTrash) {
+    m_disk.make({"~/.Trash/d 1", "~/.Trash/kept 1"});
+    scan();
+    m_model.setChecked(at({"~/.Trash/d"}));
+    m_model.confirmDelete();
+    EXPECT_FALSE(m_disk.exists("~/.Trash/d"));
+    EXPECT_TRUE(m_disk.exists("~/.Trash/kept"));
+    EXPECT_EQ(recorded(), (Recorded{"d 1"}));
+}
+
+TEST_F(ScanViewModelTest, EmptiesTheTrashAndKeepsTheOtherTicks) {
+    m_disk.make({"~/.Trash/a 100", "~/.Trash/.hidden/b 20", "~/.Trash/closed/c 3", "~/Library/Logs/d.log 7"});
+    m_disk.setMode("~/.Trash/closed", 0500);
+    scan();
+    m_model.setChecked(at({"~/.Trash/a", "~/.Trash/closed", "~/Library/Logs/d.log", "/elsewhere"}));
+    Localizer::shared().setLanguage(AppLanguage::en);
+    m_model.requestEmptyTrash();
+    EXPECT_TRUE(m_model.showEmptyTrashConfirm());
+    m_model.confirmEmptyTrash();
+    Localizer::shared().setLanguage(AppLanguage::automatic);
+
+    EXPECT_EQ(m_model.lastTrashEmptiedCount(), 2);
+    EXPECT_EQ(m_model.lastTrashEmptiedBytes(), 120);
+    EXPECT_EQ(m_model.lastTrashEmptiedFailed(), 1);
+    EXPECT_FALSE(m_model.lastTrashCouldNotAccess());
+    EXPECT_EQ(m_model.trashFailedNames(), QStringList{QStringLiteral("closed")});
+    EXPECT_EQ(m_model.trashFailedReasonKeys(), QStringList{QStringLiteral("err_trash_permission")});
+    EXPECT_EQ(recorded(), (Recorded{"Trash 120"}));
+    EXPECT_EQ(listed(), at({"~/Library/Logs/d.log"})); // also without what could not be removed
+    EXPECT_EQ(m_model.checked(), at({"~/Library/Logs/d.log", "/elsewhere"}));
+    EXPECT_TRUE(m_disk.exists("~/.Trash/closed/c"));
+
+    QSignalSpy told(&m_model, &ScanViewModel::trashReportChanged);
+    m_model.runScan();
+    EXPECT_EQ(told.size(), 1);
+    EXPECT_EQ(m_model.trashEmptiedCount(), -1);
+    EXPECT_EQ(m_model.trashFailedCount(), -1);
+    EXPECT_EQ(m_model.trashEmptiedSize(), QString());
+    EXPECT_TRUE(m_model.trashFailedNames().isEmpty());
+    m_disk.setMode("~/.Trash/closed", 0700);
+}
+
+TEST_F(ScanViewModelTest, ReportsATrashThatIsEmptyOrClosed) {
+    m_disk.make({"~/.Trash/", "~/Library/Logs/d.log 7"});
+    m_model.confirmEmptyTrash();
+    EXPECT_EQ(m_model.lastTrashEmptiedCount(), 0);
+    EXPECT_FALSE(m_model.lastTrashCouldNotAccess());
+
+    m_disk.make("~/.Trash/a 100");
+    scan();
+    m_disk.setMode("~/.Trash", 0);
+    m_model.confirmEmptyTrash();
+    m_disk.setMode("~/.Trash", 0700);
+    EXPECT_TRUE(m_model.lastTrashCouldNotAccess());
+    EXPECT_EQ(m_model.lastTrashEmptiedCount(), 0);
+    EXPECT_EQ(listed(), at({"~/Library/Logs/d.log"}));
+    EXPECT_TRUE(m_history.entries().empty());
+    EXPECT_TRUE(m_disk.exists("~/.Trash/a"));
+}
+
+TEST_F(ScanViewModelTest, LoadsTheStorageBreakdownIntoTheOpenSheet) {
+    m_disk.make({"~/Movies/a 3000", "~/Music/b 1500"});
+    const QAbstractItemModelTester tester(m_model.storageEntries(),
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    m_model.loadStorageBreakdown();
+    EXPECT_TRUE(m_model.isLoadingStorageBreakdown() && m_model.showStorageBreakdown());
+    m_jobs.run();
+    EXPECT_FALSE(m_model.isLoadingStorageBreakdown());
+    ASSERT_EQ(m_model.storageBreakdown().size(), 2u);
+    const auto shown = [&](int row, int role) {
+        return m_model.storageEntries()->data(m_model.storageEntries()->index(row), role);
+    };
+    EXPECT_EQ(shown(0, StorageEntriesModel::NameRole), QStringLiteral("Movies"));
+    EXPECT_EQ(shown(1, StorageEntriesModel::SizeBytesRole), 1500.0);
+    EXPECT_EQ(shown(0, StorageEntriesModel::ShareRole), 1.0);
+    EXPECT_EQ(shown(1, StorageEntriesModel::ShareRole), 0.5);
+
+    // The rows stay while they are computed anew.
+    m_model.setShowStorageBreakdown(false);
+    m_model.loadStorageBreakdown();
+    EXPECT_EQ(m_model.storageBreakdown().size(), 2u);
+    EXPECT_TRUE(m_model.showStorageBreakdown());
+}
+
+TEST_F(ScanViewModelTest, WorksBesideTheInterfaceThreadOfTheProgram) {
+    m_disk.make("~/Library/Logs/d.log 7");
+    ScanViewModel model(m_disk.disk(), m_history, qtExecutor());
+    QThread* toldOn = nullptr;
+    QObject::connect(
+        &model, &ScanViewModel::isScanningChanged, &model, [&] { toldOn = QThread::currentThread(); },
+        Qt::DirectConnection);
+    QSignalSpy told(&model, &ScanViewModel::isScanningChanged);
+    model.runScan();
+    EXPECT_TRUE(model.isScanning());
+    ASSERT_TRUE(told.wait(30'000));
+    EXPECT_FALSE(model.isScanning());
+    EXPECT_EQ(toldOn, QThread::currentThread());
+    EXPECT_EQ(model.items()->rowCount(), 1);
+
+    // Gone before its scan is done: the result finds nobody.
+    std::make_unique<ScanViewModel>(m_disk.disk(), m_history, qtExecutor())->runScan();
+    model.runScan();
+    EXPECT_TRUE(told.wait(30'000));
+}
