@@ -20,7 +20,7 @@ class Localizer : public QObject {
 public:
     /// Reads the stored choice; writes nothing.
     explicit Localizer(QObject* parent = nullptr);
-    static Localizer& shared();
+    static Localizer& shared(); ///< made by the first call, which the interface thread makes
 
     AppLanguage language() const { return m_language; }
     void setLanguage(AppLanguage language); ///< stores it, then tells

@@ -4,6 +4,8 @@
 #include "app/models/background.h"
 #include "app/models/display.h"
 #include "core/scan/scanner.h"
+#include "platform/path.h"
+#include "platform/trash.h"
 
 #include <algorithm>
 #include <iterator>
@@ -20,11 +22,16 @@ std::set<std::string> safeIds(const ScanResult& result) {
     return ids;
 }
 
-/// Longer paths first, so that what lies in a ticked folder goes before the folder does.
-std::vector<std::string> inDeletionOrder(const std::set<std::string>& ids) {
+/// What lies in a ticked folder before the folder. What lies in the Trash, and so goes for good, before all
+/// that moves there: where such an entry vanished since the scan, a file moved meanwhile could bear its name.
+std::vector<std::string> inDeletionOrder(const std::set<std::string>& ids, const platform::Disk& disk) {
     std::vector<std::string> paths(ids.begin(), ids.end());
     std::stable_sort(paths.begin(), paths.end(),
                      [](const std::string& a, const std::string& b) { return a.size() > b.size(); });
+    std::stable_partition(paths.begin(), paths.end(),
+                          [trash = platform::trashFolder(disk)](const std::string& path) {
+                              return platform::isBelow(path, trash);
+                          });
     return paths;
 }
 
@@ -88,7 +95,7 @@ void ScanViewModel::runScan() {
     setResult(std::nullopt);
     setTrashReport(std::nullopt);
 
-    // Looked at now and told with the result, so that the card and the list are of one moment.
+    // Looked at before the scan, shown with its result.
     const HealthScore health = LumvaleScanner::healthScore(m_disk);
     runInBackground(
         m_executor, this, [disk = m_disk] { return LumvaleScanner::scan(disk); },
@@ -117,7 +124,7 @@ void ScanViewModel::loadStorageBreakdown() {
 void ScanViewModel::confirmDelete() {
     if (checked().empty())
         return;
-    const DeletionOutcome outcome = LumvaleScanner::deletePaths(inDeletionOrder(checked()), m_disk);
+    const DeletionOutcome outcome = LumvaleScanner::deletePaths(inDeletionOrder(checked(), m_disk), m_disk);
     m_lastDeletedCount = static_cast<int>(outcome.succeeded.size());
     Q_EMIT lastDeletedCountChanged();
 

@@ -111,7 +111,10 @@ TEST_F(LocalizerTest, SurvivesASettingsFileThatIsNone) {
         ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly));
         file.write(content);
         file.close();
-        EXPECT_EQ(Localizer().language(), AppLanguage::automatic);
+        Localizer localizer;
+        EXPECT_EQ(localizer.language(), AppLanguage::automatic);
+        localizer.setLanguage(AppLanguage::de);
+        EXPECT_EQ(Localizer().language(), AppLanguage::de);
         QFile::remove(path);
     }
 }
@@ -147,7 +150,7 @@ TEST(Translations, EveryFileHoldsTheSameTextsInGoodForm) {
         EXPECT_EQ(texts.keys(), french.keys());
         for (const QString& key : texts.keys()) {
             const QString text = texts[key].toString();
-            SCOPED_TRACE((key + u": " + text).toStdString());
+            SCOPED_TRACE((key + u": "_s + text).toStdString());
             EXPECT_FALSE(text.isEmpty());
             EXPECT_EQ(text, text.trimmed());
             EXPECT_FALSE(text.contains(u"..."));

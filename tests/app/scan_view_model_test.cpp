@@ -248,6 +248,17 @@ TEST_F(ScanViewModelTest, RemovesForGoodWhatAlreadyLiesInTheTrash) {
     EXPECT_EQ(recorded(), (Recorded{"d 1"}));
 }
 
+TEST_F(ScanViewModelTest, NeverRemovesForGoodWhatItHasJustMovedToTheTrash) {
+    m_disk.make({"~/.Trash/d.log 1", "~/Library/Logs/d.log 20"});
+    scan();
+    std::filesystem::remove(m_disk.host("~/.Trash/d.log")); // whose name is free now
+    ASSERT_EQ(m_model.checkedCount(), 2);
+    m_model.confirmDelete();
+    EXPECT_EQ(m_model.lastDeletedCount(), 1);
+    EXPECT_TRUE(m_disk.exists("~/.Trash/d.log"));
+    EXPECT_EQ(listed(), at({"~/.Trash/d.log"}));
+}
+
 TEST_F(ScanViewModelTest, EmptiesTheTrashAndKeepsTheOtherTicks) {
     m_disk.make({"~/.Trash/a 100", "~/.Trash/.hidden/b 20", "~/.Trash/closed/c 3", "~/Library/Logs/d.log 7"});
     m_disk.setMode("~/.Trash/closed", 0500);
