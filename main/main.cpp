@@ -1,0 +1,44 @@
+#include "app/history/history_store.h"
+#include "app/models/background.h"
+#include "platform/disk.h"
+#include "ui/shell/lumvale_window.h"
+
+#include <QGuiApplication>
+
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string>
+
+namespace {
+
+/// What the environment says, unless it says nothing.
+std::optional<std::string> environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value && *value ? std::optional<std::string>(value) : std::nullopt;
+}
+
+platform::Result<platform::Disk> chosenDisk() {
+    return platform::Disk::open(environment("LUMVALE_DISK").value_or("/"),
+                                environment("LUMVALE_HOME").value_or(environment("HOME").value_or("/")),
+                                environment("LUMVALE_USER_CACHE"));
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    auto disk = chosenDisk();
+    if (!disk) {
+        std::fprintf(stderr, "lumvale: cannot open the disk or the home on it: %s\n",
+                     disk.error().description.c_str());
+        return 2;
+    }
+    platform::Disk::setCurrent(std::move(*disk));
+
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setOrganizationName(QStringLiteral("Lumvale"));
+    QGuiApplication::setApplicationName(QStringLiteral("Lumvale"));
+
+    const LumvaleWindow window(platform::Disk::current(), HistoryStore::shared(), qtExecutor());
+    return window.window() ? QGuiApplication::exec() : EXIT_FAILURE;
+}

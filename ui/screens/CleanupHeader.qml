@@ -1,0 +1,63 @@
+import QtQuick
+import Lumvale
+import Lumvale.Style
+
+Item {
+    id: root
+
+    required property bool isScanning
+
+    signal scanRequested
+
+    implicitHeight: Math.max(titles.height, scanButton.height)
+
+    Column {
+        id: titles
+        anchors.left: parent.left
+        anchors.right: scanButton.left
+        anchors.rightMargin: 24
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 4
+
+        Row {
+            spacing: 12
+
+            Rectangle {
+                anchors.verticalCenter: parent.verticalCenter
+                width: 10
+                height: 10
+                radius: 5
+                color: GCColor.glowTeal
+                opacity: 0.8
+
+                Halo {
+                    z: -1
+                    glow: GCColor.glowTeal
+                    radius: 5
+                    blur: 8
+                }
+            }
+
+            BreathingTitle {
+                title: "Lumvale"
+            }
+        }
+
+        Label {
+            width: parent.width
+            text: Texts.tr("cleanup_subtitle")
+            color: GCColor.textSecondary
+        }
+    }
+
+    GradientButton {
+        id: scanButton
+        objectName: "scanButton"
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        text: Texts.tr(root.isScanning ? "btn_scanning" : "btn_scan")
+        glow: GCColor.alpha(GCColor.glowTeal, 0.35)
+        enabled: !root.isScanning
+        onClicked: root.scanRequested()
+    }
+}

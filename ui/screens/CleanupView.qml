@@ -1,0 +1,110 @@
+import QtQuick
+import Lumvale
+import Lumvale.Style
+
+/// The first screen: scans the disk, lists what may go and why, moves what is ticked to the Trash.
+FocusScope {
+    id: root
+
+    // Made with the screen and gone with it: a scan that is still under way then has nobody to report to.
+    readonly property ScanViewModel model: ScreenModels.cleanup(root)
+
+    CleanupHeader {
+        id: header
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: Metrics.screenPadding
+        isScanning: root.model.isScanning
+        onScanRequested: root.model.runScan()
+    }
+
+    Column {
+        id: status
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: header.bottom
+        anchors.topMargin: 20
+        anchors.leftMargin: Metrics.screenPadding
+        anchors.rightMargin: Metrics.screenPadding
+        spacing: 16
+
+        HealthCard {
+            width: parent.width
+            visible: root.model.hasHealth
+            score: root.model.healthScore
+            freeDisk: root.model.freeDisk
+            totalDisk: root.model.totalDisk
+        }
+
+        TrashRow {
+            width: parent.width
+            model: root.model
+        }
+    }
+
+    Item {
+        id: body
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: status.bottom
+        anchors.bottom: parent.bottom
+        anchors.topMargin: 10
+        anchors.leftMargin: Metrics.screenPadding
+        anchors.rightMargin: Metrics.screenPadding
+        anchors.bottomMargin: Metrics.screenPadding
+
+        GlowLoadingIndicator {
+            anchors.centerIn: parent
+            visible: root.model.isScanning
+            label: Texts.tr("scanning_progress")
+            subtitle: Texts.tr("scanning_reassurance")
+        }
+
+        EmptyPrompt {
+            anchors.centerIn: parent
+            visible: !root.model.isScanning && !root.model.hasResult
+            text: Texts.tr("cleanup_empty")
+        }
+
+        ResultsList {
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.bottom: footer.top
+            visible: footer.visible
+            items: root.model.items
+        }
+
+        CleanupFooter {
+            id: footer
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            visible: !root.model.isScanning && root.model.hasResult
+            model: root.model
+        }
+    }
+
+    ConfirmDialog {
+        objectName: "deleteDialog"
+        visible: root.model.showDeleteConfirm
+        title: Texts.tr("alert_confirm_delete_title")
+        message: Texts.tr("alert_confirm_delete_message")
+        cancelText: Texts.tr("btn_cancel")
+        confirmText: Texts.tr("btn_trash")
+        onConfirmed: root.model.confirmDelete()
+        onClosed: root.model.showDeleteConfirm = false
+    }
+
+    ConfirmDialog {
+        objectName: "emptyTrashDialog"
+        visible: root.model.showEmptyTrashConfirm
+        title: Texts.tr("alert_empty_trash_title")
+        message: Texts.tr("alert_empty_trash_message")
+        cancelText: Texts.tr("btn_cancel")
+        confirmText: Texts.tr("btn_empty_trash")
+        onConfirmed: root.model.confirmEmptyTrash()
+        onClosed: root.model.showEmptyTrashConfirm = false
+    }
+}

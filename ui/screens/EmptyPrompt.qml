@@ -1,0 +1,28 @@
+import QtQuick
+import Lumvale.Style
+
+/// What a screen says while it has nothing to show yet.
+Column {
+    id: root
+
+    required property string text
+
+    spacing: 18
+
+    Symbol {
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: 44
+        height: 44
+        name: "sparkles"
+        color: GCColor.alpha(GCColor.glowTeal, 0.55)
+    }
+
+    Label {
+        objectName: "emptyPrompt"
+        width: Math.min(implicitWidth, Metrics.promptWidth)
+        text: root.text
+        color: GCColor.textSecondary
+        horizontalAlignment: Text.AlignHCenter
+        lineHeight: 1.35
+    }
+}

@@ -1,0 +1,95 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lumvale
+import Lumvale.Style
+
+/// One proposal: the whole row is the button that ticks it.
+T.AbstractButton {
+    id: root
+
+    required property string name
+    required property string explanation
+    required property string size
+    required property string date
+    required property bool isChecked
+
+    property bool isCurrent: false
+
+    implicitHeight: Math.max(texts.height, figures.height) + 2 * 10
+    hoverEnabled: true
+    focusPolicy: Qt.NoFocus
+
+    Accessible.role: Accessible.CheckBox
+    Accessible.checkable: true
+    Accessible.checked: isChecked
+    Accessible.name: name + ", " + size
+    Accessible.description: Texts.tr(explanation)
+
+    background: Rectangle {
+        anchors.fill: parent
+        anchors.leftMargin: -10
+        anchors.rightMargin: -10
+        radius: 9
+        color: root.hovered ? GCColor.hover : "transparent"
+        border.color: GCColor.focus
+        border.width: root.isCurrent ? 2 : 0
+    }
+
+    CheckMark {
+        id: mark
+        anchors.verticalCenter: parent.verticalCenter
+        isChecked: root.isChecked
+    }
+
+    Column {
+        id: texts
+        anchors.left: mark.right
+        anchors.leftMargin: 14
+        anchors.right: figures.left
+        anchors.rightMargin: 20
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 3
+
+        Label {
+            width: parent.width
+            text: root.name
+            font: Type.row
+            Accessible.ignored: true
+        }
+
+        Label {
+            width: parent.width
+            text: Texts.tr(root.explanation)
+            font: Type.caption
+            color: GCColor.textSecondary
+            opacity: 0.9
+            lineHeight: 1.2
+            Accessible.ignored: true
+        }
+    }
+
+    Column {
+        id: figures
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 3
+
+        Label {
+            anchors.right: parent.right
+            text: root.size
+            font: Type.body
+            wrapMode: Text.NoWrap
+            Accessible.ignored: true
+        }
+
+        Label {
+            anchors.right: parent.right
+            visible: text.length > 0
+            text: root.date
+            font: Type.fine
+            color: GCColor.textSecondary
+            wrapMode: Text.NoWrap
+            Accessible.ignored: true
+        }
+    }
+}

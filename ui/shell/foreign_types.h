@@ -1,0 +1,38 @@
+#pragma once
+
+#include "app/i18n/localizer.h"
+#include "app/models/scan_items_model.h"
+#include "app/models/scan_view_model.h"
+
+#include <QJSEngine>
+#include <QQmlEngine>
+#include <QtQmlIntegration>
+
+// The names under which QML knows what lies below it; the layers below know nothing of QML.
+
+struct ForeignLocalizer {
+    Q_GADGET
+    QML_FOREIGN(Localizer)
+    QML_NAMED_ELEMENT(Localizer)
+    QML_SINGLETON
+
+public:
+    static Localizer* create(QQmlEngine*, QJSEngine*) {
+        QJSEngine::setObjectOwnership(&Localizer::shared(), QJSEngine::CppOwnership);
+        return &Localizer::shared();
+    }
+};
+
+struct ForeignScanViewModel {
+    Q_GADGET
+    QML_FOREIGN(ScanViewModel)
+    QML_NAMED_ELEMENT(ScanViewModel)
+    QML_UNCREATABLE("ScreenModels makes them")
+};
+
+struct ForeignScanItemsModel {
+    Q_GADGET
+    QML_FOREIGN(ScanItemsModel)
+    QML_NAMED_ELEMENT(ScanItemsModel)
+    QML_UNCREATABLE("a part of ScanViewModel")
+};

@@ -1,0 +1,33 @@
+#include "ui/shell/lumvale_window.h"
+
+#include "ui/shell/screen_models.h"
+
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QQuickWindow>
+
+#include <utility>
+
+// Nothing else names the code that registers the modules' types, so without this the linker would leave it
+// out of the program.
+void qml_register_types_Lumvale();
+void qml_register_types_Lumvale_Style();
+
+LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platform::Executor executor) {
+    [[maybe_unused]] void (*volatile const registrations[])() = {qml_register_types_Lumvale,
+                                                                 qml_register_types_Lumvale_Style};
+
+    // The face that the screens were drawn with; the system's own is as good where it is missing.
+    if (QFontDatabase::hasFamily(QStringLiteral("Inter")))
+        QGuiApplication::setFont(QFont(QStringLiteral("Inter")));
+
+    new ScreenModels(std::move(disk), history, std::move(executor), &m_engine);
+    m_engine.addImportPath(QStringLiteral("qrc:/qml"));
+    m_engine.load(QUrl(QStringLiteral("qrc:/qml/Lumvale/shell/Main.qml")));
+}
+
+QQuickWindow* LumvaleWindow::window() const {
+    return m_engine.rootObjects().isEmpty()
+               ? nullptr
+               : qobject_cast<QQuickWindow*>(m_engine.rootObjects().constFirst());
+}

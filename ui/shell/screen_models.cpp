@@ -1,0 +1,17 @@
+#include "ui/shell/screen_models.h"
+
+#include <utility>
+
+ScreenModels::ScreenModels(platform::Disk disk, HistoryStore& history, platform::Executor executor,
+                           QQmlEngine* engine)
+    : QObject(engine), m_disk(std::move(disk)), m_history(history), m_executor(std::move(executor)) {
+    QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
+}
+
+ScreenModels* ScreenModels::create(QQmlEngine* engine, QJSEngine*) {
+    return engine->findChild<ScreenModels*>({}, Qt::FindDirectChildrenOnly);
+}
+
+ScanViewModel* ScreenModels::cleanup(QObject* screen) const {
+    return new ScanViewModel(m_disk, m_history, m_executor, screen);
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "app/history/history_store.h"
+#include "app/models/scan_view_model.h"
+#include "platform/disk.h"
+#include "platform/executor.h"
+
+#include <QObject>
+#include <QQmlEngine>
+
+/// Makes the models of the screens: a screen asks for its own, which goes with it. One for each engine, given
+/// to QML as a singleton.
+class ScreenModels : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+public:
+    /// `engine` owns it; `history` must outlive the engine.
+    ScreenModels(platform::Disk disk, HistoryStore& history, platform::Executor executor, QQmlEngine* engine);
+
+    static ScreenModels* create(QQmlEngine* engine, QJSEngine*);
+
+    Q_INVOKABLE ScanViewModel* cleanup(QObject* screen) const;
+
+private:
+    platform::Disk m_disk;
+    HistoryStore& m_history;
+    platform::Executor m_executor;
+};

@@ -1,0 +1,42 @@
+import QtQuick
+import Lumvale.Style
+
+/// The look of a check box; what it says is its row's business.
+Rectangle {
+    id: root
+
+    property bool isChecked: false
+
+    width: Metrics.checkSide
+    height: Metrics.checkSide
+    radius: 5
+    color: "transparent"
+    border.color: GCColor.checkOutline
+    border.width: isChecked ? 0 : 1.4
+    antialiasing: true
+
+    Rectangle {
+        anchors.fill: parent
+        radius: root.radius
+        visible: root.isChecked
+        gradient: Gradient {
+            orientation: Gradient.Horizontal
+            GradientStop {
+                position: 0
+                color: GCColor.deepTeal
+            }
+            GradientStop {
+                position: 1
+                color: GCColor.glowTeal
+            }
+        }
+
+        Symbol {
+            anchors.centerIn: parent
+            width: 11
+            height: 11
+            name: "checkmark"
+            color: GCColor.ink
+        }
+    }
+}

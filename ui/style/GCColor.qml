@@ -1,0 +1,46 @@
+pragma Singleton
+import QtQuick
+
+/// The palette. Everything drawn takes its colours from here.
+QtObject {
+    readonly property color bgTop: Qt.rgba(0.04, 0.06, 0.1, 1)
+    readonly property color bgBottom: Qt.rgba(0.02, 0.03, 0.06, 1)
+    readonly property color glowTeal: Qt.rgba(0.18, 0.95, 0.78, 1)
+    readonly property color glowViolet: Qt.rgba(0.49, 0.43, 1, 1)
+    readonly property color panel: white(0.035)
+    readonly property color panelStroke: white(0.07)
+    readonly property color textPrimary: Qt.rgba(0.95, 0.96, 0.98, 1)
+    readonly property color textSecondary: Qt.rgba(0.54, 0.58, 0.67, 1)
+    readonly property color divider: white(0.06)
+    readonly property color danger: Qt.rgba(1, 0.37, 0.48, 1)
+    readonly property color dangerLight: Qt.rgba(1, 0.56, 0.48, 1)
+
+    readonly property color amber: Qt.rgba(1, 0.79, 0.34, 1)
+    readonly property color deepTeal: Qt.rgba(0.13, 0.76, 0.69, 1)
+    /// Text on what glows.
+    readonly property color ink: Qt.rgba(0.02, 0.08, 0.06, 1)
+    readonly property color track: white(0.08)
+    readonly property color checkOutline: white(0.3)
+    readonly property color hover: white(0.04)
+    readonly property color hoverVeil: white(0.12)
+    readonly property color pressedVeil: Qt.rgba(0, 0, 0, 0.12)
+    readonly property color quietButton: white(0.08)
+    readonly property color quietButtonHover: white(0.13)
+    readonly property color focus: alpha(glowTeal, 0.9)
+    /// Dialogs lie above everything, so nothing may show through them.
+    readonly property color dialog: Qt.rgba(0.075, 0.095, 0.14, 1)
+    readonly property color shade: Qt.rgba(0.01, 0.015, 0.03, 0.66)
+
+    function white(opacity: real): color {
+        return Qt.rgba(1, 1, 1, opacity);
+    }
+
+    function alpha(base: color, opacity: real): color {
+        return Qt.rgba(base.r, base.g, base.b, opacity);
+    }
+
+    /// The opaque colour at `t` on the way from `a` to `b`.
+    function mix(a: color, b: color, t: real): color {
+        return Qt.rgba(a.r + t * (b.r - a.r), a.g + t * (b.g - a.g), a.b + t * (b.b - a.b), 1);
+    }
+}

@@ -1,0 +1,52 @@
+import QtQuick
+
+/// The sign of a long wait: a turning ring over a breathing label.
+Column {
+    id: root
+
+    required property string label
+    property string subtitle
+    property real time: 0
+
+    readonly property real phase: Motion.phase(Motion.breathing, time)
+
+    spacing: 16
+    Accessible.role: Accessible.Indicator
+    Accessible.name: label
+    Accessible.description: subtitle
+
+    FrameAnimation {
+        running: root.visible
+        onTriggered: root.time = Motion.now()
+    }
+
+    Ring {
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: 42
+        height: 42
+        share: 0.72
+        to: GCColor.glowViolet
+        glow: GCColor.alpha(GCColor.glowTeal, 0.6)
+        rotation: (Motion.spinning * root.time) % 360
+    }
+
+    GlowText {
+        anchors.horizontalCenter: parent.horizontalCenter
+        text: root.label
+        font: Type.loading
+        color: GCColor.mix(GCColor.textPrimary, GCColor.glowTeal, 0.3 * root.phase)
+        glow: GCColor.alpha(GCColor.glowTeal, 0.15 + 0.25 * root.phase)
+        radius: 4 + 6 * root.phase
+        maximumRadius: 10
+    }
+
+    Label {
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(implicitWidth, Metrics.subtitleWidth)
+        visible: root.subtitle.length > 0
+        text: root.subtitle
+        color: GCColor.textSecondary
+        horizontalAlignment: Text.AlignHCenter
+        lineHeight: 1.25
+    }
+}

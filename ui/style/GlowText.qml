@@ -1,0 +1,75 @@
+import QtQuick
+
+/// A text with a glow round its letters.
+Item {
+    id: root
+
+    required property string text
+    property font font: Type.body
+    property color color: GCColor.textPrimary
+    property color glow: GCColor.glowTeal
+    property real radius: 8
+
+    /// The widest that the glow gets: room is kept for it, so that the texture has one size.
+    property real maximumRadius: 16
+
+    implicitWidth: label.implicitWidth
+    implicitHeight: label.implicitHeight
+
+    // The glow is made from letters that never change colour: they are rendered once.
+    Text {
+        id: letters
+        text: root.text
+        textFormat: Text.PlainText
+        font: root.font
+        color: "white"
+        visible: false
+    }
+
+    ShaderEffectSource {
+        id: shape
+        readonly property real margin: Math.ceil(root.maximumRadius)
+        x: -margin
+        y: -margin
+        width: Math.ceil(letters.implicitWidth) + 2 * margin
+        height: Math.ceil(letters.implicitHeight) + 2 * margin
+        sourceItem: letters
+        sourceRect: Qt.rect(-margin, -margin, width, height)
+        visible: false
+    }
+
+    ShaderEffect {
+        id: across
+        readonly property ShaderEffectSource source: shape
+        readonly property color tint: "white"
+        readonly property size axis: Qt.size(1 / width, 0)
+        readonly property real radius: root.radius
+
+        width: shape.width
+        height: shape.height
+        visible: false
+        layer.enabled: true
+        fragmentShader: Qt.resolvedUrl("shaders/blur.frag.qsb")
+    }
+
+    ShaderEffect {
+        readonly property ShaderEffect source: across
+        readonly property color tint: root.glow
+        readonly property size axis: Qt.size(0, 1 / height)
+        readonly property real radius: root.radius
+
+        x: shape.x
+        y: shape.y
+        width: shape.width
+        height: shape.height
+        fragmentShader: Qt.resolvedUrl("shaders/blur.frag.qsb")
+    }
+
+    Label {
+        id: label
+        text: root.text
+        font: root.font
+        color: root.color
+        wrapMode: Text.NoWrap
+    }
+}

@@ -1,0 +1,89 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lumvale.Style
+
+/// A button that invites: dark ink on a gradient.
+T.Button {
+    id: root
+
+    property color from: GCColor.deepTeal
+    property color to: GCColor.glowTeal
+    property color glow: "transparent"
+    property real radius: Metrics.buttonRadius
+    property string symbol
+    property real symbolSize: 13
+    /// Shows that what the button started is under way, also while the program itself can't answer.
+    property bool busy: false
+
+    horizontalPadding: 18
+    verticalPadding: 11
+    spacing: 7
+    font: Type.button
+    opacity: enabled || busy ? 1 : 0.45
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    contentItem: Row {
+        spacing: root.spacing
+
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            width: root.symbolSize
+            height: root.symbolSize
+            name: root.symbol
+            color: GCColor.ink
+            visible: root.symbol.length > 0 && !root.busy
+        }
+
+        BusySign {
+            anchors.verticalCenter: parent.verticalCenter
+            width: 12
+            height: 12
+            visible: root.busy
+        }
+
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.text
+            textFormat: Text.PlainText
+            font: root.font
+            color: GCColor.ink
+        }
+    }
+
+    background: Rectangle {
+        radius: root.radius
+        gradient: Gradient {
+            orientation: Gradient.Horizontal
+            GradientStop {
+                position: 0
+                color: root.from
+            }
+            GradientStop {
+                position: 1
+                color: root.to
+            }
+        }
+
+        Halo {
+            z: -1
+            visible: root.enabled && root.glow.a > 0
+            glow: root.glow
+            radius: root.radius
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            radius: root.radius
+            color: root.down ? GCColor.pressedVeil : GCColor.hoverVeil
+            visible: root.enabled && (root.down || root.hovered)
+        }
+
+        FocusRing {
+            visible: root.visualFocus
+            parentRadius: root.radius
+        }
+    }
+}

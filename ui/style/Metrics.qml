@@ -1,0 +1,17 @@
+pragma Singleton
+import QtQuick
+
+/// Distances and radii that several components share.
+QtObject {
+    readonly property int screenPadding: 24
+    readonly property int listPadding: 20
+    readonly property int cardPadding: 18
+    readonly property int cardRadius: 16
+    readonly property int buttonRadius: 11
+    readonly property int smallButtonRadius: 10
+    readonly property int dialogWidth: 420
+    readonly property int dialogRadius: 18
+    readonly property int promptWidth: 420
+    readonly property int subtitleWidth: 320
+    readonly property int checkSide: 19
+}

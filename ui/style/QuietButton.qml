@@ -1,0 +1,35 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// A button that doesn't invite.
+T.Button {
+    id: root
+
+    horizontalPadding: 16
+    verticalPadding: 10
+    font: Type.smallButton
+    opacity: enabled ? 1 : 0.45
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    contentItem: Text {
+        text: root.text
+        textFormat: Text.PlainText
+        font: root.font
+        color: GCColor.textPrimary
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+    }
+
+    background: Rectangle {
+        radius: Metrics.smallButtonRadius
+        color: root.down || root.hovered ? GCColor.quietButtonHover : GCColor.quietButton
+
+        FocusRing {
+            visible: root.visualFocus
+            parentRadius: Metrics.smallButtonRadius
+        }
+    }
+}

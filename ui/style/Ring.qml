@@ -1,0 +1,38 @@
+import QtQuick
+
+/// An arc that starts at the top and runs clockwise over a full ring, with a glow of its own.
+Item {
+    id: root
+
+    property real share: 1
+    property real lineWidth: 3
+    property color from: GCColor.glowTeal
+    property color to: from
+    property color glow: "transparent"
+    property real blur: 8
+
+    // A plain ring, so that without shaders something is left.
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: -root.lineWidth / 2
+        radius: width / 2
+        color: "transparent"
+        border.color: GCColor.track
+        border.width: root.lineWidth
+    }
+
+    ShaderEffect {
+        readonly property color fromColor: root.from
+        readonly property color toColor: root.to
+        readonly property color glowColor: root.glow
+        readonly property real side: width
+        readonly property real radius: root.width / 2
+        readonly property real lineWidth: root.lineWidth
+        readonly property real blur: root.blur
+        readonly property real share: root.share
+
+        anchors.fill: parent
+        anchors.margins: -root.lineWidth / 2 - 2 * root.blur
+        fragmentShader: Qt.resolvedUrl("shaders/ring.frag.qsb")
+    }
+}

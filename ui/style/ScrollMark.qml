@@ -1,0 +1,19 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// A slim scroll bar, there only when there is something to scroll.
+T.ScrollBar {
+    id: root
+
+    implicitWidth: 8
+    implicitHeight: 8
+    padding: 1
+    minimumSize: 0.06
+    visible: size < 1
+    Accessible.ignored: true
+
+    contentItem: Rectangle {
+        radius: 3
+        color: GCColor.white(root.pressed ? 0.4 : root.hovered ? 0.3 : 0.16)
+    }
+}

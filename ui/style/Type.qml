@@ -1,0 +1,34 @@
+pragma Singleton
+import QtQuick
+
+/// The type scale: every size of text in the program, in points of the interface.
+QtObject {
+    id: root
+
+    readonly property font title: text(26, Font.Bold)
+    readonly property font score: text(17, Font.Bold)
+    readonly property font heading: text(15, Font.DemiBold)
+    readonly property font loading: text(14.5, Font.DemiBold)
+    readonly property font button: text(13.5, Font.DemiBold)
+    readonly property font row: text(13.5, Font.Normal)
+    readonly property font body: text(13, Font.Normal)
+    readonly property font smallButton: text(12.5, Font.DemiBold)
+    readonly property font section: text(12.5, Font.DemiBold)
+    readonly property font message: text(12, Font.Normal)
+    readonly property font caption: text(11.5, Font.Normal)
+    readonly property font fine: text(10.5, Font.Normal)
+
+    // Whole pixels would lose the half points, and how many pixels a typographic point has depends on the
+    // screen: this says how many typographic points one point of the interface is.
+    readonly property Text ruler: Text {
+        font.pixelSize: 96
+    }
+
+    function text(size: real, weight: int): font {
+        return Qt.font({
+            family: root.ruler.font.family,
+            pointSize: size * root.ruler.fontInfo.pointSize / 96,
+            weight: weight
+        });
+    }
+}

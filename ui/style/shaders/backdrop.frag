@@ -1,0 +1,37 @@
+#version 440
+
+// A vertical gradient under two soft lights.
+
+layout(location = 0) in vec2 qt_TexCoord0;
+layout(location = 0) out vec4 fragColor;
+
+layout(std140, binding = 0) uniform buf {
+    mat4 qt_Matrix;
+    float qt_Opacity;
+    vec4 topColor;
+    vec4 bottomColor;
+    vec4 firstLight;
+    vec4 secondLight;
+    vec2 firstCentre;
+    vec2 secondCentre;
+    vec2 area;
+    float startRadius;
+    float firstEnd;
+    float secondEnd;
+};
+
+vec3 lit(vec3 ground, vec4 light, vec2 centre, float end) {
+    float reach = (distance(qt_TexCoord0 * area, centre * area) - startRadius) / (end - startRadius);
+    vec4 shine = light * (1.0 - clamp(reach, 0.0, 1.0));
+    return shine.rgb + ground * (1.0 - shine.a);
+}
+
+void main() {
+    vec3 color = mix(topColor.rgb, bottomColor.rgb, qt_TexCoord0.y);
+    color = lit(color, firstLight, firstCentre, firstEnd);
+    color = lit(color, secondLight, secondCentre, secondEnd);
+
+    // Half a level of noise, or the dark gradients would show as bands.
+    float noise = fract(sin(dot(gl_FragCoord.xy, vec2(12.9898, 78.233))) * 43758.5453);
+    fragColor = vec4(color + (noise - 0.5) / 255.0, 1.0) * qt_Opacity;
+}
