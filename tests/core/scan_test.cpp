@@ -32,13 +32,6 @@ std::vector<std::string> lines(const std::vector<ScanItem>& items) {
 
 using Lines = std::vector<std::string>;
 
-std::vector<ScanItem> ofCategory(const ScanResult& result, ScanCategory category) {
-    std::vector<ScanItem> items;
-    std::copy_if(result.items.begin(), result.items.end(), std::back_inserter(items),
-                 [&](const ScanItem& item) { return item.category == category; });
-    return items;
-}
-
 } // namespace
 
 TEST(Scan, AnEmptyHomeProposesNothing) {
