@@ -1,0 +1,13 @@
+#include "app/history/history_entry.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+/// What can be read from a history file can be written and read again, unchanged.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto entries = decodeHistory({reinterpret_cast<const char*>(data), size});
+    if (entries && decodeHistory(encodeHistory(*entries)) != entries)
+        std::abort();
+    return 0;
+}

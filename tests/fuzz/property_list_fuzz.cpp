@@ -1,0 +1,24 @@
+#include "platform/property_list.h"
+
+#include "platform/text.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+/// Whatever bytes a file holds, reading it ends, and its texts are UTF-8.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto list = platform::PropertyList::parse({reinterpret_cast<const char*>(data), size});
+    if (!list)
+        return 0;
+    for (const char* key : {"Label", "CFBundleIdentifier", "CFBundleName", "a", ""}) {
+        const auto text = list->string(key);
+        const auto truth = list->boolean(key);
+        const bool isDictionary = list->root() == platform::PropertyList::Root::dictionary;
+        if ((text && truth) || ((text || truth) && !isDictionary))
+            std::abort();
+        if (text && platform::displayed(*text) != *text)
+            std::abort();
+    }
+    return 0;
+}
