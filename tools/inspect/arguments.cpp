@@ -1,0 +1,84 @@
+#include "tools/inspect/arguments.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <system_error>
+
+#include <pwd.h>
+#include <unistd.h>
+
+namespace inspect {
+
+namespace {
+
+std::optional<std::string> variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr || *value == '\0' ? std::nullopt : std::optional<std::string>(value);
+}
+
+std::string homeOfMachine() {
+    if (const auto home = variable("HOME"))
+        return *home;
+    const passwd* user = getpwuid(getuid());
+    return user == nullptr ? "/" : user->pw_dir;
+}
+
+template <class Number>
+Number number(const std::string& argument) {
+    Number value{};
+    const char* end = argument.data() + argument.size();
+    const auto [rest, error] = std::from_chars(argument.data(), end, value);
+    if (error != std::errc{} || rest != end)
+        throw WrongUsage{"no number, or too large a one: " + argument};
+    return value;
+}
+
+} // namespace
+
+platform::Disk diskOfEnvironment() {
+    const std::string root = variable("LUMVALE_DISK").value_or("/");
+    const std::string home = variable("LUMVALE_HOME").value_or(homeOfMachine());
+    const auto disk = platform::Disk::open(root, home, variable("LUMVALE_USER_CACHE"));
+    if (!disk)
+        throw WrongUsage{"no disk at " + root + " with a home at " + home + ": " + disk.error().description};
+    return *disk;
+}
+
+std::string bytesOf(std::string_view text) {
+    constexpr std::string_view escape = "\\udc";
+    constexpr std::size_t digits = 2;
+    std::string bytes;
+    while (!text.empty()) {
+        unsigned byte = 0;
+        const std::string_view written =
+            text.starts_with(escape) ? text.substr(escape.size(), digits) : std::string_view{};
+        const auto [end, error] = std::from_chars(written.data(), written.data() + written.size(), byte, 16);
+        if (written.size() == digits && error == std::errc{} && end == written.data() + digits
+            && byte >= 0x80) {
+            bytes += static_cast<char>(byte);
+            text.remove_prefix(escape.size() + digits);
+        } else {
+            bytes += text.front();
+            text.remove_prefix(1);
+        }
+    }
+    return bytes;
+}
+
+std::int64_t integer(const std::string& argument) {
+    return number<std::int64_t>(argument);
+}
+
+std::uint64_t count(const std::string& argument) {
+    return number<std::uint64_t>(argument);
+}
+
+double real(const std::string& argument) {
+    const double value = number<double>(argument);
+    if (!std::isfinite(value))
+        throw WrongUsage{"no finite number: " + argument};
+    return value;
+}
+
+} // namespace inspect

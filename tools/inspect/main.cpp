@@ -1,0 +1,50 @@
+// Runs one operation of the core and prints what it returns as JSON: the window through which scripts,
+// benchmarks and tests look at the core. It has no logic of its own.
+
+#include "tools/inspect/arguments.h"
+#include "tools/inspect/json_text.h"
+#include "tools/inspect/operations.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+
+namespace {
+
+constexpr std::string_view reallyFlag = "--really";
+
+inspect::Json run(int argumentCount, char** arguments) {
+    const inspect::Operation* operation = argumentCount < 2 ? nullptr : inspect::operation(arguments[1]);
+    if (operation == nullptr)
+        throw inspect::WrongUsage{argumentCount < 2 ? "usage: lumvale-inspect OPERATION [ARGUMENT...]"
+                                                    : std::string("no such operation: ") + arguments[1]};
+    inspect::Request request;
+    for (int i = 2; i < argumentCount; ++i)
+        request.arguments.push_back(inspect::bytesOf(arguments[i]));
+    const bool flagCame = !request.arguments.empty() && request.arguments.back() == reallyFlag;
+    if (operation->disk == inspect::DiskUse::changes && flagCame) {
+        request.really = true;
+        request.arguments.pop_back();
+    }
+    if (request.arguments.size() < operation->least || request.arguments.size() > operation->most)
+        throw inspect::WrongUsage{"usage: lumvale-inspect " + std::string(operation->name) + " "
+                                  + std::string(operation->parameters)};
+    if (operation->disk != inspect::DiskUse::none)
+        request.opened = inspect::diskOfEnvironment();
+    return operation->run(request);
+}
+
+} // namespace
+
+int main(int argumentCount, char** arguments) {
+    try {
+        const std::string text = inspect::jsonText(run(argumentCount, arguments)) + "\n";
+        const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+        return written && std::fflush(stdout) == 0 ? 0 : 1;
+    } catch (const inspect::WrongUsage& wrong) {
+        std::string line = wrong.message;
+        std::replace(line.begin(), line.end(), '\n', ' ');
+        std::fprintf(stderr, "%s\n", line.c_str());
+        return 2;
+    }
+}

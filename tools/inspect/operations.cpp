@@ -1,0 +1,182 @@
+#include "tools/inspect/operations.h"
+
+#include "core/scan/large_files.h"
+#include "core/scan/permissions.h"
+#include "core/scan/scanner.h"
+#include "core/uninstall/uninstaller.h"
+#include "platform/folder.h"
+#include "platform/format.h"
+#include "platform/path.h"
+#include "platform/text.h"
+#include "platform/trash.h"
+#include "platform/walk.h"
+#include "tools/inspect/json_form.h"
+#include "tools/inspect/translate.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace inspect {
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+Texts allButFirst(const Texts& arguments) {
+    return {arguments.begin() + 1, arguments.end()};
+}
+
+/// `one` of each argument, in a list.
+template <class Function>
+Json each(const Texts& arguments, Function one) {
+    Json list = Json::array();
+    for (const std::string& argument : arguments)
+        list.push_back(one(argument));
+    return list;
+}
+
+// Looking at the disk
+
+Json scan(const Request& request) {
+    return form(LumvaleScanner::scan(request.disk()));
+}
+
+Json largeFiles(const Request& request) {
+    const std::int64_t minimumBytes = integer(request.arguments[0]);
+    const std::uint64_t maxResults = count(request.arguments[1]);
+    return form(
+        LumvaleScanner::scanLargeFiles(request.disk(), request.disk().home(), minimumBytes, maxResults));
+}
+
+Json apps(const Request& request) {
+    return form(LumvaleUninstaller::scanInstalledApps(request.disk()));
+}
+
+Json orphans(const Request& request) {
+    return form(LumvaleUninstaller::orphanedLeftovers(request.disk()));
+}
+
+Json virtualMachines(const Request& request) {
+    return form(LumvaleUninstaller::virtualMachineItems(request.disk()));
+}
+
+Json health(const Request& request) {
+    return form(LumvaleScanner::healthScore(request.disk()));
+}
+
+Json storage(const Request& request) {
+    return form(LumvaleScanner::storageBreakdown(request.disk()));
+}
+
+Json access(const Request& request) {
+    return {{"hasFullDiskAccess", LumvalePermissions::hasFullDiskAccess(request.disk())}};
+}
+
+Json allowed(const Request& request) {
+    return each(request.arguments, [&](const std::string& path) -> Json {
+        return {{"path", path}, {"allowed", LumvaleScanner::isDeletionAllowed(path, request.disk())}};
+    });
+}
+
+Json size(const Request& request) {
+    const std::vector<std::int64_t> sizes = platform::measure(request.disk(), request.arguments);
+    Json list = Json::array();
+    for (std::size_t i = 0; i < sizes.size(); ++i)
+        list.push_back({{"path", request.arguments[i]}, {"sizeBytes", sizes[i]}});
+    return list;
+}
+
+// Changing it
+
+Json remove(const Request& request) {
+    if (!request.really)
+        return {{"would", request.arguments}};
+    return form(LumvaleScanner::deletePaths(request.arguments, request.disk()));
+}
+
+Json emptyTrash(const Request& request) {
+    if (request.really)
+        return form(LumvaleScanner::emptyTrash(request.disk()));
+    Json would = Json::array();
+    const std::string trash = platform::trashFolder(request.disk());
+    if (const auto names = platform::listFolder(request.disk(), trash)) {
+        for (const std::string& name : *names)
+            would.push_back(platform::joined(trash, name));
+    }
+    return {{"would", would}};
+}
+
+// Text
+
+Json formatBytes(const Request& request) {
+    return each(allButFirst(request.arguments), [&](const std::string& bytes) {
+        return platform::formatByteCount(integer(bytes), request.arguments[0]);
+    });
+}
+
+Json formatDate(const Request& request) {
+    return each(allButFirst(request.arguments), [&](const std::string& seconds) {
+        const platform::Date date(platform::Date::duration(real(seconds)));
+        return platform::formatMediumDate(date, request.arguments[0], platform::TimeZone::utc);
+    });
+}
+
+Json sort(const Request& request) {
+    const platform::NameOrder order(request.arguments[0]);
+    Texts names = allButFirst(request.arguments);
+    std::stable_sort(names.begin(), names.end(),
+                     [&](const std::string& a, const std::string& b) { return order.before(a, b); });
+    return names;
+}
+
+Json path(const Request& request) {
+    return each(request.arguments, [](const std::string& text) -> Json {
+        return {{"extension", platform::extension(text)},
+                {"stem", platform::stem(text)},
+                {"lastComponent", platform::lastComponent(text)},
+                {"standardized", platform::standardized(text)}};
+    });
+}
+
+Json propertyList(const Request& request) {
+    const auto host = platform::Disk::open("/", "/");
+    if (!host)
+        throw WrongUsage{host.error().description};
+    return each(request.arguments, [&](const std::string& file) -> Json {
+        const auto list = platform::PropertyList::read(*host, std::filesystem::absolute(file).string());
+        return list ? form(*list) : Json{{"error", form(list.error())}};
+    });
+}
+
+constexpr Operation operations[] = {
+    {"scan", "", 0, 0, DiskUse::reads, scan},
+    {"large-files", "MIN MAX", 2, 2, DiskUse::reads, largeFiles},
+    {"apps", "", 0, 0, DiskUse::reads, apps},
+    {"orphans", "", 0, 0, DiskUse::reads, orphans},
+    {"vms", "", 0, 0, DiskUse::reads, virtualMachines},
+    {"health", "", 0, 0, DiskUse::reads, health},
+    {"storage", "", 0, 0, DiskUse::reads, storage},
+    {"access", "", 0, 0, DiskUse::reads, access},
+    {"allowed", "PATH...", 1, anyNumber, DiskUse::reads, allowed},
+    {"size", "PATH...", 1, anyNumber, DiskUse::reads, size},
+    {"delete", "PATH... [--really]", 1, anyNumber, DiskUse::changes, remove},
+    {"empty-trash", "[--really]", 0, 0, DiskUse::changes, emptyTrash},
+#ifdef LUMVALE_INSPECT_TRANSLATES
+    {"tr", "LANGUAGE KEY...", 2, anyNumber, DiskUse::none, translate},
+#endif
+    {"format-bytes", "LOCALE N...", 2, anyNumber, DiskUse::none, formatBytes},
+    {"format-date", "LOCALE SECONDS...", 2, anyNumber, DiskUse::none, formatDate},
+    {"sort", "LOCALE NAME...", 2, anyNumber, DiskUse::none, sort},
+    {"path", "TEXT...", 1, anyNumber, DiskUse::none, path},
+    {"plist", "HOST_FILE...", 1, anyNumber, DiskUse::none, propertyList},
+};
+
+} // namespace
+
+const Operation* operation(std::string_view name) {
+    const auto* found = std::find_if(std::begin(operations), std::end(operations),
+                                     [&](const Operation& operation) { return operation.name == name; });
+    return found == std::end(operations) ? nullptr : found;
+}
+
+} // namespace inspect

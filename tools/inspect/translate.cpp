@@ -1,0 +1,24 @@
+#include "tools/inspect/translate.h"
+
+#include "app/i18n/localizer.h"
+#include "app/i18n/translations.h"
+#include "platform/locale.h"
+
+namespace inspect {
+
+Json translate(const Request& request) {
+    const auto choice = appLanguage(QString::fromStdString(request.arguments[0]));
+    if (!choice)
+        throw WrongUsage{"no such language: " + request.arguments[0]};
+    const AppLanguage language = effectiveLanguage(*choice, platform::preferredLanguages());
+    // Not through the Localizer: it would store the language as the user's wish.
+    Json texts = Json::array();
+    for (std::size_t i = 1; i < request.arguments.size(); ++i) {
+        const QString key = QString::fromStdString(request.arguments[i]);
+        const auto ofKey = Translations::table().value(key);
+        texts.push_back(ofKey.value(language, ofKey.value(AppLanguage::fr, key)).toStdString());
+    }
+    return texts;
+}
+
+} // namespace inspect
