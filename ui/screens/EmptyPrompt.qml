@@ -19,7 +19,8 @@ Column {
 
     Label {
         objectName: "emptyPrompt"
-        width: Math.min(implicitWidth, Metrics.promptWidth)
+        // As wide as gives lines of much the same length: a last line of one word looks like a mistake.
+        width: Math.min(implicitWidth / Math.ceil(implicitWidth / Metrics.promptWidth) + 30, Metrics.promptWidth)
         text: root.text
         color: GCColor.textSecondary
         horizontalAlignment: Text.AlignHCenter

@@ -74,12 +74,9 @@ T.AbstractButton {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 3
 
-        Label {
+        Figure {
             anchors.right: parent.right
             text: root.size
-            font: Type.body
-            wrapMode: Text.NoWrap
-            Accessible.ignored: true
         }
 
         Label {

@@ -1,4 +1,3 @@
-pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 import Lumvale
@@ -10,13 +9,20 @@ Panel {
 
     required property ScanItemsModel items
 
-    readonly property real rowWidth: width - 2 * Metrics.listPadding
-    readonly property int currentRow: list.activeFocus ? list.currentIndex : -1
+    /// Whether the rows are walked by keys: only then is the current one shown.
+    property bool isWalked: false
 
-    function toggle(row: int): void {
+    function toggleCurrent(): void {
+        isWalked = true;
+        if (list.currentIndex >= 0)
+            items.toggle(list.currentIndex);
+    }
+
+    function clickRow(row: int): void {
+        list.forceActiveFocus(Qt.MouseFocusReason);
         list.currentIndex = row;
-        if (row >= 0)
-            items.toggle(row);
+        isWalked = false;
+        items.toggle(row);
     }
 
     ListView {
@@ -39,23 +45,33 @@ Panel {
         T.ScrollBar.vertical: ScrollMark {}
 
         Accessible.role: Accessible.List
-        Keys.onSpacePressed: root.toggle(currentIndex)
-        Keys.onReturnPressed: root.toggle(currentIndex)
-        Keys.onEnterPressed: root.toggle(currentIndex)
+        onActiveFocusChanged: {
+            root.isWalked = activeFocus;
+            if (activeFocus && currentIndex < 0)
+                currentIndex = 0;
+        }
+        Keys.onPressed: event => {
+            root.isWalked = true;
+            event.accepted = false;
+        }
+        Keys.onSpacePressed: root.toggleCurrent()
+        Keys.onReturnPressed: root.toggleCurrent()
+        Keys.onEnterPressed: root.toggleCurrent()
 
         section.delegate: SectionLabel {
             required property string section
 
-            width: root.rowWidth
+            width: ListView.view.width - 2 * Metrics.listPadding
             text: Texts.tr(section)
         }
 
         delegate: ItemRow {
             required property int index
 
-            width: root.rowWidth
-            isCurrent: index === root.currentRow
-            onClicked: root.toggle(index)
+            width: ListView.view.width - 2 * Metrics.listPadding
+            // Bound components would let qmllint follow these, but Qt 6.4 makes no section headings of them.
+            isCurrent: root.isWalked && ListView.isCurrentItem // qmllint disable unqualified
+            onClicked: root.clickRow(index) // qmllint disable unqualified
         }
     }
 }

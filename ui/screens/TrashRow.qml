@@ -71,7 +71,10 @@ Column {
         interactive: contentHeight > height
         keyNavigationEnabled: true
         model: root.model.trashFailedNames
-        T.ScrollBar.vertical: ScrollMark {}
+        T.ScrollBar.vertical: ScrollMark {
+            topPadding: 0
+            bottomPadding: 0
+        }
 
         delegate: Label {
             required property int index

@@ -15,11 +15,13 @@ T.Button {
     /// Shows that what the button started is under way, also while the program itself can't answer.
     property bool busy: false
 
+    readonly property bool isLit: enabled || busy
+    readonly property color textColor: isLit ? GCColor.ink : GCColor.textSecondary
+
     horizontalPadding: 18
     verticalPadding: 11
     spacing: 7
     font: Type.button
-    opacity: enabled || busy ? 1 : 0.45
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     Keys.onReturnPressed: clicked()
@@ -33,7 +35,7 @@ T.Button {
             width: root.symbolSize
             height: root.symbolSize
             name: root.symbol
-            color: GCColor.ink
+            color: root.textColor
             visible: root.symbol.length > 0 && !root.busy
         }
 
@@ -49,29 +51,32 @@ T.Button {
             text: root.text
             textFormat: Text.PlainText
             font: root.font
-            color: GCColor.ink
+            color: root.textColor
         }
     }
 
-    background: Rectangle {
-        radius: root.radius
-        gradient: Gradient {
-            orientation: Gradient.Horizontal
-            GradientStop {
-                position: 0
-                color: root.from
-            }
-            GradientStop {
-                position: 1
-                color: root.to
-            }
-        }
-
+    background: Item {
         Halo {
-            z: -1
-            visible: root.enabled && root.glow.a > 0
+            visible: root.isLit && root.glow.a > 0
             glow: root.glow
             radius: root.radius
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            radius: root.radius
+            opacity: root.isLit ? 1 : 0.22
+            gradient: Gradient {
+                orientation: Gradient.Horizontal
+                GradientStop {
+                    position: 0
+                    color: root.from
+                }
+                GradientStop {
+                    position: 1
+                    color: root.to
+                }
+            }
         }
 
         Rectangle {

@@ -5,9 +5,11 @@ import QtQuick.Templates as T
 T.ScrollBar {
     id: root
 
-    implicitWidth: 8
-    implicitHeight: 8
-    padding: 1
+    implicitWidth: 12
+    padding: 3
+    // Clear of the round corners that lists have.
+    topPadding: 10
+    bottomPadding: 10
     minimumSize: 0.06
     visible: size < 1
     Accessible.ignored: true

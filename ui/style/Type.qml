@@ -19,15 +19,18 @@ QtObject {
     readonly property font fine: text(10.5, Font.Normal)
 
     // Whole pixels would lose the half points, and how many pixels a typographic point has depends on the
-    // screen: this says how many typographic points one point of the interface is.
-    readonly property Text ruler: Text {
-        font.pixelSize: 96
+    // screen: the two rulers say how many typographic points one point of the interface is.
+    readonly property FontMetrics pixels: FontMetrics {
+        font.pixelSize: 960
+    }
+    readonly property FontMetrics points: FontMetrics {
+        font.pointSize: 960
     }
 
     function text(size: real, weight: int): font {
         return Qt.font({
-            family: root.ruler.font.family,
-            pointSize: size * root.ruler.fontInfo.pointSize / 96,
+            family: root.pixels.font.family,
+            pointSize: size * root.pixels.height / root.points.height,
             weight: weight
         });
     }
