@@ -11,7 +11,7 @@ T.AbstractButton {
     required property string explanation
     required property string size
     required property string date
-    required property bool isChecked
+    required checked
 
     property bool isCurrent: false
 
@@ -21,7 +21,7 @@ T.AbstractButton {
 
     Accessible.role: Accessible.CheckBox
     Accessible.checkable: true
-    Accessible.checked: isChecked
+    Accessible.checked: checked
     Accessible.name: name + ", " + size
     Accessible.description: Texts.tr(explanation)
 
@@ -38,7 +38,7 @@ T.AbstractButton {
     CheckMark {
         id: mark
         anchors.verticalCenter: parent.verticalCenter
-        isChecked: root.isChecked
+        isChecked: root.checked
     }
 
     Column {

@@ -78,9 +78,10 @@ Column {
 
         delegate: Label {
             required property int index
+            required property string modelData
 
             width: ListView.view.width - 14
-            text: root.model.trashFailedNames[index] + " : " + Texts.tr(root.model.trashFailedReasonKeys[index])
+            text: modelData + " : " + Texts.tr(root.model.trashFailedReasonKeys[index])
             font: Type.fine
             color: GCColor.danger
         }
