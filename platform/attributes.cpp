@@ -16,7 +16,9 @@ Kind kindOf(const Disk& disk, std::string_view path) {
 }
 
 std::optional<Attributes> attributesOf(const Disk& disk, std::string_view path) {
-    const Result<Place> place = disk.place(path);
+    Result<Place> place = disk.place(path);
+    if (!place) // the root lies in no folder
+        place = disk.placeFollowed(path);
     if (!place)
         return std::nullopt;
     return system::attributesAt(place->folder.number(), place->name.c_str());

@@ -16,6 +16,10 @@ Descriptor openToPassThrough(int folder, const char* name);
 /// The attributes of the entry `name` in `folder`, of a link its own.
 std::optional<Attributes> attributesAt(int folder, const char* name);
 
+/// Opens the folder at a relative `path` below `folder` for reading; no name of the path may be a link (ELOOP
+/// or ENOTDIR), nor "..".
+Descriptor openFolderBelow(int folder, const char* path);
+
 /// Renames an entry; EEXIST when the new name is taken, by anything. Never replaces. EINVAL or ENOSYS where
 /// the file system or the kernel cannot promise that.
 int renameExclusively(int fromFolder, const char* fromName, int toFolder, const char* toName);

@@ -21,9 +21,12 @@
 /// depth is walked with a bounded number of descriptors and nothing leads out of it.
 namespace platform {
 
+namespace detail {
+class WalkWorker;
+}
+
 /// An entry met by the walk. Valid only during the visit.
-class WalkEntry {
-public:
+struct WalkEntry {
     std::size_t root = 0; ///< index of the root below which it lies
     std::string_view name;
     EntryType type = EntryType::other;
@@ -32,11 +35,9 @@ public:
     int folder = -1;            ///< descriptor of the folder that holds it
 
     /// Its whole path on the disk, put together when asked for.
-    std::string path() const { return pathOf(walker, *this); }
+    std::string path() const;
 
-    /// The walk's own.
-    const void* walker = nullptr;
-    std::string (*pathOf)(const void* walker, const WalkEntry&) = nullptr;
+    const detail::WalkWorker* worker = nullptr; ///< the walk's own
 };
 
 /// Whether the walk goes on below a folder. Of no meaning for other entries.

@@ -1,12 +1,18 @@
 #include "platform/system.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <string>
 
 #include <fcntl.h>
 #include <linux/fs.h>
+#include <linux/openat2.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 namespace platform::system {
 
@@ -34,6 +40,34 @@ Date date(const timespec& time) {
 
 Descriptor openToPassThrough(int folder, const char* name) {
     return Descriptor(openat(folder, name, O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+Descriptor openFolderBelow(int folder, const char* path) {
+    constexpr int flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+    const char* slash = std::strchr(path, '/');
+    if (!slash)
+        return Descriptor(openat(folder, path, flags));
+
+    // O_NOFOLLOW protects the last name only. Kernels before 5.6 and some containers lack the call that
+    // protects them all.
+    static std::atomic<bool> hasOpenBeneath = true;
+    if (hasOpenBeneath.load(std::memory_order_relaxed)) {
+        open_how how{};
+        how.flags = flags;
+        how.resolve = RESOLVE_BENEATH | RESOLVE_NO_SYMLINKS;
+        const long number = syscall(SYS_openat2, folder, path, &how, sizeof how);
+        if (number >= 0 || (errno != ENOSYS && errno != EPERM))
+            return Descriptor(static_cast<int>(number));
+        hasOpenBeneath = false;
+    }
+    Descriptor passed;
+    for (; slash; slash = std::strchr(path, '/')) {
+        passed = openToPassThrough(passed ? passed.number() : folder, std::string(path, slash).c_str());
+        if (!passed)
+            return {};
+        path = slash + 1;
+    }
+    return Descriptor(openat(passed.number(), path, flags));
 }
 
 std::optional<Attributes> attributesAt(int folder, const char* name) {
