@@ -61,12 +61,13 @@ TEST_F(ScanItemsModelTest, ShowsARowAsPeopleReadIt) {
 }
 
 TEST_F(ScanItemsModelTest, TicksOnlyTheRowThatWasClickedOfTwoThatLookTheSame) {
-    m_model.setItems({item("/d/a\xff", ScanCategory::cache, 10), item("/d/a\xfe", ScanCategory::cache, 3)});
+    m_model.setItems({item("/d/a\xff", ScanCategory::cache, 10), item("/d/a\xfe", ScanCategory::cache, 3),
+                      item("/e/a\xfe", ScanCategory::cache, 100)});
     ASSERT_EQ(m_model.data(m_model.index(0), ScanItemsModel::NameRole),
               m_model.data(m_model.index(1), ScanItemsModel::NameRole));
     m_model.toggle(1);
     EXPECT_EQ(m_model.checked(), (std::set<std::string>{"/d/a\xfe"}));
-    EXPECT_EQ(ticks(m_model), (Ticks{false, true}));
+    EXPECT_EQ(ticks(m_model), (Ticks{false, true, false}));
     EXPECT_EQ(m_model.checkedBytes(), 3);
 }
 
