@@ -18,18 +18,14 @@ std::optional<std::string> environment(const char* name) {
     return value && *value ? std::optional<std::string>(value) : std::nullopt;
 }
 
-platform::Result<platform::Disk> chosenDisk() {
-    return platform::Disk::open(environment("LUMVALE_DISK").value_or("/"),
-                                environment("LUMVALE_HOME").value_or(environment("HOME").value_or("/")),
-                                environment("LUMVALE_USER_CACHE"));
-}
-
 } // namespace
 
 int main(int argc, char* argv[]) {
-    auto disk = chosenDisk();
+    const std::string root = environment("LUMVALE_DISK").value_or("/");
+    const std::string home = environment("LUMVALE_HOME").value_or(environment("HOME").value_or("/"));
+    auto disk = platform::Disk::open(root, home, environment("LUMVALE_USER_CACHE"));
     if (!disk) {
-        std::fprintf(stderr, "lumvale: cannot open the disk or the home on it: %s\n",
+        std::fprintf(stderr, "lumvale: no disk at %s with the home %s: %s\n", root.c_str(), home.c_str(),
                      disk.error().description.c_str());
         return 2;
     }

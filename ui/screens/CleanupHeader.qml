@@ -58,6 +58,7 @@ Item {
         text: Texts.tr(root.isScanning ? "btn_scanning" : "btn_scan")
         glow: GCColor.alpha(GCColor.glowTeal, 0.35)
         enabled: !root.isScanning
+        focus: true
         onClicked: root.scanRequested()
     }
 }

@@ -55,6 +55,7 @@ FocusScope {
         anchors.bottomMargin: Metrics.screenPadding
 
         GlowLoadingIndicator {
+            objectName: "loadingIndicator"
             anchors.centerIn: parent
             visible: root.model.isScanning
             label: Texts.tr("scanning_progress")

@@ -15,6 +15,7 @@ T.AbstractButton {
 
     property bool isCurrent: false
 
+    objectName: "row"
     implicitHeight: Math.max(texts.height, figures.height) + 2 * 10
     hoverEnabled: true
     focusPolicy: Qt.NoFocus
@@ -24,6 +25,8 @@ T.AbstractButton {
     Accessible.checked: checked
     Accessible.name: name + ", " + size
     Accessible.description: Texts.tr(explanation)
+    Accessible.onPressAction: clicked()
+    Accessible.onToggleAction: clicked()
 
     background: Rectangle {
         anchors.fill: parent

@@ -19,5 +19,6 @@ Window {
 
     CleanupView {
         anchors.fill: parent
+        focus: true
     }
 }

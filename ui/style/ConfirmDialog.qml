@@ -14,6 +14,9 @@ T.Popup {
 
     readonly property bool busy: action.running
 
+    /// Where the keyboard was before.
+    property Item returnTo
+
     /// The blocking call belongs in its handler: by then the dialog is seen to be busy.
     signal confirmed
 
@@ -25,6 +28,12 @@ T.Popup {
     padding: Metrics.screenPadding
     implicitWidth: Metrics.dialogWidth
     implicitHeight: content.implicitHeight + 2 * padding
+    onAboutToShow: returnTo = parent.Window.activeFocusItem
+    onClosed: {
+        const control = returnTo as T.Control;
+        if (returnTo)
+            returnTo.forceActiveFocus(control ? control.focusReason : Qt.PopupFocusReason);
+    }
     onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)
 
     BlockingAction {

@@ -1,0 +1,391 @@
+#include "app/history/history_store.h"
+#include "app/i18n/localizer.h"
+#include "app/models/background.h"
+#include "app/models/scan_view_model.h"
+#include "tests/support/temporary_disk.h"
+#include "tests/ui/driver.h"
+#include "ui/shell/lumvale_window.h"
+
+#include <QAccessible>
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QTest>
+
+#include <chrono>
+#include <deque>
+#include <memory>
+#include <optional>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+QString translated(const char* key) {
+    return tr(QLatin1String(key));
+}
+
+/// Keeps background work until it is told to go on.
+class Held {
+public:
+    platform::Executor executor() {
+        return {.background = [this](platform::Executor::Job job) { m_jobs.push_back(std::move(job)); },
+                .interfaceThread = qtExecutor().interfaceThread};
+    }
+
+    bool isEmpty() const { return m_jobs.empty(); }
+    void run() {
+        for (; !m_jobs.empty(); m_jobs.pop_front())
+            m_jobs.front()();
+    }
+
+private:
+    std::deque<platform::Executor::Job> m_jobs;
+};
+
+void postClick(QQuickWindow& window, QPoint place) {
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+        QCoreApplication::postEvent(
+            &window, new QMouseEvent(type, place, window.mapToGlobal(place), Qt::LeftButton,
+                                     type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                                     Qt::NoModifier));
+}
+
+} // namespace
+
+/// The cleanup screen as its user meets it: the real window, clicks and keys, real files.
+class CleanupTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void movesWhatIsTickedAndOnlyThat();
+    void emptiesTheTrash_data();
+    void emptiesTheTrash();
+    void isWalkedByKeys();
+    void nothingIsCutOffInAnyLanguage_data();
+    void nothingIsCutOffInAnyLanguage();
+    void movesOnWhileAScanRuns();
+    void dropsAResultThatComesTooLate();
+    void showsThatItIsBusyBeforeItBlocks();
+
+private:
+    void open(platform::Executor executor = qtExecutor());
+    void scan();
+    ScanViewModel* model() const;
+
+    // Files are met as by an ordinary user, so that modes count.
+    std::optional<OrdinaryUser> m_user;
+    std::unique_ptr<TemporaryDisk> m_disk;
+    std::unique_ptr<HistoryStore> m_history;
+    std::unique_ptr<LumvaleWindow> m_lumvale;
+    std::optional<Driver> m_driver;
+};
+
+void CleanupTest::init() {
+    Localizer::shared().setLanguage(AppLanguage::en);
+    m_user.emplace();
+    m_disk = std::make_unique<TemporaryDisk>();
+    m_history = std::make_unique<HistoryStore>(m_disk->disk());
+    m_disk->make({"~/Library/Caches/com.example.a/blob 4000", "~/Library/Logs/b.log 20",
+                  "~/Downloads/old.zip 500", "~/.Trash/thrown away 7", "~/Documents/letter 1"});
+    m_disk->setModified("~/Downloads/old.zip", platform::now() - 100 * 24h);
+}
+
+void CleanupTest::cleanup() {
+    m_driver.reset();
+    m_lumvale.reset();
+    m_history.reset();
+    m_disk.reset();
+    m_user.reset();
+}
+
+void CleanupTest::open(platform::Executor executor) {
+    m_lumvale = std::make_unique<LumvaleWindow>(m_disk->disk(), *m_history, std::move(executor));
+    QVERIFY(m_lumvale->window());
+    QVERIFY(QTest::qWaitForWindowExposed(m_lumvale->window()));
+    m_driver.emplace(*m_lumvale->window());
+}
+
+void CleanupTest::scan() {
+    QVERIFY(m_driver->click("scanButton"));
+    QTRY_VERIFY(m_driver->isShown("resultsList"));
+    QTRY_VERIFY(!m_driver->rows().empty());
+}
+
+ScanViewModel* CleanupTest::model() const {
+    return m_lumvale->window()->findChild<ScanViewModel*>();
+}
+
+void CleanupTest::movesWhatIsTickedAndOnlyThat() {
+    open();
+    QCOMPARE(m_driver->text("emptyPrompt"), translated("cleanup_empty"));
+    QVERIFY(!m_driver->isShown("healthLabel"));
+
+    scan();
+    QVERIFY(!m_driver->isShown("emptyPrompt"));
+    QVERIFY(m_driver->isShown("healthLabel"));
+    QStringList names;
+    QStringList ticked;
+    for (const QQuickItem* row : m_driver->rows()) {
+        names.append(row->property("name").toString());
+        if (row->property("checked").toBool())
+            ticked.append(names.constLast());
+    }
+    QCOMPARE(names, (QStringList{"com.example.a", "b.log", "thrown away", "old.zip"}));
+    QCOMPARE(ticked, (QStringList{"com.example.a", "b.log", "thrown away"}));
+
+    const QString suffix = ' ' + translated("selected_count_suffix") + " · ";
+    QCOMPARE(m_driver->text("selectionLabel"), "3" + suffix + "4 KB");
+    for (const char* name : {"com.example.a", "b.log", "thrown away"})
+        m_driver->click(*m_driver->row(QLatin1String(name)));
+    QVERIFY(!m_driver->isEnabled("deleteButton"));
+    m_driver->click(*m_driver->row("old.zip"));
+    QCOMPARE(m_driver->text("selectionLabel"), "1" + suffix + "500 bytes");
+
+    QVERIFY(m_driver->click("deleteButton"));
+    QTRY_VERIFY(m_driver->isShown("cancel"));
+    QVERIFY(m_driver->click("cancel"));
+    QTRY_VERIFY(!m_driver->isShown("cancel"));
+    QVERIFY(m_disk->exists("~/Downloads/old.zip"));
+
+    QVERIFY(m_driver->click("deleteButton"));
+    QTRY_VERIFY(m_driver->isShown("confirm"));
+    QVERIFY(m_driver->click("confirm"));
+    QTRY_VERIFY(!m_driver->isShown("confirm"));
+    QVERIFY(!m_disk->exists("~/Downloads/old.zip"));
+    QVERIFY(m_disk->exists("~/.Trash/old.zip"));
+    QVERIFY(m_disk->exists("~/Library/Logs/b.log"));
+    QCOMPARE(m_driver->text("deletedLabel"), "1 " + translated("deleted_confirmation"));
+    QCOMPARE(m_driver->text("selectionLabel"), "0" + suffix + "Zero KB");
+    QVERIFY(!m_driver->row("old.zip"));
+    QVERIFY(!m_driver->isEnabled("deleteButton"));
+}
+
+void CleanupTest::emptiesTheTrash_data() {
+    QTest::addColumn<QString>("closed");
+    QTest::addColumn<unsigned>("mode");
+    QTest::addColumn<QString>("success");
+    QTest::addColumn<QString>("warning");
+    QTest::addColumn<int>("failures");
+
+    const QString suffix = ' ' + translated("trash_emptied_confirmation") + " · ";
+    QTest::newRow("everything goes") << "" << 0u << "✓ 2" + suffix + "16 bytes"
+                                     << "" << 0;
+    QTest::newRow("one entry stays") << "~/.Trash/folder" << 0555u << "✓ 1" + suffix + "7 bytes"
+                                     << "⚠️ 1 " + translated("alert_empty_trash_failed_hint") << 1;
+    QTest::newRow("nothing can be read") << "~/.Trash" << 0u << ""
+                                         << "⚠️ " + translated("alert_empty_trash_access_hint") << 0;
+}
+
+void CleanupTest::emptiesTheTrash() {
+    QFETCH(QString, closed);
+    QFETCH(unsigned, mode);
+    QFETCH(QString, success);
+    QFETCH(QString, warning);
+    QFETCH(int, failures);
+
+    m_disk->make("~/.Trash/folder/inside 9");
+    open();
+    scan();
+    if (!closed.isEmpty())
+        m_disk->setMode(closed.toStdString(), mode);
+
+    QVERIFY(m_driver->click("emptyTrashButton"));
+    QTRY_VERIFY(m_driver->isShown("confirm"));
+    QVERIFY(m_disk->exists("~/.Trash") && !m_driver->isShown("trashWarning"));
+    QVERIFY(m_driver->click("confirm"));
+    QTRY_VERIFY(!m_driver->isShown("confirm"));
+
+    QCOMPARE(m_driver->text("trashSuccess"), success);
+    QCOMPARE(m_driver->text("trashWarning"), warning);
+    QCOMPARE(m_driver->item("trashFailures") ? m_driver->item("trashFailures")->property("count").toInt() : 0,
+             failures);
+    QVERIFY(!m_driver->row("thrown away"));
+    QVERIFY(m_driver->row("b.log"));
+    QCOMPARE(m_driver->cutTexts(), QStringList());
+
+    QVERIFY(m_driver->click("scanButton"));
+    QVERIFY(!m_driver->isShown("trashSuccess") && !m_driver->isShown("trashWarning"));
+}
+
+void CleanupTest::isWalkedByKeys() {
+    open();
+    m_driver->item("scanButton")->forceActiveFocus(Qt::TabFocusReason);
+    m_driver->key(Qt::Key_Return);
+    QTRY_VERIFY(!m_driver->rows().empty());
+
+    m_driver->item("emptyTrashButton")->forceActiveFocus(Qt::TabFocusReason);
+    m_driver->key(Qt::Key_Tab);
+    const QQuickItem* list = m_driver->item("resultsList");
+    QVERIFY(list->hasActiveFocus());
+    const auto isTicked = [this](const char* name) {
+        return m_driver->row(QLatin1String(name))->property("checked").toBool();
+    };
+    QVERIFY(m_driver->rows().front()->property("isCurrent").toBool());
+    m_driver->key(Qt::Key_Space);
+    QVERIFY(!isTicked("com.example.a"));
+    m_driver->key(Qt::Key_Down);
+    QVERIFY(m_driver->rows()[1]->property("isCurrent").toBool());
+    m_driver->key(Qt::Key_Return);
+    QVERIFY(!isTicked("b.log") && isTicked("thrown away"));
+
+    m_driver->key(Qt::Key_Tab);
+    QVERIFY(m_driver->item("deleteButton")->hasActiveFocus());
+
+    // A hasty Return in the dialog cancels, and so does Escape; the destructive button must be gone to.
+    for (const Qt::Key harmless : {Qt::Key_Return, Qt::Key_Escape}) {
+        m_driver->key(Qt::Key_Space);
+        QTRY_VERIFY(m_driver->isShown("cancel") && m_driver->item("cancel")->hasActiveFocus());
+        m_driver->key(harmless);
+        QTRY_VERIFY(!m_driver->isShown("cancel"));
+        QVERIFY(m_disk->exists("~/.Trash/thrown away"));
+        QTRY_VERIFY(m_driver->item("deleteButton")->hasActiveFocus());
+    }
+    m_driver->key(Qt::Key_Space);
+    QTRY_VERIFY(m_driver->isShown("cancel") && m_driver->item("cancel")->hasActiveFocus());
+    m_driver->key(Qt::Key_Tab);
+    QVERIFY(m_driver->item("confirm")->hasActiveFocus());
+    m_driver->key(Qt::Key_Return);
+    QTRY_VERIFY(!m_driver->isShown("cancel"));
+    QVERIFY(!m_disk->exists("~/.Trash/thrown away"));
+    QVERIFY(m_disk->exists("~/Library/Logs/b.log"));
+}
+
+void CleanupTest::nothingIsCutOffInAnyLanguage_data() {
+    QTest::addColumn<int>("language");
+    for (const AppLanguage language : {AppLanguage::fr, AppLanguage::en})
+        QTest::newRow(rawValue(language).toLatin1().constData()) << static_cast<int>(language);
+}
+
+void CleanupTest::nothingIsCutOffInAnyLanguage() {
+    QFETCH(int, language);
+    const std::string endless(200, 'w');
+    m_disk->make({"~/Library/Caches/" + endless + "/blob 12345678", "~/Library/Caches/<b>bold/blob 9999",
+                  "~/Library/Caches/two\nlines/blob 9998"});
+    open();
+    QCOMPARE(m_lumvale->window()->minimumSize(), QSize(820, 700));
+    m_lumvale->window()->resize(820, 700);
+    QTRY_COMPARE(m_lumvale->window()->contentItem()->size(), QSizeF(820, 700));
+    const QString before = m_driver->text("scanButton");
+    // Everything on the screen follows the language at once.
+    Localizer::shared().setLanguageIndex(language);
+    QCOMPARE(m_driver->text("scanButton"), translated("btn_scan"));
+    QCOMPARE(m_driver->text("scanButton") == before, language == static_cast<int>(AppLanguage::en));
+
+    const auto check = [this] {
+        (void)m_lumvale->window()->grabWindow(); // everything laid out
+        QCOMPARE(m_driver->cutTexts().join("; "), QString());
+        QCOMPARE(m_driver->silentControls().join("; "), QString());
+    };
+    check();
+    scan();
+    check();
+    QVERIFY(m_driver->row(QString::fromStdString(endless)));
+    // Names are shown as they are, never as markup.
+    QVERIFY(m_driver->row("<b>bold"));
+    for (const char* button : {"deleteButton", "emptyTrashButton"}) {
+        QVERIFY(m_driver->click(button));
+        QTRY_VERIFY(m_driver->isShown("cancel"));
+        check();
+        QVERIFY(m_driver->click("cancel"));
+        QTRY_VERIFY(!m_driver->isShown("cancel"));
+    }
+}
+
+void CleanupTest::movesOnWhileAScanRuns() {
+    Held held;
+    open(held.executor());
+    QVERIFY(m_driver->click("scanButton"));
+    QCOMPARE(m_driver->text("scanButton"), translated("btn_scanning"));
+    QVERIFY(!m_driver->isEnabled("scanButton"));
+    // A second click meets a button that is disabled.
+    QVERIFY(m_driver->click("scanButton"));
+
+    const QQuickItem* indicator = m_driver->item("loadingIndicator");
+    QVERIFY(indicator);
+    QCOMPARE(indicator->property("label").toString(), translated("scanning_progress"));
+    int frames = 0;
+    const QObject until;
+    connect(m_lumvale->window(), &QQuickWindow::frameSwapped, &until, [&frames] { ++frames; });
+    const double before = indicator->property("time").toDouble();
+    QTRY_VERIFY(frames >= 10);
+    QVERIFY(indicator->property("time").toDouble() > before);
+
+    held.run();
+    QTRY_VERIFY(m_driver->isShown("resultsList"));
+    QVERIFY(held.isEmpty());
+    QVERIFY(!m_driver->isShown("loadingIndicator"));
+}
+
+void CleanupTest::dropsAResultThatComesTooLate() {
+    Held held;
+    open(held.executor());
+    QVERIFY(m_driver->click("scanButton"));
+    QVERIFY(!held.isEmpty());
+    m_driver.reset();
+    m_lumvale.reset();
+    held.run();
+    QCoreApplication::processEvents();
+    QVERIFY(m_disk->exists("~/Library/Logs/b.log"));
+}
+
+void CleanupTest::showsThatItIsBusyBeforeItBlocks() {
+    open();
+    scan();
+    QQuickWindow* window = m_lumvale->window();
+    const QQuickItem* row = m_driver->row("old.zip");
+    const QPoint onRow = m_driver->centre(*row);
+    const QPoint onScanButton = m_driver->centre(*m_driver->item("scanButton"));
+
+    QVERIFY(m_driver->click("deleteButton"));
+    QTRY_VERIFY(m_driver->isShown("confirm"));
+    const QQuickItem* confirm = m_driver->item("confirm");
+    const QPoint onConfirm = m_driver->centre(*confirm);
+
+    // What a frame shows is settled when it is synchronised, and seen when it is swapped.
+    std::atomic<bool> isBusyInFrame = false;
+    std::atomic<bool> isBusyOnScreen = false;
+    const QObject until;
+    connect(
+        window, &QQuickWindow::afterSynchronizing, &until,
+        [&] { isBusyInFrame = confirm->property("busy").toBool(); }, Qt::DirectConnection);
+    connect(
+        window, &QQuickWindow::frameSwapped, &until,
+        [&] {
+            if (isBusyInFrame)
+                isBusyOnScreen = true;
+        },
+        Qt::DirectConnection);
+
+    bool wasSeen = false;
+    connect(model(), &ScanViewModel::lastDeletedCountChanged, &until, [&] {
+        // Here the program is blocked. Its user sees that, and clicks about all the same.
+        wasSeen = isBusyOnScreen;
+        for (const QPoint place : {onRow, onScanButton, onConfirm})
+            postClick(*window, place);
+    });
+    QVERIFY(m_driver->click("confirm"));
+    QVERIFY(m_disk->exists("~/Library/Logs/b.log")); // not yet: the dialog comes first
+    QTRY_VERIFY(!m_driver->isShown("confirm"));
+
+    QVERIFY(wasSeen);
+    QCOMPARE(model()->deletedCount(), 3);
+    QVERIFY(!model()->isScanning());
+    QCOMPARE(model()->checkedCount(), 0);
+    QVERIFY(m_disk->exists("~/Downloads/old.zip"));
+}
+
+int main(int argc, char** argv) {
+    const OwnSettings settings;
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setOrganizationName(QStringLiteral("Lumvale Tests"));
+    QGuiApplication::setApplicationName(QStringLiteral("Tests"));
+    QAccessible::setActive(true); // as with a screen reader
+    CleanupTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "cleanup_test.moc"

@@ -1,0 +1,126 @@
+#include "tests/ui/driver.h"
+
+#include <QAccessible>
+#include <QTest>
+
+#include <algorithm>
+
+namespace {
+
+/// Calls `visit` with each visible item at and below `item`, front to back not counted.
+template <class Visit>
+void forEachVisible(QQuickItem* item, Visit visit) {
+    if (!item->isVisible() || item->opacity() <= 0)
+        return;
+    visit(item);
+    for (QQuickItem* child : item->childItems())
+        forEachVisible(child, visit);
+}
+
+QRectF inScene(const QQuickItem& item) {
+    return item.mapRectToScene(QRectF(0, 0, item.width(), item.height()));
+}
+
+/// What of the item a scrolling view around it lets through.
+bool isScrolledAway(const QQuickItem& item) {
+    for (const QQuickItem* around = item.parentItem(); around; around = around->parentItem())
+        if (around->clip() && !inScene(*around).intersects(inScene(item)))
+            return true;
+    return false;
+}
+
+} // namespace
+
+QQuickItem* Driver::item(const char* name) const {
+    QQuickItem* found = nullptr;
+    forEachVisible(m_window.contentItem(), [&](QQuickItem* item) {
+        if (!found && item->objectName() == QLatin1String(name))
+            found = item;
+    });
+    return found;
+}
+
+QString Driver::text(const char* name, const char* property) const {
+    const QQuickItem* found = item(name);
+    return found ? found->property(property).toString() : QString();
+}
+
+bool Driver::isEnabled(const char* name) const {
+    const QQuickItem* found = item(name);
+    return found && found->isEnabled();
+}
+
+std::vector<QQuickItem*> Driver::rows() const {
+    std::vector<QQuickItem*> rows;
+    forEachVisible(m_window.contentItem(), [&](QQuickItem* item) {
+        if (item->objectName() == QLatin1String("row") && !isScrolledAway(*item))
+            rows.push_back(item);
+    });
+    std::sort(rows.begin(), rows.end(),
+              [](const QQuickItem* a, const QQuickItem* b) { return inScene(*a).top() < inScene(*b).top(); });
+    return rows;
+}
+
+QQuickItem* Driver::row(const QString& name) const {
+    for (QQuickItem* row : rows())
+        if (row->property("name").toString() == name)
+            return row;
+    return nullptr;
+}
+
+bool Driver::click(const char* name) const {
+    const QQuickItem* found = item(name);
+    if (found)
+        click(*found);
+    return found;
+}
+
+void Driver::click(const QQuickItem& item) const {
+    QTest::mouseClick(&m_window, Qt::LeftButton, Qt::NoModifier, centre(item));
+}
+
+QPoint Driver::centre(const QQuickItem& item) const {
+    return inScene(item).center().toPoint();
+}
+
+void Driver::key(Qt::Key key) const {
+    QTest::keyClick(&m_window, key);
+}
+
+QStringList Driver::cutTexts() const {
+    const QRectF window(0, 0, m_window.width(), m_window.height());
+    QStringList cut;
+    forEachVisible(m_window.contentItem(), [&](QQuickItem* item) {
+        const QVariant content = item->property("contentWidth");
+        if (!item->inherits("QQuickText") || item->property("text").toString().isEmpty()
+            || isScrolledAway(*item))
+            return;
+        constexpr qreal rounding = 1;
+        const QRectF place = inScene(*item);
+        if (item->property("truncated").toBool() || content.toReal() > item->width() + rounding
+            || item->property("contentHeight").toReal() > item->height() + rounding
+            || place.left() < window.left() || place.right() > window.right() + rounding)
+            cut.append(item->property("text").toString());
+    });
+    return cut;
+}
+
+QStringList Driver::silentControls() const {
+    QStringList silent;
+    forEachVisible(m_window.contentItem(), [&](QQuickItem* item) {
+        if (!item->inherits("QQuickAbstractButton"))
+            return;
+        QAccessibleInterface* told = QAccessible::queryAccessibleInterface(item);
+        if (!told || told->text(QAccessible::Name).isEmpty() || told->role() == QAccessible::NoRole)
+            silent.append(item->objectName());
+    });
+    return silent;
+}
+
+OwnSettings::OwnSettings() {
+    qputenv("XDG_CONFIG_HOME", m_folder.path().toLocal8Bit());
+    qputenv("XDG_CONFIG_DIRS", m_folder.path().toLocal8Bit());
+    qputenv("LC_ALL", "C.UTF-8");
+    qputenv("TZ", "UTC");
+    qunsetenv("LANGUAGE");
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <vector>
+
+/// Eyes and hands on a real window: what it finds is visible, and what it clicks is clicked where it lies.
+class Driver {
+public:
+    explicit Driver(QQuickWindow& window) : m_window(window) {}
+
+    /// The first visible item of this object name, in dialogs as well; null when there is none.
+    QQuickItem* item(const char* name) const;
+    bool isShown(const char* name) const { return item(name) != nullptr; }
+
+    /// A property of a visible item as text; empty when it isn't shown.
+    QString text(const char* name, const char* property = "text") const;
+    bool isEnabled(const char* name) const;
+
+    /// The visible rows of lists, from top to bottom, and the one that shows this name.
+    std::vector<QQuickItem*> rows() const;
+    QQuickItem* row(const QString& name) const;
+
+    /// Clicks in the middle; false when nothing of that name is shown.
+    bool click(const char* name) const;
+    void click(const QQuickItem& item) const;
+    QPoint centre(const QQuickItem& item) const;
+
+    void key(Qt::Key key) const;
+
+    /// The visible texts that don't fit where they stand, or reach out of the window.
+    QStringList cutTexts() const;
+
+    /// The visible controls that a screen reader would find without a name or a role.
+    QStringList silentControls() const;
+
+private:
+    QQuickWindow& m_window;
+};
+
+/// While it lives, the program's settings are nobody's, and the language and the formats are the same on
+/// every machine. Made before the application object.
+class OwnSettings {
+public:
+    OwnSettings();
+
+private:
+    QTemporaryDir m_folder;
+};
