@@ -36,5 +36,10 @@ int main(int argc, char* argv[]) {
     QGuiApplication::setApplicationName(QStringLiteral("Lumvale"));
 
     const LumvaleWindow window(platform::Disk::current(), HistoryStore::shared(), qtExecutor());
-    return window.window() ? QGuiApplication::exec() : EXIT_FAILURE;
+    if (!window.window())
+        return EXIT_FAILURE;
+    const int status = QGuiApplication::exec();
+    // A scan may still be under way. It only reads, and nobody waits for it any more: the user who closes the
+    // window shall not have to either.
+    std::quick_exit(status);
 }
