@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <atomic>
 #include <limits>
-#include <mutex>
 #include <set>
 #include <thread>
 
@@ -61,25 +60,40 @@ private:
     rlimit m_before{};
 };
 
-/// A chain of folders, each with a file of one byte and `sideFolders` folders that hold such a file too.
-/// Gives the bytes made.
-std::int64_t makeChain(const std::string& hostFolder, int levels, int sideFolders) {
-    const auto makeFile = [](int folder, const char* name) {
-        const Descriptor file(openat(folder, name, O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
+/// While it lives, disks are made on a memory file system where there is one: large trees are made faster
+/// there, and files may be nearly 2^63 bytes long.
+class InMemory {
+public:
+    InMemory() {
+        if (access("/dev/shm", W_OK | X_OK) == 0)
+            setenv("TMPDIR", "/dev/shm", 1);
+    }
+    ~InMemory() { m_before.empty() ? unsetenv("TMPDIR") : setenv("TMPDIR", m_before.c_str(), 1); }
+    InMemory(const InMemory&) = delete;
+    InMemory& operator=(const InMemory&) = delete;
+
+private:
+    std::string m_before = getenv("TMPDIR") ? getenv("TMPDIR") : "";
+};
+
+/// A chain of folders called `name`, each with a file of one byte and, if asked, a folder beside it that
+/// holds such a file too. Gives the bytes made.
+enum class SideFolders { no, yes };
+std::int64_t makeChain(const std::string& hostFolder, int levels, const std::string& name, SideFolders side) {
+    const auto makeFile = [](int parent, const char* path) {
+        const Descriptor file(openat(parent, path, O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
         return ftruncate(file.number(), 1) == 0 ? 1 : 0;
     };
     std::int64_t bytes = 0;
     Descriptor folder(open(hostFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     for (int level = 0; level < levels; ++level) {
         bytes += makeFile(folder.number(), "file");
-        for (int side = 0; side < sideFolders; ++side) {
-            const std::string name = "side" + std::to_string(side);
-            mkdirat(folder.number(), name.c_str(), 0755);
-            bytes += makeFile(folder.number(), (name + "/file").c_str());
+        if (side == SideFolders::yes) {
+            mkdirat(folder.number(), "side", 0755);
+            bytes += makeFile(folder.number(), "side/file");
         }
-        constexpr const char* next = "seventeen-letters";
-        mkdirat(folder.number(), next, 0755);
-        folder = Descriptor(openat(folder.number(), next, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        mkdirat(folder.number(), name.c_str(), 0755);
+        folder = Descriptor(openat(folder.number(), name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     }
     return bytes;
 }
@@ -157,21 +171,15 @@ TEST(Measure, CountsWhatLiesBelow) {
 }
 
 TEST(Measure, SumsStopAtTheLargestValue) {
-    // Memory file systems take sparse files of nearly 2^63 bytes; most disks' do not.
-    const char* const before = getenv("TMPDIR");
-    const std::string temporary = before ? before : "";
-    setenv("TMPDIR", "/dev/shm", 1);
-    {
-        const TemporaryDisk disk;
-        for (const char* path : {"~/two/a", "~/two/b", "~/three/a", "~/three/sub/b", "~/three/sub/c"}) {
-            disk.make(path);
-            if (truncate(disk.host(path).c_str(), (std::int64_t{1} << 62) - 1) != 0)
-                GTEST_SKIP() << "no file system for huge sparse files here";
-        }
-        EXPECT_EQ(sizeOf(disk.disk(), "~/two"), largest - 1);
-        EXPECT_EQ(sizeOf(disk.disk(), "~/three"), largest);
+    const InMemory memory;
+    const TemporaryDisk disk;
+    for (const char* path : {"~/two/a", "~/two/b", "~/three/a", "~/three/sub/b", "~/three/sub/c"}) {
+        disk.make(path);
+        if (truncate(disk.host(path).c_str(), (std::int64_t{1} << 62) - 1) != 0)
+            GTEST_SKIP() << "no file system for sparse files of nearly 2^62 bytes here";
     }
-    before ? setenv("TMPDIR", temporary.c_str(), 1) : unsetenv("TMPDIR");
+    EXPECT_EQ(sizeOf(disk.disk(), "~/two"), largest - 1);
+    EXPECT_EQ(sizeOf(disk.disk(), "~/three"), largest);
 }
 
 TEST(Measure, PassesOverWhatMayNotBeRead) {
@@ -188,24 +196,29 @@ TEST(Measure, PassesOverWhatMayNotBeRead) {
 }
 
 TEST(Measure, ReachesEveryLevelWithFewDescriptors) {
+    const InMemory memory;
     const TemporaryDisk disk;
-    const std::int64_t chain = makeChain((disk.make("~/chain/"), disk.host("~/chain")), 5000, 0);
-    const std::int64_t bushy = makeChain((disk.make("~/bushy/"), disk.host("~/bushy")), 5000, 2);
-    ASSERT_EQ(chain, 5000);
-    ASSERT_EQ(bushy, 15000);
+    disk.make({"~/deep/", "~/long/"});
+    const std::int64_t deep = makeChain(disk.host("~/deep"), 5000, "seventeen-letters", SideFolders::no);
+    // More of its folders have to be reached again from far above than can be kept open.
+    const std::int64_t longNames =
+        makeChain(disk.host("~/long"), 1000, std::string(200, 'x'), SideFolders::yes);
+    ASSERT_EQ(deep, 5000);
+    ASSERT_EQ(longNames, 2000);
     const std::size_t before = openDescriptors();
     for (const unsigned workers : {1U, 4U, 16U}) {
         const DescriptorLimit limit(before + 128);
-        EXPECT_EQ(sizeOf(disk.disk(), "~/chain", workers), chain) << workers << " workers";
-        EXPECT_EQ(sizeOf(disk.disk(), "~/bushy", workers), bushy) << workers << " workers";
+        EXPECT_EQ(sizeOf(disk.disk(), "~/deep", workers), deep) << workers << " workers";
+        EXPECT_EQ(sizeOf(disk.disk(), "~/long", workers), longNames) << workers << " workers";
     }
     EXPECT_EQ(openDescriptors(), before);
 }
 
 TEST(Measure, TakesManyRootsAtOnce) {
+    const InMemory memory;
     const TemporaryDisk disk;
     std::vector<std::string> paths;
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < 500; ++i) {
         const std::string folder = "~/caches/" + std::to_string(i);
         disk.make({folder + "/a/b/file 1", folder + "/c/file 2"});
         paths.push_back(TemporaryDisk::path(folder));
@@ -221,6 +234,7 @@ TEST(Measure, TakesManyRootsAtOnce) {
 }
 
 TEST(Walk, MeetsEveryEntryOnceWhateverTheNumberOfWorkers) {
+    const InMemory memory;
     const TemporaryDisk disk;
     disk.make({"~/a/closed/inside", "~/a/.hidden/inside 3", "~/a/link -> closed", "~/b/\xff/file 5"});
     std::multiset<std::string> expected;
@@ -228,7 +242,7 @@ TEST(Walk, MeetsEveryEntryOnceWhateverTheNumberOfWorkers) {
          {"~/a/closed", "~/a/.hidden", "~/a/.hidden/inside", "~/a/link", "~/b/\xff", "~/b/\xff/file"})
         expected.insert(TemporaryDisk::path(path));
     std::int64_t bytes = 3 + 5 + 6;
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < 30; ++i) {
         for (int j = 0; j < 40; ++j) {
             const std::string folder = "~/a/wide/" + std::to_string(i) + "/" + std::to_string(j);
             disk.make(folder + "/file 2");
@@ -240,13 +254,15 @@ TEST(Walk, MeetsEveryEntryOnceWhateverTheNumberOfWorkers) {
     }
     expected.insert(TemporaryDisk::path("~/a/wide"));
     // Paths on the way are put together from anchors here.
-    makeChain((disk.make("~/b/deep/"), disk.host("~/b/deep")), 200, 1);
+    disk.make("~/b/deep/");
+    makeChain(disk.host("~/b/deep"), 50, std::string(200, 'x'), SideFolders::yes);
     expected.insert(TemporaryDisk::path("~/b/deep"));
     std::string folder = TemporaryDisk::path("~/b/deep");
-    for (int level = 0; level < 200; ++level) {
-        for (const char* name : {"/file", "/side0", "/side0/file", "/seventeen-letters"})
+    for (int level = 0; level < 50; ++level) {
+        for (const char* name : {"/file", "/side", "/side/file"})
             expected.insert(folder + name);
-        folder += "/seventeen-letters";
+        folder += "/" + std::string(200, 'x');
+        expected.insert(folder);
         bytes += 2;
     }
 
@@ -260,10 +276,11 @@ TEST(Walk, MeetsEveryEntryOnceWhateverTheNumberOfWorkers) {
 }
 
 TEST(Walk, ReadsAFolderOfManyEntries) {
+    const InMemory memory;
     const TemporaryDisk disk;
     disk.make("~/wide/");
     const Descriptor folder(open(disk.host("~/wide").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    constexpr int entries = 100'000;
+    constexpr int entries = 20'000;
     for (int i = 0; i < entries; ++i) {
         const std::string name = std::to_string(i);
         if (i % 2 == 0)
@@ -312,7 +329,7 @@ TEST(Walk, IsNotLedOutByAFolderSwappedForALink) {
     });
     const std::vector<std::string> roots{TemporaryDisk::path("~/tree")};
     bool sawTree = false;
-    for (int round = 0; round < 2000; ++round) {
+    for (int round = 0; round < 10000; ++round) {
         const Collector found = walk(disk.disk(), roots, Hidden::include, Collector{}, 2);
         for (const std::string& path : found.paths) {
             sawTree = sawTree || path.ends_with("/file");
