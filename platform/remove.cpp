@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <set>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -205,25 +206,34 @@ private:
     bool m_isLost = false;
 };
 
-/// Takes the flag off one entry. A pipe or a device is never opened.
-void unlockEntry(int folder, const char* name) {
-    struct stat status {};
-    if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return;
-    if (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode))
-        return;
-    const Descriptor entry(openat(folder, name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
-    if (entry)
-        system::clearImmutableFlag(entry.number());
-}
+/// Takes flags off; a visitor of the walk. Pipes and devices are never opened, and like the removal it stays
+/// on the volume.
+class Unlocking {
+public:
+    explicit Unlocking(dev_t device) : m_device(device) {}
 
-struct Unlocking {
     Descend visit(const WalkEntry& entry) const {
-        if (entry.type == EntryType::file || entry.type == EntryType::folder)
-            unlockEntry(entry.folder, std::string(entry.name).c_str());
+        return unlock(entry.folder, std::string(entry.name).c_str());
+    }
+
+    void merge(Unlocking&&) {}
+
+    /// Takes the flag off one entry.
+    Descend unlock(int folder, const char* name) const {
+        struct stat status {};
+        if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0 || status.st_dev != m_device)
+            return Descend::no;
+        if (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode)) {
+            const Descriptor entry(
+                openat(folder, name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
+            if (entry)
+                system::clearImmutableFlag(entry.number());
+        }
         return Descend::yes;
     }
-    void merge(Unlocking&&) {}
+
+private:
+    dev_t m_device;
 };
 
 } // namespace
@@ -241,9 +251,13 @@ void unlock(const Disk& disk, std::string_view path) {
     const Result<Place> place = placeInTrash(disk, path);
     if (!place)
         return;
-    unlockEntry(place->folder.number(), place->name.c_str());
+    struct stat trash {};
+    if (fstat(place->folder.number(), &trash) != 0)
+        return;
+    const Unlocking unlocking(trash.st_dev);
     const std::string root(path);
-    walk(disk, std::span(&root, 1), Hidden::include, Unlocking{});
+    if (unlocking.unlock(place->folder.number(), place->name.c_str()) == Descend::yes)
+        walk(disk, std::span(&root, 1), Hidden::include, unlocking);
 }
 
 } // namespace platform

@@ -16,7 +16,8 @@ namespace platform {
 Result<void> removeForGood(const Disk& disk, std::string_view path);
 
 /// Takes the user's immutable flag off the entry at `path` (standardised, below the Trash) and off everything
-/// below it, hidden entries included; what refuses is passed over. No other flag or mode is changed.
+/// below it on its volume, hidden entries included; what refuses is passed over. No other flag or mode is
+/// changed.
 void unlock(const Disk& disk, std::string_view path);
 
 } // namespace platform

@@ -85,44 +85,56 @@ unsigned likelyFreeNumber(int trash, const std::string& name) {
     return free;
 }
 
-/// For file systems that cannot promise that a rename replaces nothing. A folder takes the name of an empty
-/// one of ours, the only thing that a folder can replace; a file gets its second name before it loses the
-/// first, and only if that still is the same file. Leaves errno like a system call.
-int moveByReservedName(const Place& source, int trash, const char* newName) {
-    const int folder = source.folder.number();
-    const char* name = source.name.c_str();
-    struct stat status {};
-    if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0)
+// For file systems that cannot promise that a rename replaces nothing. Like a system call, each gives 0, or
+// -1 with errno set.
+
+/// The new name is taken by an empty folder of ours, which is all that a folder can replace.
+int moveFolderOntoReservedName(const Place& source, int trash, const char* newName) {
+    if (mkdirat(trash, newName, 0700) != 0)
         return -1;
-    if (S_ISDIR(status.st_mode)) {
-        if (mkdirat(trash, newName, 0700) != 0)
-            return -1;
-        if (renameat(folder, name, trash, newName) == 0)
-            return 0;
-        const int failure = errno;
-        unlinkat(trash, newName, AT_REMOVEDIR);
-        errno = failure;
-        return -1;
-    }
-    if (!S_ISREG(status.st_mode)) {
-        errno = ENOTSUP;
-        return -1;
-    }
-    if (linkat(folder, name, trash, newName, 0) != 0)
-        return -1;
-    struct stat linked {};
-    int failure = 0;
-    if (fstatat(trash, newName, &linked, AT_SYMLINK_NOFOLLOW) != 0
-        || fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0)
-        failure = errno;
-    else if (linked.st_dev != status.st_dev || linked.st_ino != status.st_ino)
-        failure = EBUSY;
-    else if (unlinkat(folder, name, 0) == 0)
+    if (renameat(source.folder.number(), source.name.c_str(), trash, newName) == 0)
         return 0;
-    else
-        failure = errno;
+    const int failure = errno;
+    unlinkat(trash, newName, AT_REMOVEDIR);
+    errno = failure;
+    return -1;
+}
+
+/// Removes the name in the folder if it still is that of the file with this other name in the Trash.
+int removeFirstName(const Place& source, int trash, const char* otherName) {
+    struct stat first {};
+    struct stat other {};
+    if (fstatat(source.folder.number(), source.name.c_str(), &first, AT_SYMLINK_NOFOLLOW) != 0
+        || fstatat(trash, otherName, &other, AT_SYMLINK_NOFOLLOW) != 0)
+        return -1;
+    if (first.st_dev != other.st_dev || first.st_ino != other.st_ino) {
+        errno = EBUSY; // a program has just put a new version in its place
+        return -1;
+    }
+    return unlinkat(source.folder.number(), source.name.c_str(), 0);
+}
+
+/// The file gets its new name before it loses the old one.
+int moveFileByLink(const Place& source, int trash, const char* newName) {
+    if (linkat(source.folder.number(), source.name.c_str(), trash, newName, 0) != 0)
+        return -1;
+    if (removeFirstName(source, trash, newName) == 0)
+        return 0;
+    const int failure = errno;
     unlinkat(trash, newName, 0);
     errno = failure;
+    return -1;
+}
+
+int moveByReservedName(const Place& source, int trash, const char* newName) {
+    struct stat status {};
+    if (fstatat(source.folder.number(), source.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return -1;
+    if (S_ISDIR(status.st_mode))
+        return moveFolderOntoReservedName(source, trash, newName);
+    if (S_ISREG(status.st_mode))
+        return moveFileByLink(source, trash, newName);
+    errno = ENOTSUP;
     return -1;
 }
 

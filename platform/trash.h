@@ -28,8 +28,8 @@ Result<Place> placeInTrash(const Disk& disk, std::string_view path);
 /// `FileAction::move`) the entry is where it was, whole.
 Result<std::string> moveToTrash(const Disk& disk, std::string_view path);
 
-/// The name that an entry called `name` has in a Trash that holds that name and the next ones up to `number`:
-/// "a 2.txt" for "a.txt". At most 255 bytes: what is before the extension is cut where a character ends.
+/// The name to try as the `number`th for an entry called `name`: "a 2.txt" for "a.txt". At most 255 bytes,
+/// for which what is before the extension is cut at the end of a character.
 std::string numberedName(std::string_view name, unsigned number);
 
 } // namespace platform
