@@ -1,0 +1,164 @@
+#include "core/scan/trash.h"
+
+#include "core/scan/permissions.h"
+#include "core/scan/scanner.h"
+#include "platform/trash.h"
+#include "tests/support/mounted_volume.h"
+#include "tests/support/temporary_disk.h"
+
+#include <limits>
+
+#include <gtest/gtest.h>
+
+using LumvaleScanner::emptyTrash;
+using LumvaleScanner::reasonKey;
+using platform::Error;
+
+namespace {
+
+Error cocoa(int code, std::shared_ptr<const Error> underlying = nullptr) {
+    return {std::string(platform::cocoaDomain), code, "", std::move(underlying)};
+}
+
+Error posix(int code) {
+    return {std::string(platform::posixDomain), code, "", nullptr};
+}
+
+Error wrapped(int cocoaCode, Error cause) {
+    return cocoa(cocoaCode, std::make_shared<const Error>(std::move(cause)));
+}
+
+} // namespace
+
+TEST(TrashFailures, AreExplainedByThePosixCodeOrElseTheCocoaCode) {
+    const std::pair<Error, const char*> cases[]{
+        {posix(1), "err_trash_permission"},
+        {posix(13), "err_trash_permission"},
+        {posix(2), "err_trash_already_gone"},
+        {posix(16), "err_trash_busy"},
+        {posix(26), "err_trash_busy"},
+        {posix(66), "err_trash_not_empty"},
+        {posix(5), "err_trash_unknown"},
+        {posix(39), "err_trash_unknown"},
+        {posix(4), "err_trash_unknown"}, // Cocoa's codes are not POSIX's
+        {posix(513), "err_trash_unknown"},
+        {cocoa(4), "err_trash_already_gone"},
+        {cocoa(513), "err_trash_permission"},
+        {cocoa(257), "err_trash_permission"},
+        {cocoa(512), "err_trash_unknown"},
+        {cocoa(16), "err_trash_unknown"},
+        {wrapped(513, posix(16)), "err_trash_busy"},      // the cause decides
+        {wrapped(513, posix(5)), "err_trash_permission"}, // unless it says nothing
+        {wrapped(512, posix(66)), "err_trash_not_empty"},
+        {wrapped(512, cocoa(513)), "err_trash_unknown"},
+        {{"Lumvale", 1, "", nullptr}, "err_trash_unknown"},
+        {{"Lumvale", 7, "", std::make_shared<const Error>(posix(2))}, "err_trash_already_gone"}};
+    for (const auto& [error, key] : cases)
+        EXPECT_EQ(reasonKey(error), key) << error.domain << " " << error.code;
+}
+
+TEST(EmptyTrash, RemovesAndCountsEveryEntry) {
+    const TemporaryDisk disk;
+    disk.make({"~/Documents/kept 1000", "~/.Trash/file 100", "~/.Trash/.DS_Store 10", "~/.Trash/empty",
+               "~/.Trash/folder/inside 1000", "~/.Trash/folder/.hidden 5",
+               "~/.Trash/link -> /Users/me/Documents"});
+    const TrashReport report = emptyTrash(disk.disk());
+    EXPECT_EQ(report.succeeded, 5);
+    EXPECT_EQ(report.failed, 0);
+    EXPECT_EQ(report.bytesFreed, 1110);
+    EXPECT_FALSE(report.couldNotAccess);
+    EXPECT_TRUE(report.failedDetails.empty());
+    EXPECT_TRUE(platform::listTrash(disk.disk())->empty());
+    EXPECT_TRUE(disk.exists("~/Documents/kept"));
+
+    const TrashReport again = emptyTrash(disk.disk());
+    EXPECT_EQ(again.succeeded + again.failed, 0);
+    EXPECT_FALSE(again.couldNotAccess);
+}
+
+TEST(EmptyTrash, SaysWhenTheTrashCannotBeListed) {
+    const auto expectNoAccess = [](const TemporaryDisk& disk) {
+        const TrashReport report = emptyTrash(disk.disk());
+        EXPECT_TRUE(report.couldNotAccess);
+        EXPECT_EQ(report.succeeded + report.failed, 0);
+        EXPECT_EQ(report.bytesFreed, 0);
+    };
+    for (const char* trash : {"~/nothing", "~/.Trash", "~/.Trash -> Documents", "~/.Trash -> nowhere"}) {
+        const TemporaryDisk disk;
+        disk.make({"~/Documents/kept", trash});
+        expectNoAccess(disk);
+        EXPECT_TRUE(disk.exists("~/Documents/kept")) << trash;
+    }
+    const OrdinaryUser user;
+    const TemporaryDisk disk;
+    disk.make("~/.Trash/kept");
+    disk.setMode("~/.Trash", 0300);
+    expectNoAccess(disk);
+    EXPECT_TRUE(disk.exists("~/.Trash/kept"));
+}
+
+TEST(EmptyTrash, GoesOnPastWhatFailsAndTellsWhy) {
+    const OrdinaryUser user;
+    const TemporaryDisk disk;
+    disk.make({"~/.Trash/a 1", "~/.Trash/b/locked/file 10", "~/.Trash/b/free 100", "~/.Trash/c 1000",
+               "~/.Trash/\xFF/locked/file"});
+    disk.setMode("~/.Trash/b/locked", 0555);
+    disk.setMode("~/.Trash/\xFF/locked", 0555);
+    const TrashReport report = emptyTrash(disk.disk());
+    EXPECT_EQ(report.succeeded, 2);
+    EXPECT_EQ(report.failed, 2);
+    EXPECT_EQ(report.bytesFreed, 1001);
+    ASSERT_EQ(report.failedDetails.size(), 2U);
+    EXPECT_EQ(report.failedDetails[0].name, "b");
+    EXPECT_EQ(report.failedDetails[0].reasonKey, "err_trash_permission");
+    EXPECT_NE(report.failedDetails[0].rawTechnical.find("Permission denied"), std::string::npos);
+    EXPECT_EQ(report.failedDetails[1].name, "\xFF");
+    EXPECT_FALSE(disk.exists("~/.Trash/b/free"));
+}
+
+TEST(EmptyTrash, UnlocksWhatIsLockedAndTriesOnceMore) {
+    const TemporaryDisk disk;
+    disk.make({"~/.Trash/locked 7", "~/.Trash/folder/deep/.hidden/locked 70", "~/.Trash/free 700"});
+    if (!disk.setImmutable("~/.Trash/locked", true)
+        || !disk.setImmutable("~/.Trash/folder/deep/.hidden/locked", true)
+        || !disk.setImmutable("~/.Trash/folder", true))
+        GTEST_SKIP() << "no immutable flag here";
+    const TrashReport report = emptyTrash(disk.disk());
+    EXPECT_EQ(report.succeeded, 3);
+    EXPECT_EQ(report.failed, 0);
+    EXPECT_EQ(report.bytesFreed, 707); // what is hidden in a folder isn't measured
+    EXPECT_TRUE(platform::listTrash(disk.disk())->empty());
+}
+
+TEST(EmptyTrash, KeepsTheReasonOfTheFirstAttempt) {
+    const TemporaryDisk disk;
+    disk.make({"~/.Trash/folder/locked", "~/.Trash/folder/volume/"});
+    const MountedVolume volume(disk.host("~/.Trash/folder/volume"));
+    SKIP_UNLESS_MOUNTED(volume);
+    if (!disk.setImmutable("~/.Trash/folder/locked", true))
+        GTEST_SKIP() << "no immutable flag here";
+    // At first the lock is in the way, at the second attempt a volume that is in use.
+    const TrashReport report = emptyTrash(disk.disk());
+    ASSERT_EQ(report.failedDetails.size(), 1U);
+    EXPECT_EQ(report.failedDetails[0].reasonKey, "err_trash_permission");
+    EXPECT_FALSE(disk.exists("~/.Trash/folder/locked"));
+}
+
+TEST(EmptyTrash, SumsSizesToTheLargestNumberAtMost) {
+    const TemporaryDisk disk;
+    disk.make("~/.Trash/");
+    const MountedVolume volume(disk.host("~/.Trash")); // one that allows files of any length
+    SKIP_UNLESS_MOUNTED(volume);
+    disk.make({"~/.Trash/a 9223372036854775807", "~/.Trash/b 9223372036854775807", "~/.Trash/c 1"});
+    EXPECT_EQ(emptyTrash(disk.disk()).bytesFreed, std::numeric_limits<std::int64_t>::max());
+}
+
+TEST(FullDiskAccess, IsThereWhenTheMailFolderCanBeListed) {
+    const TemporaryDisk disk;
+    EXPECT_FALSE(LumvalePermissions::hasFullDiskAccess(disk.disk()));
+    const OrdinaryUser user;
+    disk.make("~/Library/Mail/");
+    EXPECT_TRUE(LumvalePermissions::hasFullDiskAccess(disk.disk())); // empty as it is
+    disk.setMode("~/Library/Mail", 0);
+    EXPECT_FALSE(LumvalePermissions::hasFullDiskAccess(disk.disk()));
+}

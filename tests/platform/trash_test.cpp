@@ -1,0 +1,348 @@
+#include "platform/trash.h"
+
+#include "platform/path.h"
+#include "tests/support/mounted_volume.h"
+#include "tests/support/temporary_disk.h"
+
+#include <cerrno>
+#include <cstring>
+#include <functional>
+#include <set>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+using platform::moveToTrash;
+using platform::numberedName;
+
+// The system calls of a move can be made to fail: the linker sends the product's calls here.
+
+namespace {
+
+/// The errno that a call answers with instead of doing its work; 0 for none.
+struct Faults {
+    int renameat2 = 0;
+    int renameat = 0;
+    int mkdirat = 0;
+    int linkat = 0;
+    int unlinkat = 0;
+} faults;
+
+std::function<void()> afterLink;
+int renames = 0;
+
+int fail(int failure) {
+    errno = failure;
+    return -1;
+}
+
+} // namespace
+
+extern "C" {
+int __real_renameat2(int, const char*, int, const char*, unsigned);
+int __real_renameat(int, const char*, int, const char*);
+int __real_mkdirat(int, const char*, mode_t);
+int __real_linkat(int, const char*, int, const char*, int);
+int __real_unlinkat(int, const char*, int);
+
+int __wrap_renameat2(int a, const char* from, int b, const char* to, unsigned flags) {
+    ++renames;
+    return faults.renameat2 != 0 ? fail(faults.renameat2) : __real_renameat2(a, from, b, to, flags);
+}
+int __wrap_renameat(int a, const char* from, int b, const char* to) {
+    return faults.renameat != 0 ? fail(faults.renameat) : __real_renameat(a, from, b, to);
+}
+int __wrap_mkdirat(int folder, const char* name, mode_t mode) {
+    return faults.mkdirat != 0 ? fail(faults.mkdirat) : __real_mkdirat(folder, name, mode);
+}
+int __wrap_linkat(int a, const char* from, int b, const char* to, int flags) {
+    if (faults.linkat != 0)
+        return fail(faults.linkat);
+    const int result = __real_linkat(a, from, b, to, flags);
+    if (result == 0 && afterLink)
+        afterLink();
+    return result;
+}
+/// Fails for the entry itself, not for what the product takes back.
+int __wrap_unlinkat(int folder, const char* name, int flags) {
+    return faults.unlinkat != 0 && std::strcmp(name, "source") == 0 ? fail(faults.unlinkat)
+                                                                    : __real_unlinkat(folder, name, flags);
+}
+}
+
+namespace {
+
+struct MoveToTrash : testing::Test {
+    void TearDown() override {
+        faults = {};
+        afterLink = nullptr;
+    }
+
+    platform::Result<std::string> move(std::string_view path) const {
+        return moveToTrash(disk.disk(), TemporaryDisk::path(path));
+    }
+
+    std::vector<std::string> trash() const {
+        const auto names = platform::listTrash(disk.disk());
+        return names ? *names : std::vector<std::string>{"(unreadable)"};
+    }
+
+    /// That the move fails, with this POSIX code, and that nothing has changed.
+    void expectRefused(std::string_view path, int posix) const {
+        const auto moved = move(path);
+        ASSERT_FALSE(moved) << path;
+        EXPECT_EQ(moved.error().domain, platform::cocoaDomain);
+        ASSERT_TRUE(moved.error().underlying);
+        EXPECT_EQ(moved.error().underlying->code, posix) << path << ": " << moved.error().description;
+        EXPECT_TRUE(disk.exists(path)) << path;
+    }
+
+    const TemporaryDisk disk;
+};
+
+} // namespace
+
+TEST_F(MoveToTrash, KeepsEveryByteOfNameAndContent) {
+    const std::string names[]{
+        "plain.txt", "new\nline", "quo\"te's", "back\\slash", "-rf",        "\xFF\xFE",           "e\u0301",
+        "\u00E9",    "* ?",       ".hidden",   "trailing. ",  "\U0001F600", std::string(255, 'x')};
+    for (const std::string& name : names) {
+        disk.write("~/" + name, name);
+        const auto moved = move("~/" + name);
+        ASSERT_TRUE(moved) << moved.error().description;
+        EXPECT_EQ(*moved, platform::trashFolder(disk.disk()) + "/" + name);
+        EXPECT_EQ(disk.read(*moved), name);
+        EXPECT_FALSE(disk.exists("~/" + name));
+    }
+    EXPECT_EQ(trash().size(), std::size(names));
+}
+
+TEST_F(MoveToTrash, OverwritesNothing) {
+    disk.make({"~/.Trash/x/", "~/.Trash/y.txt/"});
+    disk.make("~/x/");
+    EXPECT_TRUE(move("~/x")); // an empty folder onto an empty folder
+    disk.write("~/x", "file onto folder");
+    EXPECT_TRUE(move("~/x"));
+    for (const char* content : {"one", "two"}) {
+        disk.write("~/y.txt", content);
+        EXPECT_TRUE(move("~/y.txt"));
+    }
+    EXPECT_EQ(trash(), (std::vector<std::string>{"x", "x 2", "x 3", "y 2.txt", "y 3.txt", "y.txt"}));
+    EXPECT_EQ(disk.read("~/.Trash/x 3"), "file onto folder");
+    EXPECT_EQ(disk.read("~/.Trash/y 3.txt"), "two");
+}
+
+TEST_F(MoveToTrash, MovesLinksAndLeavesTheirTargets) {
+    disk.make({"~/folder/inside", "~/file 3", "~/to-folder -> folder", "~/to-file -> file",
+               "~/to-nothing -> nothing", "~/alias -> folder"});
+    for (const char* link : {"~/to-folder", "~/to-file", "~/to-nothing"}) {
+        const auto moved = move(link);
+        ASSERT_TRUE(moved);
+        EXPECT_TRUE(disk.exists(*moved));
+        EXPECT_FALSE(disk.exists(link));
+    }
+    EXPECT_TRUE(disk.exists("~/file"));
+    EXPECT_TRUE(disk.exists("~/folder/inside"));
+    EXPECT_TRUE(move("~/alias/inside")); // a link above the last name is followed
+    EXPECT_FALSE(disk.exists("~/folder/inside"));
+}
+
+TEST_F(MoveToTrash, TwoOfOneNameAtATimeAreBothKept) {
+    constexpr int processes = 8;
+    constexpr int items = 100;
+    for (int p = 0; p < processes; ++p) {
+        const std::string path = "~/" + std::to_string(p) + "/same.txt";
+        if (fork() == 0) {
+            bool succeeded = true;
+            for (int i = 0; i < items; ++i) {
+                disk.write(path, std::to_string(p * items + i));
+                succeeded = move(path) && succeeded;
+            }
+            _exit(succeeded ? 0 : 1);
+        }
+    }
+    for (int p = 0; p < processes; ++p) {
+        int status = 0;
+        wait(&status);
+        EXPECT_EQ(status, 0);
+    }
+    std::set<std::string> contents;
+    for (const std::string& name : trash())
+        contents.insert(disk.read("~/.Trash/" + name));
+    EXPECT_EQ(contents.size(), std::size_t{processes * items});
+}
+
+TEST_F(MoveToTrash, MakesAMissingTrashForTheUserAlone) {
+    disk.make("~/x");
+    ASSERT_TRUE(move("~/x"));
+    struct stat status {};
+    ASSERT_EQ(stat(disk.host("~/.Trash").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0700U);
+}
+
+TEST_F(MoveToTrash, RefusesATrashThatIsNoFolder) {
+    disk.make({"~/x", "~/elsewhere/"});
+    const char* const trashes[]{"~/.Trash", "~/.Trash -> elsewhere", "~/.Trash -> nothing"};
+    for (const char* const made : trashes) {
+        disk.make(made);
+        expectRefused("~/x", 20);
+        EXPECT_FALSE(platform::listTrash(disk.disk()));
+        EXPECT_FALSE(platform::placeInTrash(disk.disk(), TemporaryDisk::path("~/.Trash/y")));
+        ASSERT_EQ(unlink(disk.host("~/.Trash").c_str()), 0);
+    }
+    EXPECT_FALSE(disk.exists("~/nothing"));
+    EXPECT_EQ(rmdir(disk.host("~/elsewhere").c_str()), 0); // still empty
+}
+
+TEST_F(MoveToTrash, LeavesWhatItMayNotMove) {
+    const OrdinaryUser user;
+    disk.make({"~/kept/file", "~/folder/", "~/inner/locked/file", "~/gone/", "~/.Trash/"});
+    disk.setMode("~/kept", 0555);
+    disk.setMode("~/inner/locked", 0555);
+    expectRefused("~/kept/file", 13);
+    EXPECT_TRUE(move("~/inner")); // what is in a folder isn't touched by a move
+    EXPECT_TRUE(disk.exists("~/.Trash/inner/locked/file"));
+    disk.setMode("~/.Trash", 0555);
+    expectRefused("~/folder", 13);
+    const auto missing = move("~/gone/file");
+    ASSERT_FALSE(missing);
+    EXPECT_EQ(missing.error().code, 4);
+    EXPECT_EQ(missing.error().underlying->code, 2);
+    EXPECT_FALSE(move("~/folder/../../../.."));
+    EXPECT_FALSE(move(std::string("~/folder\0x", 10)));
+    EXPECT_TRUE(disk.exists("~/folder"));
+}
+
+TEST_F(MoveToTrash, RefusesWhatIsOnAnotherVolume) {
+    disk.make("~/volume/");
+    const MountedVolume volume(disk.host("~/volume"));
+    SKIP_UNLESS_MOUNTED(volume);
+    disk.make({"~/volume/file", "~/volume/folder/inside"});
+    expectRefused("~/volume/file", 18);
+    expectRefused("~/volume/folder", 18);
+    expectRefused("~/volume", 16);
+    EXPECT_TRUE(disk.exists("~/volume/folder/inside"));
+    EXPECT_TRUE(trash().empty());
+    ASSERT_TRUE(volume.makeReadOnly());
+    expectRefused("~/volume/file", 18);
+}
+
+TEST_F(MoveToTrash, LeavesALockedEntryLocked) {
+    disk.make("~/locked");
+    if (!disk.setImmutable("~/locked", true))
+        GTEST_SKIP() << "no immutable flag here";
+    expectRefused("~/locked", 1);
+}
+
+TEST_F(MoveToTrash, IsWholeOrNotAtAllWhateverCallFails) {
+    disk.make("~/.Trash/source"); // so that a second name is needed too
+    const std::pair<const char*, std::function<void()>> cases[]{
+        {"folder: rename",
+         [] {
+             faults.renameat2 = EIO;
+         }},
+        {"folder: no exclusive rename, mkdir",
+         [] {
+             faults = {.renameat2 = EINVAL, .mkdirat = ENOSPC};
+         }},
+        {"folder: no exclusive rename, rename",
+         [] {
+             faults = {.renameat2 = ENOSYS, .renameat = EIO};
+         }},
+        {"file: rename",
+         [] {
+             faults.renameat2 = EIO;
+         }},
+        {"file: no exclusive rename, link",
+         [] {
+             faults = {.renameat2 = EINVAL, .linkat = EPERM};
+         }},
+        {"file: no exclusive rename, unlink",
+         [] {
+             faults = {.renameat2 = EINVAL, .unlinkat = EACCES};
+         }},
+        {"link: no exclusive rename", [] {
+             faults.renameat2 = EINVAL;
+         }}};
+    for (const auto& [name, inject] : cases) {
+        SCOPED_TRACE(name);
+        const std::string kind(name, 4);
+        disk.make(kind == "fold" ? "~/source/" : kind == "file" ? "~/source" : "~/source -> target");
+        inject();
+        EXPECT_FALSE(move("~/source"));
+        faults = {};
+        EXPECT_TRUE(disk.exists("~/source"));
+        EXPECT_EQ(trash(), std::vector<std::string>{"source"});
+        ASSERT_EQ(::remove(disk.host("~/source").c_str()), 0);
+    }
+}
+
+TEST_F(MoveToTrash, ReservesANameWhereNoRenameIsExclusive) {
+    disk.make({"~/.Trash/file", "~/.Trash/folder/", "~/folder/inside"});
+    disk.write("~/file", "content");
+    faults.renameat2 = EINVAL;
+    EXPECT_TRUE(move("~/file"));
+    EXPECT_TRUE(move("~/folder"));
+    EXPECT_EQ(trash(), (std::vector<std::string>{"file", "file 2", "folder", "folder 2"}));
+    EXPECT_EQ(disk.read("~/.Trash/file 2"), "content");
+    EXPECT_TRUE(disk.exists("~/.Trash/folder 2/inside"));
+    EXPECT_FALSE(disk.exists("~/file"));
+    EXPECT_FALSE(disk.exists("~/folder"));
+    disk.make("~/file");
+    disk.write("~/new version", "newer");
+    afterLink = [this] {
+        rename(disk.host("~/new version").c_str(), disk.host("~/file").c_str());
+    };
+    expectRefused("~/file", 16);
+    EXPECT_EQ(disk.read("~/file"), "newer");
+    EXPECT_EQ(trash().size(), 4U);
+    // The Trash into itself, reached by another path, is no question of what the system can do.
+    disk.make("~/home -> /Users/me");
+    EXPECT_FALSE(move("~/home/.Trash"));
+    EXPECT_EQ(trash().size(), 4U);
+}
+
+TEST_F(MoveToTrash, FindsAFreeNameAmongThousandsQuickly) {
+    constexpr int items = 1000;
+    renames = 0;
+    for (int i = 0; i < items; ++i) {
+        disk.make("~/many.txt");
+        ASSERT_TRUE(move("~/many.txt"));
+    }
+    EXPECT_TRUE(disk.exists("~/.Trash/many 1000.txt"));
+    EXPECT_EQ(trash().size(), std::size_t{items});
+    EXPECT_LE(renames, 2 * items);
+}
+
+TEST(NumberedName, KeepsTheExtensionWithin255Bytes) {
+    const auto x = [](std::size_t count) {
+        return std::string(count, 'x');
+    };
+    std::string accents; // two bytes each
+    for (int i = 0; i < 127; ++i)
+        accents += "é";
+    const std::pair<std::string, std::string> cases[]{
+        {"a.txt", "a 2.txt"},
+        {"a", "a 2"},
+        {".hidden", ".hidden 2"},
+        {"Foo.", "Foo. 2"},
+        {"..app", "..app 2"},
+        {"a.tar.gz", "a.tar 2.gz"},
+        {x(255), x(253) + " 2"},
+        {x(251) + ".txt", x(249) + " 2.txt"},
+        {accents, accents.substr(0, 252) + " 2"},
+        {accents.substr(0, 250) + ".txt", accents.substr(0, 248) + " 2.txt"},
+        {"x" + accents.substr(0, 250) + ".txt", "x" + accents.substr(0, 248) + " 2.txt"},
+        {"a." + x(253), "a." + x(251) + " 2"}, // no room for such an extension
+        {std::string(255, '\x80'), std::string(253, '\x80') + " 2"}};
+    for (const auto& [name, expected] : cases) {
+        EXPECT_EQ(numberedName(name, 2), expected);
+        EXPECT_LE(numberedName(name, 123456789).size(), 255U);
+    }
+}

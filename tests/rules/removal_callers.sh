@@ -1,0 +1,64 @@
+#!/bin/sh
+# Whatever in the product can take something away from a disk is in the list below, file by file. A line that
+# appears in the product only is either a mistake or a decision that belongs in the list.
+#
+#   removal_callers.sh TREE        compares the product in TREE with the list
+#   removal_callers.sh --itself    shows that a new caller would be found
+
+set -eu
+
+known='app/history/history_store.cpp writeFile
+core/scan/deletion.cpp moveToTrash
+core/scan/deletion.cpp removeForGood
+core/scan/trash.cpp removeForGood
+core/scan/trash.cpp unlock
+platform/file.cpp ftruncate
+platform/file.cpp writeFile
+platform/file.h writeFile
+platform/linux/system.cpp renameExclusively
+platform/linux/system.cpp renameat2
+platform/remove.cpp removeForGood
+platform/remove.cpp unlinkat
+platform/remove.cpp unlock
+platform/remove.h removeForGood
+platform/remove.h unlock
+platform/system.h renameExclusively
+platform/trash.cpp moveToTrash
+platform/trash.cpp renameExclusively
+platform/trash.cpp renameat
+platform/trash.cpp unlinkat
+platform/trash.h moveToTrash'
+
+# The layer's own operations, the system's calls, and what libraries make of them.
+layer='removeForGood|moveToTrash|unlock|renameExclusively|writeFile'
+calls='unlink|unlinkat|rmdir|rename|renameat|renameat2|renamex_np|renameatx_np|truncate|ftruncate|creat|system|popen'
+libraries='remove_all|resize_file|removeRecursively|removeDatabase|rmpath|ofstream|O_TRUNC|QSaveFile|filesystem::remove|fs::remove|QFile::remove|WriteOnly|ReadWrite'
+
+callers() {
+    (cd "$1" && find core platform app ui main \( -name '*.cpp' -o -name '*.h' -o -name '*.qml' \) -exec awk \
+        -v pattern="(^|[^A-Za-z0-9_])(($layer|$calls)[ ]*\\\\(|($libraries))" '
+        {
+            sub(/\/\/.*/, "")
+            while (match($0, pattern)) {
+                word = substr($0, RSTART, RLENGTH)
+                $0 = substr($0, RSTART + RLENGTH)
+                gsub(/[^A-Za-z0-9_:]/, "", word)
+                sub(/^:+/, "", word)
+                print FILENAME, word
+            }
+        }' {} + | LC_ALL=C sort -u)
+}
+
+if [ "$1" = --itself ]; then
+    tree=$(mktemp -d)
+    trap 'rm -rf "$tree"' EXIT
+    mkdir "$tree/core" "$tree/platform" "$tree/app" "$tree/ui" "$tree/main"
+    printf 'a();\n    platform::removeForGood(x); // unlinkat(y)\n    remove_all (z);\n' >"$tree/core/new.cpp"
+    [ "$(callers "$tree" | tr '\n' ';')" = 'core/new.cpp removeForGood;core/new.cpp remove_all;' ]
+    exit
+fi
+
+found=$(mktemp)
+trap 'rm -f "$found"' EXIT
+callers "$1" >"$found"
+printf '%s\n' "$known" | diff --label 'the list' --label 'the product' -U0 - "$found"

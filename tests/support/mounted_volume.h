@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+#include <sys/mount.h>
+
+/// A volume of its own, small and in memory, mounted on a folder of the host while this lives. Only root can:
+/// a test asks and skips.
+class MountedVolume {
+public:
+    explicit MountedVolume(std::string hostFolder, const char* options = "size=64k,mode=0777")
+        : m_folder(std::move(hostFolder)),
+          m_isMounted(mount("lumvale-test", m_folder.c_str(), "tmpfs", 0, options) == 0) {}
+    ~MountedVolume() {
+        if (m_isMounted)
+            umount2(m_folder.c_str(), MNT_DETACH);
+    }
+    MountedVolume(const MountedVolume&) = delete;
+    MountedVolume& operator=(const MountedVolume&) = delete;
+
+    explicit operator bool() const { return m_isMounted; }
+
+    [[nodiscard]] bool makeReadOnly() const {
+        return mount(nullptr, m_folder.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) == 0;
+    }
+
+private:
+    std::string m_folder;
+    bool m_isMounted;
+};
+
+#define SKIP_UNLESS_MOUNTED(volume)                                                                          \
+    if (!(volume))                                                                                           \
+    GTEST_SKIP() << "this user may not mount a volume"
