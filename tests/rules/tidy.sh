@@ -5,6 +5,18 @@ build=$(realpath "$1")
 cd "$(dirname "$0")/../.."
 
 tool=$(command -v clang-tidy-14 || command -v clang-tidy)
-find platform core -name '*.cpp' -print0 |
-    xargs -0 -n 1 -P "$(nproc)" "$tool" -p "$build" --quiet \
-        2> >(grep -vE '^[0-9]+ warnings? generated' >&2) # those are in the system's headers
+mkdir -p "$build/tidy"
+
+# A source that has passed is not read again until it, the checks, a header or the flags change.
+ground=$(find platform core .clang-tidy "$build/compile_commands.json" -type f ! -name '*.cpp' -print0 |
+    sort -z | xargs -0 cat | sha256sum)
+check() {
+    local passed
+    passed=$build/tidy/$(sha256sum - "$1" <<<"$ground" | sha256sum | cut -d ' ' -f 1)
+    [ -e "$passed" ] || { "$tool" -p "$build" --quiet "$1" && touch "$passed"; }
+}
+export -f check
+export build tool ground
+# shellcheck disable=SC2016 # the inner shell's
+find platform core -name '*.cpp' -print0 | xargs -0 -n 1 -P "$(nproc)" bash -c 'check "$1"' check \
+    2> >(grep -vE '^[0-9]+ warnings? generated' >&2) # those are in the system's headers
