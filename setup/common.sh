@@ -48,7 +48,7 @@ apt-get update && apt-get install --no-install-recommends ${packages[*]}"
 
 # build PRESET TARGET…
 build() {
-    cmake --preset "$1" >/dev/null
+    cmake --preset "$1" --log-level=WARNING >/dev/null
     cmake --build --preset "$1" --target "${@:2}"
 }
 
