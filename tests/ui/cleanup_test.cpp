@@ -9,13 +9,15 @@
 #include <QAccessible>
 #include <QCoreApplication>
 #include <QGuiApplication>
-#include <QMouseEvent>
 #include <QTest>
+#include <QThread>
 
+#include <atomic>
 #include <chrono>
 #include <deque>
 #include <memory>
 #include <optional>
+#include <thread>
 
 using namespace std::chrono_literals;
 
@@ -43,12 +45,17 @@ private:
     std::deque<platform::Executor::Job> m_jobs;
 };
 
-void postClick(QQuickWindow& window, QPoint place) {
-    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
-        QCoreApplication::postEvent(
-            &window, new QMouseEvent(type, place, window.mapToGlobal(place), Qt::LeftButton,
-                                     type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
-                                     Qt::NoModifier));
+/// A click that the window system has to say while the program is blocked: it waits in the queue, and with it
+/// this thread.
+std::jthread clickLater(QQuickWindow& window, QPoint place) {
+    return std::jthread([&window, place, global = window.mapToGlobal(place)] {
+        const auto tell = [&](QEvent::Type type, Qt::MouseButtons buttons) {
+            qt_handleMouseEvent(&window, place, global, buttons, Qt::LeftButton, type, Qt::NoModifier,
+                                ++QTest::lastMouseTimestamp);
+        };
+        tell(QEvent::MouseButtonPress, Qt::LeftButton);
+        tell(QEvent::MouseButtonRelease, Qt::NoButton);
+    });
 }
 
 } // namespace
@@ -69,7 +76,8 @@ private Q_SLOTS:
     void nothingIsCutOffInAnyLanguage();
     void movesOnWhileAScanRuns();
     void dropsAResultThatComesTooLate();
-    void showsThatItIsBusyBeforeItBlocks();
+    void showsThatItIsBusyWhileItBlocks_data();
+    void showsThatItIsBusyWhileItBlocks();
 
 private:
     void open(platform::Executor executor = qtExecutor());
@@ -332,18 +340,22 @@ void CleanupTest::dropsAResultThatComesTooLate() {
     QVERIFY(m_disk->exists("~/Library/Logs/b.log"));
 }
 
-void CleanupTest::showsThatItIsBusyBeforeItBlocks() {
+void CleanupTest::showsThatItIsBusyWhileItBlocks_data() {
+    QTest::addColumn<QString>("clicked");
+    for (const char* name : {"row", "scanButton", "cancel", "confirm"})
+        QTest::newRow(name) << name;
+}
+
+void CleanupTest::showsThatItIsBusyWhileItBlocks() {
+    QFETCH(QString, clicked);
     open();
     scan();
     QQuickWindow* window = m_lumvale->window();
-    const QQuickItem* row = m_driver->row("old.zip");
-    const QPoint onRow = m_driver->centre(*row);
-    const QPoint onScanButton = m_driver->centre(*m_driver->item("scanButton"));
-
     QVERIFY(m_driver->click("deleteButton"));
     QTRY_VERIFY(m_driver->isShown("confirm"));
     const QQuickItem* confirm = m_driver->item("confirm");
-    const QPoint onConfirm = m_driver->centre(*confirm);
+    // Of the rows the first: there the only one that is left will be.
+    const QPoint place = m_driver->centre(*m_driver->item(clicked.toLatin1().constData()));
 
     // What a frame shows is settled when it is synchronised, and seen when it is swapped.
     std::atomic<bool> isBusyInFrame = false;
@@ -361,15 +373,18 @@ void CleanupTest::showsThatItIsBusyBeforeItBlocks() {
         Qt::DirectConnection);
 
     bool wasSeen = false;
+    std::jthread clicking;
     connect(model(), &ScanViewModel::lastDeletedCountChanged, &until, [&] {
-        // Here the program is blocked. Its user sees that, and clicks about all the same.
+        // Here the program is blocked. Its user sees that, and clicks all the same.
         wasSeen = isBusyOnScreen;
-        for (const QPoint place : {onRow, onScanButton, onConfirm})
-            postClick(*window, place);
+        clicking = clickLater(*window, place);
+        QThread::msleep(50);
     });
     QVERIFY(m_driver->click("confirm"));
     QVERIFY(m_disk->exists("~/Library/Logs/b.log")); // not yet: the dialog comes first
     QTRY_VERIFY(!m_driver->isShown("confirm"));
+    QTest::qWait(100); // for the click to do its harm
+    clicking.join();
 
     QVERIFY(wasSeen);
     QCOMPARE(model()->deletedCount(), 3);

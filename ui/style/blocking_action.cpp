@@ -24,8 +24,8 @@ void BlockingAction::start(QQuickItem* shown) {
     if (window && window->isExposed()) {
         waitForFrame(window);
         // Drawing may stall for reasons of its own (a window just covered, a display asleep): the user has
-        // decided, so the call is made.
-        m_deadline.start(250ms);
+        // decided, so the call is made. Even a machine at its limits draws a frame in this time.
+        m_deadline.start(1s);
     } else {
         m_deadline.start(0ms);
     }
