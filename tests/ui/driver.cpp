@@ -87,6 +87,13 @@ void Driver::key(Qt::Key key) const {
     QTest::keyClick(&m_window, key);
 }
 
+BlockingAction* Driver::blockingAction() const {
+    for (const QQuickItem* around = item("confirm"); around; around = around->parentItem())
+        if (auto* action = around->findChild<BlockingAction*>())
+            return action;
+    return nullptr;
+}
+
 QStringList Driver::cutTexts() const {
     const QRectF window(0, 0, m_window.width(), m_window.height());
     QStringList cut;

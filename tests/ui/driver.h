@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/style/blocking_action.h"
+
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QString>
@@ -31,6 +33,9 @@ public:
     QPoint centre(const QQuickItem& item) const;
 
     void key(Qt::Key key) const;
+
+    /// What the open dialog does once it is confirmed; null without a dialog.
+    BlockingAction* blockingAction() const;
 
     /// The visible texts that don't fit where they stand, or reach out of the window.
     QStringList cutTexts() const;

@@ -1,1 +1,238 @@
-int main() {}
+// Goes through the window by real clicks on the disk that LUMVALE_DISK and LUMVALE_HOME name, leaves a
+// picture of each state in the folder given as its argument, and says what it moved. What it does, it does
+// for real.
+
+#include "app/history/history_store.h"
+#include "app/i18n/localizer.h"
+#include "app/models/background.h"
+#include "app/models/display.h"
+#include "app/models/scan_view_model.h"
+#include "platform/trash.h"
+#include "tests/support/temporary_disk.h"
+#include "tests/ui/driver.h"
+#include "ui/shell/lumvale_window.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QImage>
+#include <QTest>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int patience = 60'000; // milliseconds, for a scan of a large disk
+
+[[noreturn]] void fail(const std::string& what) {
+    std::fprintf(stderr, "lumvale-tour: %s\n", what.c_str());
+    std::exit(EXIT_FAILURE);
+}
+
+void expect(bool happened, const std::string& what) {
+    if (!happened)
+        fail("this did not happen: " + what);
+}
+
+void waitFor(const std::string& what, const std::function<bool()>& happened) {
+    expect(QTest::qWaitFor(happened, patience), what);
+}
+
+/// Takes rights from the Trash's folder while it lives, and from root its privilege to pass over that.
+class ClosedTrash {
+public:
+    ClosedTrash(fs::path folder, fs::perms left)
+        : m_folder(std::move(folder)), m_before(fs::status(m_folder).permissions()) {
+        fs::permissions(m_folder, left);
+        m_user.emplace();
+    }
+    ~ClosedTrash() {
+        m_user.reset();
+        fs::permissions(m_folder, m_before);
+    }
+    ClosedTrash(const ClosedTrash&) = delete;
+    ClosedTrash& operator=(const ClosedTrash&) = delete;
+
+private:
+    fs::path m_folder;
+    fs::perms m_before;
+    std::optional<OrdinaryUser> m_user;
+};
+
+class Tour {
+public:
+    Tour(const platform::Disk& disk, QDir folder)
+        : m_disk(disk),
+          m_folder(std::move(folder)),
+          m_trash(disk.hostRoot() + platform::trashFolder(disk)),
+          m_history(disk) {}
+
+    void run(AppLanguage language) {
+        Localizer::shared().setLanguage(language);
+        m_language = rawValue(language);
+        m_number = 0;
+        LumvaleWindow lumvale(m_disk, m_history, qtExecutor());
+        m_window = lumvale.window();
+        expect(m_window && QTest::qWaitForWindowExposed(m_window), "the window opens");
+        m_driver.emplace(*m_window);
+        m_model = m_window->findChild<ScanViewModel*>();
+
+        take("empty");
+        scan();
+        tick();
+        move();
+        failToEmpty();
+        empty();
+    }
+
+private:
+    void scan() {
+        expect(m_driver->click("scanButton"), "the scan begins");
+        take("scanning", 0);
+        waitFor("the scan ends", [this] { return m_model->hasResult() && !m_model->isScanning(); });
+        expect(m_model->items()->rowCount() > 0, "the scan finds something");
+        take("results");
+    }
+
+    /// Ticks one thing more than the scan proposes to, the first that can be seen.
+    void tick() {
+        for (QQuickItem* row : m_driver->rows())
+            if (!row->property("checked").toBool()) {
+                m_driver->click(*row);
+                expect(row->property("checked").toBool(), "a row is ticked");
+                break;
+            }
+        expect(m_model->checkedCount() > 0, "something is ticked");
+        take("ticked");
+    }
+
+    void move() {
+        const std::vector<ScanItem> before = m_model->items()->rows();
+        const std::set<std::string> ticked = m_model->checked();
+        confirm("deleteButton", "delete");
+        expect(m_model->deletedCount() > 0 && m_model->checkedCount() == 0,
+               "what was ticked moves to the Trash");
+
+        std::set<std::string> left;
+        for (const ScanItem& item : m_model->items()->rows())
+            left.insert(item.id);
+        std::printf("%s: moved %d of %zu ticked to the Trash\n", qPrintable(m_language),
+                    m_model->deletedCount(), ticked.size());
+        for (const ScanItem& item : before)
+            if (ticked.contains(item.id))
+                std::printf("  %s %s (%s)\n", left.contains(item.id) ? "stays" : "moved", item.path.c_str(),
+                            qPrintable(display::size(item.sizeBytes)));
+        take("moved");
+    }
+
+    void failToEmpty() {
+        expect(entriesInTrash() > 0, "the Trash holds what was moved");
+        m_closed.emplace(m_trash, fs::perms(0555));
+        confirm("emptyTrashButton", "failed");
+        m_closed.reset();
+        expect(m_model->trashFailedCount() > 0 && entriesInTrash() > 0,
+               "entries that can't be removed are told");
+        take("failed");
+
+        m_closed.emplace(m_trash, fs::perms::none);
+        confirm("emptyTrashButton", "no access");
+        m_closed.reset();
+        expect(m_model->lastTrashCouldNotAccess(), "a Trash that can't be read is told");
+        take("no access");
+    }
+
+    void empty() {
+        const std::size_t before = entriesInTrash();
+        confirm("emptyTrashButton", "empty Trash");
+        const int removed = m_model->trashEmptiedCount();
+        expect(removed > 0 && entriesInTrash() == before - static_cast<std::size_t>(removed),
+               "the Trash is emptied");
+        std::printf("%s: removed %d of %zu entries of the Trash for good (%s)\n", qPrintable(m_language),
+                    removed, before, qPrintable(m_model->trashEmptiedSize()));
+        take("emptied");
+    }
+
+    /// Presses a button, then the one in its dialog, and waits until all is done.
+    void confirm(const char* button, const char* name) {
+        expect(m_driver->click(button), std::string(button) + " is pressed");
+        waitFor("the dialog opens", [this] { return m_driver->isShown("confirm"); });
+        take((std::string(name) + " confirmation").c_str());
+        const QObject until;
+        const BlockingAction* action = m_driver->blockingAction();
+        expect(action, "the dialog has something to do");
+        QObject::connect(action, &BlockingAction::runningChanged, &until, [&] {
+            if (action->isRunning())
+                take((std::string(name) + " busy").c_str(), 0);
+        });
+        expect(m_driver->click("confirm"), "the dialog is confirmed");
+        waitFor("the dialog closes", [this] { return !m_driver->isShown("confirm"); });
+    }
+
+    /// A moment for what fades in; none where the state would be over.
+    void take(const char* state, int moment = 200) {
+        if (moment > 0)
+            QTest::qWait(moment);
+        m_pictures.append({QStringLiteral("%1-%2-%3.png")
+                               .arg(m_language)
+                               .arg(++m_number, 2, 10, QLatin1Char('0'))
+                               .arg(QString(state).replace(' ', '-')),
+                           m_window->grabWindow()});
+        const QStringList cut = m_driver->cutTexts();
+        expect(cut.isEmpty(), "every text fits: " + cut.join("; ").toStdString());
+        if (m_closed) // and with it perhaps the folder for the pictures
+            return;
+        for (const auto& [name, picture] : m_pictures)
+            expect(picture.save(m_folder.filePath(name)), "the picture " + name.toStdString() + " is saved");
+        m_pictures.clear();
+    }
+
+    std::size_t entriesInTrash() const {
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(m_trash), fs::directory_iterator()));
+    }
+
+    platform::Disk m_disk;
+    QDir m_folder;
+    QList<std::pair<QString, QImage>> m_pictures; ///< not saved yet
+    std::optional<ClosedTrash> m_closed;
+    fs::path m_trash;
+    HistoryStore m_history;
+    QString m_language;
+    int m_number = 0;
+    QQuickWindow* m_window = nullptr;
+    ScanViewModel* m_model = nullptr;
+    std::optional<Driver> m_driver;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const char* root = std::getenv("LUMVALE_DISK");
+    const char* home = std::getenv("LUMVALE_HOME");
+    if (argc != 2 || !root || !home)
+        fail("usage: LUMVALE_DISK=… LUMVALE_HOME=… lumvale-tour FOLDER-FOR-PICTURES");
+    const auto disk = platform::Disk::open(root, home);
+    if (!disk)
+        fail(disk.error().description);
+    const QDir pictures(QString::fromLocal8Bit(argv[1]));
+    expect(pictures.mkpath("."), "the folder for the pictures is made");
+
+    const OwnSettings settings;
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setOrganizationName("Lumvale");
+    QGuiApplication::setApplicationName("Lumvale");
+
+    Tour tour(*disk, pictures);
+    for (const AppLanguage language : {AppLanguage::en, AppLanguage::fr})
+        tour.run(language);
+    std::printf("The pictures are in %s\n", qPrintable(pictures.absolutePath()));
+}
