@@ -6,13 +6,21 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
+#include <cstddef>
+#include <iterator>
 #include <limits>
 #include <set>
 #include <thread>
 
 #include <fcntl.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -88,11 +96,13 @@ std::int64_t makeChain(const std::string& hostFolder, int levels, const std::str
     Descriptor folder(open(hostFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     for (int level = 0; level < levels; ++level) {
         bytes += makeFile(folder.number(), "file");
-        if (side == SideFolders::yes) {
-            mkdirat(folder.number(), "side", 0755);
-            bytes += makeFile(folder.number(), "side/file");
+        for (const std::string& made : {std::string("side"), name, std::string("twin")}) {
+            if (made != name && side == SideFolders::no)
+                continue;
+            mkdirat(folder.number(), made.c_str(), 0755);
+            if (made != name)
+                bytes += makeFile(folder.number(), (made + "/file").c_str());
         }
-        mkdirat(folder.number(), name.c_str(), 0755);
         folder = Descriptor(openat(folder.number(), name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     }
     return bytes;
@@ -178,8 +188,13 @@ TEST(Measure, SumsStopAtTheLargestValue) {
         if (truncate(disk.host(path).c_str(), (std::int64_t{1} << 62) - 1) != 0)
             GTEST_SKIP() << "no file system for sparse files of nearly 2^62 bytes here";
     }
+    for (int i = 0; i < 1000; ++i) { // so many that several workers take part
+        disk.make("~/many/" + std::to_string(i) + "/file");
+        ASSERT_EQ(truncate(disk.host("~/many/" + std::to_string(i) + "/file").c_str(), largest / 2), 0);
+    }
     EXPECT_EQ(sizeOf(disk.disk(), "~/two"), largest - 1);
     EXPECT_EQ(sizeOf(disk.disk(), "~/three"), largest);
+    EXPECT_EQ(sizeOf(disk.disk(), "~/many"), largest);
 }
 
 TEST(Measure, PassesOverWhatMayNotBeRead) {
@@ -204,7 +219,7 @@ TEST(Measure, ReachesEveryLevelWithFewDescriptors) {
     const std::int64_t longNames =
         makeChain(disk.host("~/long"), 1000, std::string(200, 'x'), SideFolders::yes);
     ASSERT_EQ(deep, 5000);
-    ASSERT_EQ(longNames, 2000);
+    ASSERT_EQ(longNames, 3000);
     const std::size_t before = openDescriptors();
     for (const unsigned workers : {1U, 4U, 16U}) {
         const DescriptorLimit limit(before + 128);
@@ -259,11 +274,11 @@ TEST(Walk, MeetsEveryEntryOnceWhateverTheNumberOfWorkers) {
     expected.insert(TemporaryDisk::path("~/b/deep"));
     std::string folder = TemporaryDisk::path("~/b/deep");
     for (int level = 0; level < 50; ++level) {
-        for (const char* name : {"/file", "/side", "/side/file"})
+        for (const char* name : {"/file", "/side", "/side/file", "/twin", "/twin/file"})
             expected.insert(folder + name);
         folder += "/" + std::string(200, 'x');
         expected.insert(folder);
-        bytes += 2;
+        bytes += 3;
     }
 
     const std::vector<std::string> roots{TemporaryDisk::path("~/a/"), TemporaryDisk::path("~/missing"),
@@ -309,36 +324,44 @@ TEST(Walk, ReadsAFolderOfManyEntries) {
     }
 }
 
-TEST(Walk, IsNotLedOutByAFolderSwappedForALink) {
-    const TemporaryDisk disk;
-    // The canary has the shape of the tree, so that a path resolved through the link would find its files.
-    for (const char* tree : {"~/tree/middle", "~/canary"}) {
-        for (int i = 0; i < 30; ++i)
-            disk.make(std::string(tree) + "/sub/" + std::to_string(i) + "/file 1");
-    }
-    disk.make("~/tree-link -> canary");
-    for (int i = 0; i < 30; ++i)
-        disk.make("~/canary/sub/" + std::to_string(i) + "/canary 1");
+/// Swaps an entry for another at the moment when the walk has met a folder and not yet opened it.
+struct Swapper {
+    std::string atName, one, other;
+    bool* swapped = nullptr;
+    std::set<std::string> names;
 
-    std::atomic<bool> done = false;
-    std::thread swapper([&] {
-        const std::string middle = disk.host("~/tree/middle");
-        const std::string link = disk.host("~/tree-link");
-        while (!done)
-            renameat2(AT_FDCWD, middle.c_str(), AT_FDCWD, link.c_str(), RENAME_EXCHANGE);
-    });
-    const std::vector<std::string> roots{TemporaryDisk::path("~/tree")};
-    bool sawTree = false;
-    for (int round = 0; round < 10000; ++round) {
-        const Collector found = walk(disk.disk(), roots, Hidden::include, Collector{}, 2);
-        for (const std::string& path : found.paths) {
-            sawTree = sawTree || path.ends_with("/file");
-            ASSERT_FALSE(path.ends_with("/canary")) << path;
+    Descend visit(const WalkEntry& entry) {
+        names.emplace(entry.name);
+        if (entry.name == atName && !*swapped)
+            *swapped = renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE) == 0;
+        return Descend::yes;
+    }
+    void merge(Swapper more) { names.merge(more.names); }
+};
+
+TEST(Walk, IsNotLedOutByAFolderSwappedForALink) {
+    for (const int levelsAbove : {0, 100}) { // so many, too, that folders have to be reached from far above
+        const InMemory memory;
+        const TemporaryDisk disk;
+        std::string top = "~/tree";
+        for (int level = 0; level < levelsAbove; ++level) {
+            disk.make({top + "/before/", top + "/next/", top + "/zlast/"});
+            top += "/next";
+        }
+        disk.make({top + "/middle/sub/inner/file", "~/canary/sub/inner/canary", "~/canary/canary"});
+        disk.make("~/link -> " + disk.host("~/canary"));
+        for (const char* met : {"middle", "sub", "inner"}) {
+            bool swapped = false;
+            const Swapper swapper{met, disk.host(top + "/middle"), disk.host("~/link"), &swapped, {}};
+            const std::vector<std::string> roots{TemporaryDisk::path("~/tree")};
+            const Swapper found = walk(disk.disk(), roots, Hidden::include, swapper, 1);
+            ASSERT_TRUE(swapped) << met;
+            EXPECT_FALSE(found.names.contains("canary")) << met << " below " << levelsAbove << " levels";
+            ASSERT_EQ(
+                renameat2(AT_FDCWD, swapper.one.c_str(), AT_FDCWD, swapper.other.c_str(), RENAME_EXCHANGE),
+                0);
         }
     }
-    done = true;
-    swapper.join();
-    EXPECT_TRUE(sawTree);
 }
 
 TEST(Walk, SurvivesEntriesThatComeAndGo) {
@@ -369,16 +392,42 @@ TEST(Walk, SurvivesEntriesThatComeAndGo) {
     changer.join();
 }
 
+/// Makes the calling process one whose kernel has no openat2.
+bool forgetOpenat2() {
+    sock_filter program[]{
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_openat2, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog filter{std::size(program), program};
+    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0
+           && prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
 TEST(OpenFolderBelow, PassesThroughNoLink) {
     const TemporaryDisk disk;
     disk.make({"~/a/b/c/file", "~/a/link -> b", "~/a/b/up -> ..", "~/a/b/last -> c"});
     const Descriptor folder(open(disk.host("~/a").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     const std::vector<std::pair<const char*, bool>> cases{
-        {"b", true},       {"b/c", true},       {"link", false},     {"link/c", false},    {"b/up", false},
-        {"b/last", false}, {"b/up/b/c", false}, {"b/c/file", false}, {"missing/c", false},
+        {"b", true},       {"b/c", true},     {"link", false},     {"link/c", false},   {"b/up", false},
+        {"b/last", false}, {"b/up/b", false}, {"b/last/x", false}, {"b/c/file", false}, {"missing/c", false},
     };
-    for (const auto& [path, opens] : cases)
-        EXPECT_EQ(static_cast<bool>(system::openFolderBelow(folder.number(), path)), opens) << path;
+    const auto wrongCases = [&] {
+        return std::count_if(cases.begin(), cases.end(), [&](const auto& one) {
+            return static_cast<bool>(system::openFolderBelow(folder.number(), one.first)) != one.second;
+        });
+    };
+    EXPECT_EQ(wrongCases(), 0);
+
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(forgetOpenat2() ? static_cast<int>(wrongCases()) : 100);
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    if (WEXITSTATUS(status) == 100)
+        GTEST_SKIP() << "no system call can be taken away here";
+    EXPECT_EQ(status, 0);
 }
 
 } // namespace
