@@ -25,6 +25,12 @@ Panel {
         items.toggle(row);
     }
 
+    EmptyPrompt {
+        anchors.centerIn: parent
+        visible: list.count === 0
+        text: Texts.tr("storage_breakdown_empty")
+    }
+
     ListView {
         id: list
         objectName: "resultsList"

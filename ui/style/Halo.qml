@@ -11,6 +11,7 @@ ShaderEffect {
 
     anchors.fill: parent
     anchors.margins: -2 * blur
-    blending: true
+    // Kept once drawn, since what breathes beside it has the whole window drawn anew.
+    layer.enabled: true
     fragmentShader: Qt.resolvedUrl("shaders/halo.frag.qsb")
 }

@@ -33,6 +33,9 @@ Item {
 
         anchors.fill: parent
         anchors.margins: -root.lineWidth / 2 - 2 * root.blur
+        // Kept once drawn, also while it turns.
+        layer.enabled: true
+        layer.smooth: true
         fragmentShader: Qt.resolvedUrl("shaders/ring.frag.qsb")
     }
 }

@@ -28,10 +28,12 @@ QtObject {
     }
 
     function text(size: real, weight: int): font {
-        return Qt.font({
+        const made = Qt.font({
             family: root.pixels.font.family,
-            pointSize: size * root.pixels.height / root.points.height,
             weight: weight
         });
+        // Given to Qt.font(), they would be cut to whole points.
+        made.pointSize = size * root.pixels.height / root.points.height;
+        return made;
     }
 }

@@ -1,0 +1,133 @@
+#include "app/history/history_store.h"
+#include "app/i18n/localizer.h"
+#include "app/models/background.h"
+#include "tests/support/temporary_disk.h"
+#include "tests/ui/driver.h"
+#include "ui/shell/lumvale_window.h"
+
+#include <QColor>
+#include <QFont>
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QTest>
+
+#include <memory>
+
+/// The look that all screens share, asked in QML as the screens ask.
+class StyleTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void mixesColours_data();
+    void mixesColours();
+    void breathesBetweenNoneAndAll();
+    void keepsHalfPointsOfText();
+    void judgesHealthByItsBands_data();
+    void judgesHealthByItsBands();
+
+private:
+    /// The object that this QML makes.
+    std::unique_ptr<QObject> make(const QByteArray& qml);
+    QVariant value(const QByteArray& expression);
+
+    TemporaryDisk m_disk;
+    HistoryStore m_history{m_disk.disk()};
+    LumvaleWindow m_lumvale{m_disk.disk(), m_history, qtExecutor()};
+};
+
+std::unique_ptr<QObject> StyleTest::make(const QByteArray& qml) {
+    QQmlComponent component(qmlEngine(m_lumvale.window()));
+    component.setData("import QtQuick\nimport Lumvale\nimport Lumvale.Style\n" + qml, QUrl());
+    std::unique_ptr<QObject> object(component.create());
+    if (!object)
+        qFatal("%s", qPrintable(component.errorString()));
+    return object;
+}
+
+QVariant StyleTest::value(const QByteArray& expression) {
+    return make("QtObject { property var value: " + expression + " }")->property("value");
+}
+
+void StyleTest::mixesColours_data() {
+    QTest::addColumn<QByteArray>("expression");
+    QTest::addColumn<QColor>("mixed");
+    QTest::newRow("the first") << QByteArray("GCColor.mix(Qt.rgba(1, 0, 0, 1), Qt.rgba(0, 0, 1, 1), 0)")
+                               << QColor(255, 0, 0);
+    QTest::newRow("the second") << QByteArray("GCColor.mix(Qt.rgba(1, 0, 0, 1), Qt.rgba(0, 0, 1, 1), 1)")
+                                << QColor(0, 0, 255);
+    QTest::newRow("between") << QByteArray("GCColor.mix(Qt.rgba(0, 0, 0, 1), Qt.rgba(1, 1, 1, 1), 0.2)")
+                             << QColor(51, 51, 51);
+    QTest::newRow("always opaque") << QByteArray("GCColor.mix(GCColor.panel, GCColor.divider, 0)")
+                                   << QColor(255, 255, 255);
+}
+
+void StyleTest::mixesColours() {
+    QFETCH(QByteArray, expression);
+    QFETCH(QColor, mixed);
+    QCOMPARE(value(expression).value<QColor>().name(QColor::HexArgb), mixed.name(QColor::HexArgb));
+}
+
+void StyleTest::breathesBetweenNoneAndAll() {
+    const auto phase = [this](const QByteArray& time) {
+        return value("Motion.phase(Motion.breathing, (" + time + ") / Motion.breathing)").toDouble();
+    };
+    QVERIFY(qFuzzyIsNull(phase("-Math.PI / 2")));
+    QCOMPARE(phase("0"), 0.5);
+    QCOMPARE(phase("Math.PI / 2"), 1.0);
+}
+
+void StyleTest::keepsHalfPointsOfText() {
+    // Of a scalable face the line is as high as the text is large, whatever the screen's resolution.
+    const auto height = [this](const QByteArray& font) {
+        return make("FontMetrics { font: " + font + " }")->property("height").toDouble();
+    };
+    const double title = height("Type.text(260, Font.Normal)");
+    QVERIFY(qAbs(height("Type.text(125, Font.Normal)") / title - 12.5 / 26) < 0.01);
+    QVERIFY(qAbs(make("FontMetrics { font.pixelSize: 260 }")->property("height").toDouble() / title - 1)
+            < 0.01);
+    QCOMPARE(value("Type.caption").value<QFont>().pointSizeF()
+                 / value("Type.title").value<QFont>().pointSizeF(),
+             11.5 / 26);
+}
+
+void StyleTest::judgesHealthByItsBands_data() {
+    QTest::addColumn<int>("score");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("color");
+    const struct {
+        int score;
+        const char* key;
+        const char* color;
+    } rows[] = {
+        {100, "health_excellent", "glowTeal"}, {85, "health_excellent", "glowTeal"},
+        {84, "health_good", "glowTeal"},       {65, "health_good", "glowTeal"},
+        {64, "health_watch", "amber"},         {40, "health_watch", "amber"},
+        {39, "health_clean", "danger"},        {0, "health_clean", "danger"},
+        {101, "health_clean", "glowTeal"},
+    };
+    for (const auto& row : rows)
+        QTest::addRow("%d", row.score) << row.score << row.key << row.color;
+}
+
+void StyleTest::judgesHealthByItsBands() {
+    QFETCH(int, score);
+    QFETCH(QString, key);
+    QFETCH(QString, color);
+    const auto card =
+        make("HealthCard { freeDisk: '1 GB'; totalDisk: '2 GB'; score: " + QByteArray::number(score) + " }");
+    QCOMPARE(card->findChild<QObject*>("healthLabel")->property("text").toString(), ::tr(key));
+    QCOMPARE(card->property("healthColor").value<QColor>(),
+             value("GCColor." + color.toLatin1()).value<QColor>());
+}
+
+int main(int argc, char** argv) {
+    const OwnSettings settings;
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setOrganizationName("Lumvale Tests");
+    QGuiApplication::setApplicationName("Tests");
+    StyleTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "style_test.moc"
