@@ -32,8 +32,9 @@ QtObject {
             family: root.pixels.font.family,
             weight: weight
         });
-        // Given to Qt.font(), they would be cut to whole points.
-        made.pointSize = size * root.pixels.height / root.points.height;
+        // Given to Qt.font(), they would be cut to whole points. A touch more than asked for, since some systems
+        // round to whole pixels: so that halves go up everywhere, and neighbours in the scale stay apart.
+        made.pointSize = (size + 0.02) * root.pixels.height / root.points.height;
         return made;
     }
 }
