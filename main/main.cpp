@@ -7,26 +7,12 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <optional>
-#include <string>
-
-namespace {
-
-/// What the environment says, unless it says nothing.
-std::optional<std::string> environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value && *value ? std::optional<std::string>(value) : std::nullopt;
-}
-
-} // namespace
+#include <utility>
 
 int main(int argc, char* argv[]) {
-    const std::string root = environment("LUMVALE_DISK").value_or("/");
-    const std::string home = environment("LUMVALE_HOME").value_or(environment("HOME").value_or("/"));
-    auto disk = platform::Disk::open(root, home, environment("LUMVALE_USER_CACHE"));
+    platform::Result<platform::Disk> disk = platform::Disk::ofEnvironment();
     if (!disk) {
-        std::fprintf(stderr, "lumvale: no disk at %s with the home %s: %s\n", root.c_str(), home.c_str(),
-                     disk.error().description.c_str());
+        std::fprintf(stderr, "lumvale: %s\n", disk.error().description.c_str());
         return 2;
     }
     platform::Disk::setCurrent(std::move(*disk));

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include <fcntl.h>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -114,6 +115,19 @@ bool isSameFolder(int descriptor, const char* hostPath) {
            && ours.st_ino == other.st_ino;
 }
 
+/// What a variable of the environment says, unless it says nothing.
+std::optional<std::string> environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr || *value == '\0' ? std::nullopt : std::optional<std::string>(value);
+}
+
+std::string homeOfThisMachine() {
+    if (const auto home = environment("HOME"))
+        return *home;
+    const passwd* user = getpwuid(getuid());
+    return user == nullptr ? "/" : user->pw_dir;
+}
+
 std::optional<Disk>& currentDisk() {
     static std::optional<Disk> disk;
     return disk;
@@ -140,6 +154,17 @@ Result<Disk> Disk::open(const std::string& hostRoot, std::string_view home,
     if (Result<Descriptor> folder = disk.openFolder(disk.m_home); !folder)
         return folder.error();
     return disk;
+}
+
+Result<Disk> Disk::ofEnvironment() {
+    const std::string root = environment("LUMVALE_DISK").value_or("/");
+    const std::string home = environment("LUMVALE_HOME").value_or(homeOfThisMachine());
+    Result<Disk> disk = open(root, home, environment("LUMVALE_USER_CACHE"));
+    if (disk)
+        return disk;
+    Error error = disk.error();
+    error.description = "no disk at " + root + " with a home at " + home + ": " + error.description;
+    return error;
 }
 
 void Disk::setCurrent(Disk disk) {

@@ -29,6 +29,10 @@ public:
     static Result<Disk> open(const std::string& hostRoot, std::string_view home,
                              std::optional<std::string> userCache = std::nullopt);
 
+    /// The disk that the environment names: LUMVALE_DISK (else "/"), LUMVALE_HOME (else the home of this
+    /// machine's user) and LUMVALE_USER_CACHE. The error's description says which disk is not there.
+    static Result<Disk> ofEnvironment();
+
     /// The disk that operations work on unless they are given another. Set once, before any thread starts;
     /// setting it twice, or asking before it was set, ends the program.
     static void setCurrent(Disk disk);

@@ -1,10 +1,10 @@
 #include "platform/walk.h"
 
+#include "platform/bytes.h"
 #include "platform/path.h"
 #include "platform/walk_worker.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace platform {
 
@@ -28,22 +28,17 @@ void detail::walk(const Disk& disk, std::span<const std::string> roots, Hidden h
 
 namespace {
 
-std::int64_t saturatingSum(std::int64_t a, std::int64_t b) {
-    return a > std::numeric_limits<std::int64_t>::max() - b ? std::numeric_limits<std::int64_t>::max()
-                                                            : a + b;
-}
-
 /// Sums the bytes below each root.
 struct Sums {
     std::vector<std::int64_t> bytes;
 
     Descend visit(const WalkEntry& entry) {
-        bytes[entry.root] = saturatingSum(bytes[entry.root], entry.sizeBytes);
+        bytes[entry.root] = addBytes(bytes[entry.root], entry.sizeBytes);
         return Descend::yes;
     }
     void merge(Sums other) {
         for (std::size_t i = 0; i < bytes.size(); ++i)
-            bytes[i] = saturatingSum(bytes[i], other.bytes[i]);
+            bytes[i] = addBytes(bytes[i], other.bytes[i]);
     }
 };
 

@@ -1,9 +1,9 @@
 #include "app/models/scan_items_model.h"
 
 #include "app/models/display.h"
+#include "platform/bytes.h"
 
 #include <algorithm>
-#include <limits>
 
 int ScanItemsModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
@@ -51,8 +51,8 @@ void ScanItemsModel::setItems(std::vector<ScanItem> items) {
 std::int64_t ScanItemsModel::checkedBytes() const {
     std::int64_t total = 0;
     for (std::size_t row = 0; row < m_rows.size(); ++row)
-        if (m_rowIsChecked[row] && __builtin_add_overflow(total, m_rows[row].sizeBytes, &total))
-            return std::numeric_limits<std::int64_t>::max();
+        if (m_rowIsChecked[row])
+            total = platform::addBytes(total, m_rows[row].sizeBytes);
     return total;
 }
 

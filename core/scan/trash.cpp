@@ -1,12 +1,12 @@
 #include "core/scan/trash.h"
 
 #include "core/scan/scanner.h"
+#include "platform/bytes.h"
 #include "platform/path.h"
 #include "platform/remove.h"
 #include "platform/trash.h"
 #include "platform/walk.h"
 
-#include <limits>
 #include <optional>
 
 namespace LumvaleScanner {
@@ -23,12 +23,6 @@ std::optional<platform::Error> removeUnlocked(const platform::Disk& disk, const 
     if (platform::removeForGood(disk, path))
         return std::nullopt;
     return first.error();
-}
-
-/// Sparse files can be of any length: a sum stops at the largest value.
-std::int64_t sum(std::int64_t a, std::int64_t b) {
-    std::int64_t result = 0;
-    return __builtin_add_overflow(a, b, &result) ? std::numeric_limits<std::int64_t>::max() : result;
 }
 
 /// The POSIX code of an error or of its cause; 0 when neither has one.
@@ -59,7 +53,7 @@ TrashReport emptyTrash(const platform::Disk& disk) {
             report.failedDetails.push_back({(*names)[i], std::string(reasonKey(*error)), error->description});
         } else {
             ++report.succeeded;
-            report.bytesFreed = sum(report.bytesFreed, sizes[i]);
+            report.bytesFreed = platform::addBytes(report.bytesFreed, sizes[i]);
         }
     }
     return report;

@@ -2,27 +2,12 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <system_error>
-
-#include <pwd.h>
-#include <unistd.h>
+#include <utility>
 
 namespace inspect {
 
 namespace {
-
-std::optional<std::string> variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr || *value == '\0' ? std::nullopt : std::optional<std::string>(value);
-}
-
-std::string homeOfMachine() {
-    if (const auto home = variable("HOME"))
-        return *home;
-    const passwd* user = getpwuid(getuid());
-    return user == nullptr ? "/" : user->pw_dir;
-}
 
 template <class Number>
 Number number(const std::string& argument) {
@@ -37,12 +22,10 @@ Number number(const std::string& argument) {
 } // namespace
 
 platform::Disk diskOfEnvironment() {
-    const std::string root = variable("LUMVALE_DISK").value_or("/");
-    const std::string home = variable("LUMVALE_HOME").value_or(homeOfMachine());
-    const auto disk = platform::Disk::open(root, home, variable("LUMVALE_USER_CACHE"));
+    platform::Result<platform::Disk> disk = platform::Disk::ofEnvironment();
     if (!disk)
-        throw WrongUsage{"no disk at " + root + " with a home at " + home + ": " + disk.error().description};
-    return *disk;
+        throw WrongUsage{disk.error().description};
+    return std::move(*disk);
 }
 
 std::string bytesOf(std::string_view text) {
