@@ -24,6 +24,10 @@ namespace {
 
 constexpr int maximumLinks = 40;
 
+/// How far ".." can go back in one go. Only links lead upwards, and none by so many folders; a path may be far
+/// deeper than a program has descriptors.
+constexpr std::size_t mostOpenFolders = 64;
+
 enum class LastName { follow, keep };
 
 /// A path on its way through the disk.
@@ -43,6 +47,8 @@ public:
             if (name == "..") {
                 if (!m_folders.empty())
                     m_folders.pop_back();
+                if (!m_folders.empty() && !m_folders.back())
+                    return posixError(EMFILE);
                 continue;
             }
             const bool isLast = m_pending.empty();
@@ -62,6 +68,8 @@ public:
             if (!folder)
                 return posixError(errno);
             m_folders.push_back(std::move(folder));
+            if (m_folders.size() > mostOpenFolders)
+                m_folders[m_folders.size() - 1 - mostOpenFolders] = Descriptor();
         }
         return {};
     }

@@ -110,6 +110,23 @@ TEST(Disk, PassesFortyLinksAndNoMore) {
     EXPECT_EQ(codeOf(disk.disk().openFolder(TemporaryDisk::path("~/a"))), 62);
 }
 
+TEST(Disk, ReachesDeeperThanItHasDescriptors) {
+    const TemporaryDisk disk;
+    std::string deep = "~";
+    for (int level = 0; level < 300; ++level)
+        deep += "/d";
+    disk.write(deep + "/file", "far down");
+    disk.make(deep + "/up -> ../../../d/d/d/file");
+    disk.make("~/all-the-way -> " + deep.substr(2) + "/file");
+    const DescriptorLimit limit(70);
+    for (const std::string& path : {deep + "/file", deep + "/up", std::string("~/all-the-way")}) {
+        const Result<Descriptor> file = disk.disk().openFile(TemporaryDisk::path(path));
+        ASSERT_TRUE(file) << path << ": " << file.error().description;
+        EXPECT_EQ(contentOf(*file), "far down") << path;
+    }
+    EXPECT_TRUE(disk.disk().place(TemporaryDisk::path(deep + "/file")));
+}
+
 TEST(Disk, OpensNothingThatCouldBlock) {
     const TemporaryDisk disk;
     ASSERT_EQ(mkfifo(disk.host("~/fifo").c_str(), 0600), 0);

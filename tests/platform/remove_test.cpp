@@ -15,7 +15,6 @@
 
 #include <fcntl.h>
 #include <linux/fs.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -71,23 +70,6 @@ struct RemoveForGood : testing::Test {
     }
 
     const TemporaryDisk disk;
-};
-
-/// Lets the process open so many descriptors more than it has.
-class DescriptorLimit {
-public:
-    explicit DescriptorLimit(std::size_t more) {
-        getrlimit(RLIMIT_NOFILE, &m_before);
-        // One of those counted was the counting itself.
-        rlimit limit{openDescriptors() - 1 + more, m_before.rlim_max};
-        setrlimit(RLIMIT_NOFILE, &limit);
-    }
-    ~DescriptorLimit() { setrlimit(RLIMIT_NOFILE, &m_before); }
-    DescriptorLimit(const DescriptorLimit&) = delete;
-    DescriptorLimit& operator=(const DescriptorLimit&) = delete;
-
-private:
-    rlimit m_before{};
 };
 
 /// The descriptors that a removal may have at a time.

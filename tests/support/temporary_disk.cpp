@@ -152,6 +152,16 @@ OrdinaryUser::~OrdinaryUser() {
     }
 }
 
+DescriptorLimit::DescriptorLimit(std::size_t more) {
+    getrlimit(RLIMIT_NOFILE, &m_before);
+    const rlimit lower{openDescriptors() - 1 + more, m_before.rlim_max}; // less the one that counts them
+    setrlimit(RLIMIT_NOFILE, &lower);
+}
+
+DescriptorLimit::~DescriptorLimit() {
+    setrlimit(RLIMIT_NOFILE, &m_before);
+}
+
 std::size_t openDescriptors() {
     return static_cast<std::size_t>(
         std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));

@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include <sys/resource.h>
+
 /// A Mac's disk made of real files in a temporary folder, with the home /Users/me; gone with the object,
 /// whatever flags and modes its entries have. In paths given to it "~" stands for the home.
 class TemporaryDisk {
@@ -52,6 +54,18 @@ public:
     ~OrdinaryUser();
     OrdinaryUser(const OrdinaryUser&) = delete;
     OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+};
+
+/// While it lives, the process may have this many descriptors more open than it has.
+class DescriptorLimit {
+public:
+    explicit DescriptorLimit(std::size_t more);
+    ~DescriptorLimit();
+    DescriptorLimit(const DescriptorLimit&) = delete;
+    DescriptorLimit& operator=(const DescriptorLimit&) = delete;
+
+private:
+    rlimit m_before{};
 };
 
 /// How many descriptors the process has open.
