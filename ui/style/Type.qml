@@ -18,23 +18,16 @@ QtObject {
     readonly property font caption: text(11.5, Font.Normal)
     readonly property font fine: text(10.5, Font.Normal)
 
-    // Whole pixels would lose the half points, and how many pixels a typographic point has depends on the
-    // screen: the two rulers say how many typographic points one point of the interface is.
-    readonly property FontMetrics pixels: FontMetrics {
-        font.pixelSize: 960
-    }
-    readonly property FontMetrics points: FontMetrics {
-        font.pointSize: 960
-    }
+    // Controls would take another family than texts do, were it not said.
+    readonly property FontMetrics ofApplication: FontMetrics {}
 
+    // Half points are wanted, whole ones are drawn: where the toolkit rounds by itself it does so one way in one
+    // place and another in the next, and neighbours in the scale fall together. So halves go up here, for all.
     function text(size: real, weight: int): font {
-        const made = Qt.font({
-            family: root.pixels.font.family,
+        return Qt.font({
+            family: root.ofApplication.font.family,
+            pixelSize: Math.round(size),
             weight: weight
         });
-        // Given to Qt.font(), they would be cut to whole points. A touch more than asked for, since some systems
-        // round to whole pixels: so that halves go up everywhere, and neighbours in the scale stay apart.
-        made.pointSize = (size + 0.02) * root.pixels.height / root.points.height;
-        return made;
     }
 }
