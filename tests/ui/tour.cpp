@@ -128,12 +128,17 @@ private:
         std::set<std::string> left;
         for (const ScanItem& item : m_model->items()->rows())
             left.insert(item.id);
-        std::printf("%s: moved %d of %zu ticked to the Trash\n", qPrintable(m_language),
-                    m_model->deletedCount(), ticked.size());
-        for (const ScanItem& item : before)
-            if (ticked.contains(item.id))
-                std::printf("  %s %s (%s)\n", left.contains(item.id) ? "stays" : "moved", item.path.c_str(),
-                            qPrintable(display::size(item.sizeBytes)));
+        std::printf("%s: %d of %zu ticked entries went\n", qPrintable(m_language), m_model->deletedCount(),
+                    ticked.size());
+        for (const ScanItem& item : before) {
+            if (!ticked.contains(item.id))
+                continue;
+            const char* fate = left.contains(item.id)                 ? "stays"
+                               : item.category == ScanCategory::trash ? "removed for good"
+                                                                      : "moved to the Trash";
+            std::printf("  %s: %s (%s)\n", fate, item.path.c_str(),
+                        qPrintable(display::size(item.sizeBytes)));
+        }
         take("moved");
     }
 
