@@ -24,8 +24,8 @@ namespace {
 
 constexpr int maximumLinks = 40;
 
-/// How far ".." can go back in one go. Only links lead upwards, and none by so many folders; a path may be far
-/// deeper than a program has descriptors.
+/// How far ".." can go back in one go. Only links lead upwards, and none by so many folders; a path may be
+/// far deeper than a program has descriptors.
 constexpr std::size_t mostOpenFolders = 64;
 
 enum class LastName { follow, keep };
