@@ -44,8 +44,9 @@ bool setImmutableFlag(const std::string& hostPath, bool immutable) {
 
 } // namespace
 
-TemporaryDisk::TemporaryDisk() {
-    std::string pattern = (fs::temp_directory_path() / "lumvale-test-XXXXXX").string();
+TemporaryDisk::TemporaryDisk(Where where) {
+    const bool isInMemory = where == Where::inMemory && access("/dev/shm", W_OK | X_OK) == 0;
+    std::string pattern = (isInMemory ? "/dev/shm" : fs::temp_directory_path()) / "lumvale-test-XXXXXX";
     check(mkdtemp(pattern.data()) != nullptr, pattern);
     m_root = pattern;
     fs::create_directories(host("~"));
@@ -70,6 +71,13 @@ void TemporaryDisk::make(std::initializer_list<std::string_view> lines) const {
 }
 
 void TemporaryDisk::make(std::string_view line) const {
+    constexpr std::string_view pipe = " |";
+    if (line.ends_with(pipe)) {
+        const std::string made = host(line.substr(0, line.size() - pipe.size()));
+        fs::create_directories(fs::path(made).parent_path());
+        check(mkfifo(made.c_str(), 0666) == 0, made);
+        return;
+    }
     constexpr std::string_view arrow = " -> ";
     if (const std::size_t at = line.find(arrow); at != std::string_view::npos) {
         const std::string link = host(line.substr(0, at));
@@ -138,6 +146,13 @@ std::string TemporaryDisk::host(std::string_view path) const {
     return m_root + TemporaryDisk::path(path);
 }
 
+std::vector<std::string> at(std::initializer_list<std::string_view> paths) {
+    std::vector<std::string> result;
+    for (const std::string_view path : paths)
+        result.push_back(at(path));
+    return result;
+}
+
 OrdinaryUser::OrdinaryUser() {
     if (geteuid() == 0) {
         setfsgid(nobody);
@@ -150,19 +165,4 @@ OrdinaryUser::~OrdinaryUser() {
         setfsuid(0);
         setfsgid(0);
     }
-}
-
-DescriptorLimit::DescriptorLimit(std::size_t more) {
-    getrlimit(RLIMIT_NOFILE, &m_before);
-    const rlimit lower{openDescriptors() - 1 + more, m_before.rlim_max}; // less the one that counts them
-    setrlimit(RLIMIT_NOFILE, &lower);
-}
-
-DescriptorLimit::~DescriptorLimit() {
-    setrlimit(RLIMIT_NOFILE, &m_before);
-}
-
-std::size_t openDescriptors() {
-    return static_cast<std::size_t>(
-        std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
 }

@@ -8,14 +8,17 @@
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include <sys/resource.h>
+#include <vector>
 
 /// A Mac's disk made of real files in a temporary folder, with the home /Users/me; gone with the object,
 /// whatever flags and modes its entries have. In paths given to it "~" stands for the home.
 class TemporaryDisk {
 public:
-    TemporaryDisk();
+    /// Where its files are. In memory, where the machine has such a place, large trees are made quickly, and
+    /// files may be nearly 2^63 bytes long.
+    enum class Where { anywhere, inMemory };
+
+    explicit TemporaryDisk(Where where = Where::anywhere);
     ~TemporaryDisk();
     TemporaryDisk(const TemporaryDisk&) = delete;
     TemporaryDisk& operator=(const TemporaryDisk&) = delete;
@@ -23,7 +26,7 @@ public:
     const platform::Disk& disk() const { return *m_disk; }
 
     /// Makes entries, and the folders above them, from one line each: "~/file" (empty), "~/file 100" (that
-    /// many bytes, sparse), "~/folder/", "~/link -> target" (the target as it stands).
+    /// many bytes, sparse), "~/folder/", "~/link -> target" (the target as it stands), "~/pipe |".
     void make(std::initializer_list<std::string_view> lines) const;
     void make(std::string_view line) const;
 
@@ -56,17 +59,14 @@ public:
     OrdinaryUser& operator=(const OrdinaryUser&) = delete;
 };
 
-/// While it lives, the process may have this many descriptors more open than it has.
-class DescriptorLimit {
-public:
-    explicit DescriptorLimit(std::size_t more);
-    ~DescriptorLimit();
-    DescriptorLimit(const DescriptorLimit&) = delete;
-    DescriptorLimit& operator=(const DescriptorLimit&) = delete;
+/// Paths on the disk: TemporaryDisk::path() for one, for several.
+inline std::string at(std::string_view path) {
+    return TemporaryDisk::path(path);
+}
+std::vector<std::string> at(std::initializer_list<std::string_view> paths);
 
-private:
-    rlimit m_before{};
-};
-
-/// How many descriptors the process has open.
-std::size_t openDescriptors();
+/// Sets the immutable flag of entries of the disk, or skips the test.
+#define LOCK_OR_SKIP(disk, ...)                                                                              \
+    for (const char* const entry : {__VA_ARGS__})                                                            \
+        if (!(disk).setImmutable(entry, true))                                                               \
+    GTEST_SKIP() << "no immutable flag here"

@@ -1,0 +1,31 @@
+#include "tests/support/process.h"
+
+#include <filesystem>
+#include <iterator>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+DescriptorLimit::DescriptorLimit(std::size_t more) {
+    getrlimit(RLIMIT_NOFILE, &m_before);
+    const rlimit lower{openDescriptors() - 1 + more, m_before.rlim_max}; // less the one that counts them
+    setrlimit(RLIMIT_NOFILE, &lower);
+}
+
+DescriptorLimit::~DescriptorLimit() {
+    setrlimit(RLIMIT_NOFILE, &m_before);
+}
+
+std::size_t openDescriptors() {
+    using std::filesystem::directory_iterator;
+    return static_cast<std::size_t>(std::distance(directory_iterator("/proc/self/fd"), directory_iterator()));
+}
+
+int inAnotherProcess(const std::function<int()>& work) {
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(work());
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
