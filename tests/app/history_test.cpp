@@ -2,17 +2,16 @@
 
 #include "tests/support/temporary_disk.h"
 
-#include <filesystem>
-#include <functional>
+#include <cmath>
 #include <random>
-
-#include <sys/stat.h>
 
 #include <gtest/gtest.h>
 
 using namespace std::chrono_literals;
 
 namespace {
+
+using Names = std::vector<std::string>;
 
 platform::Date since1970(double seconds) {
     return platform::Date(platform::Date::duration(seconds));
@@ -25,124 +24,76 @@ std::string repeated(std::string_view text, int times) {
     return all;
 }
 
-std::vector<std::string> names(const std::vector<HistoryEntry>& entries) {
-    std::vector<std::string> names;
+Names names(const std::vector<HistoryEntry>& entries) {
+    Names names;
     for (const HistoryEntry& entry : entries)
         names.push_back(entry.name);
     return names;
 }
 
-using Names = std::vector<std::string>;
+/// An array of one entry whose members are written like this.
+std::string entry(const std::string& date, const std::string& name, const std::string& sizeBytes) {
+    return "[{\"date\":" + date + ",\"name\":" + name + ",\"sizeBytes\":" + sizeBytes + "}]";
+}
 
-constexpr std::string_view goodEntry = R"({"date":700000000.25,"name":"Caché","sizeBytes":12})";
+const std::string good = R"([{"date":700000000.25,"name":"Caché","sizeBytes":12}])";
 
 } // namespace
 
 TEST(HistoryEntry, IsIdentifiedByItsDateAndName) {
-    const struct {
-        double seconds;
-        std::string id;
-    } cases[]{
-        {0, "0-a"},
-        {1'700'000'000, "1700000000-a"},
-        {1'700'000'000.1, "1700000000.1-a"},
-        {-0.5, "-0.5-a"},
-        {9'007'199'254'740'992, "9007199254740992-a"},
-        {1e17, "1e+17-a"},
-    };
-    for (const auto& [seconds, id] : cases)
-        EXPECT_EQ((HistoryEntry{since1970(seconds), "a", 1}).id(), id);
+    EXPECT_EQ((HistoryEntry{since1970(0), "a", 1}).id(), "0-a");
+    EXPECT_EQ((HistoryEntry{since1970(1'700'000'000.1), "a", 1}).id(), "1700000000.1-a");
 }
 
 TEST(HistoryFile, IsOneCompactArrayWithDatesSince2001) {
     EXPECT_EQ(encodeHistory({}), "[]");
-    EXPECT_EQ(encodeHistory({{since1970(1'678'307'200.25), "Caché", 12},
-                             {since1970(978'307'200), "\"\\/\n\x1f\x7f", -1}}),
-              R"([{"date":700000000.25,"name":"Caché","sizeBytes":12},)"
-              R"({"date":0,"name":"\"\\/\u000a\u001f)"
-              "\x7f"
-              R"(","sizeBytes":-1}])");
+    EXPECT_EQ(encodeHistory({{since1970(1'678'307'200.25), "Caché", 12}}), good);
+    EXPECT_EQ(encodeHistory({{since1970(978'307'200), "\"\\/\n\x1f\x7f", -1}}), entry("0",
+                                                                                      R"("\"\\/\u000a\u001f)"
+                                                                                      "\x7f\"",
+                                                                                      "-1"));
 }
 
 TEST(HistoryFile, ReadsBackWhatItWrote) {
     std::mt19937_64 random(7);
     std::uniform_real_distribution<double> recent(1.6e9, 2.1e9);
     std::vector<HistoryEntry> entries;
-    for (int i = 0; i < 2'000; ++i) {
-        std::string name = "é\U0001F4A9";
-        name += static_cast<char>(i % 0x80);
-        entries.push_back({since1970(recent(random)), name, static_cast<std::int64_t>(random())});
-    }
-    entries.push_back({platform::now(), std::string("\0\r\n", 3), std::numeric_limits<std::int64_t>::min()});
+    for (int i = 0; i < 2'000; ++i)
+        entries.push_back({since1970(recent(random)),
+                           "é\U0001F4A9" + std::string(1, static_cast<char>(i % 0x80)),
+                           static_cast<std::int64_t>(random())});
     EXPECT_EQ(decodeHistory(encodeHistory(entries)), entries);
 }
 
 TEST(HistoryFile, IsReadOnlyWhenAllOfItIsRight) {
     const std::string deep = repeated("[", 300'000) + repeated("]", 300'000);
     const std::string objects = repeated(R"({"name":)", 300'000) + "0" + repeated("}", 300'000);
-    const auto entry = [](std::string_view date, std::string_view name, std::string_view sizeBytes) {
-        return "[{\"date\":" + std::string(date) + ",\"name\":" + std::string(name)
-               + ",\"sizeBytes\":" + std::string(sizeBytes) + "}]";
+    const std::string readable[]{
+        " [ \n ] ",
+        good,
+        R"([{"sizeBytes":1,"more":[{"name":null,"date":[]},1],"name":"","less":{},"x":1e9,"date":1}])",
+        "[{\"other\":" + deep + ",\"date\":1,\"name\":\"n\",\"sizeBytes\":1}]",
+        entry("-1e300", R"("\u0000\ud83d\ude00")", "9223372036854775807"),
+        entry("18446744073709551615", "\"n\"", "-9223372036854775808"),
     };
-    const struct {
-        std::string json;
-        int count; ///< of entries, -1 for none at all
-    } cases[]{
-        {"[]", 0},
-        {" [ \n ] ", 0},
-        {"[" + std::string(goodEntry) + "]", 1},
-        {"[" + std::string(goodEntry) + "," + std::string(goodEntry) + "]", 2},
-        {R"([{"sizeBytes":1,"more":[{"name":null,"date":[]},1],"name":"","less":{},"x":1e9,"date":1}])", 1},
-        {"[{\"other\":" + deep + ",\"date\":1,\"name\":\"n\",\"sizeBytes\":1}]", 1},
-        {"[{\"other\":" + objects + ",\"date\":1,\"name\":\"n\",\"sizeBytes\":1}]", 1},
-        {entry("-1e300", R"("\u0000\ud83d\ude00")", "9223372036854775807"), 1},
-        {entry("1", "\"n\"", "-9223372036854775808"), 1},
-        {entry("18446744073709551615", "\"n\"", "0"), 1},
+    for (const std::string& json : readable)
+        EXPECT_TRUE(decodeHistory(json)) << json.substr(0, 200);
+
+    std::vector<std::string> unreadable{
         // not an array of objects
-        {"", -1},
-        {"null", -1},
-        {"7", -1},
-        {std::string(goodEntry), -1},
-        {"[7]", -1},
-        {"[null]", -1},
-        {"[\"name\"]", -1},
-        {"[[" + std::string(goodEntry) + "]]", -1},
-        {"[" + std::string(goodEntry) + ",[]]", -1},
-        {"[" + std::string(goodEntry) + "]x", -1},
-        {"[" + std::string(goodEntry) + ",]", -1},
-        {"[{}]", -1},
-        {deep, -1},
-        {objects, -1},
-        {repeated("[", 1'000'000), -1},
+        "null", "[null]", "[\"name\"]", "[" + good + "]", good + "x", "[{}]", deep, objects,
+        repeated("[", 1'000'000),
         // a member of another type, out of range, or missing
-        {entry("\"1\"", "\"n\"", "1"), -1},
-        {entry("null", "\"n\"", "1"), -1},
-        {entry("NaN", "\"n\"", "1"), -1},
-        {entry("1e999", "\"n\"", "1"), -1},
-        {entry("[1]", "\"n\"", "1"), -1},
-        {entry("1", "null", "1"), -1},
-        {entry("1", "1", "1"), -1},
-        {entry("1", "{\"name\":\"n\"}", "1"), -1},
-        {entry("1", "\"\xff\"", "1"), -1},
-        {entry("1", "\"\\ud800\"", "1"), -1},
-        {entry("1", "\"n\"", "1.5"), -1},
-        {entry("1", "\"n\"", "true"), -1},
-        {entry("1", "\"n\"", "\"1\""), -1},
-        {entry("1", "\"n\"", "9223372036854775808"), -1},
-        {entry("1", "\"n\"", "-9223372036854775809"), -1},
-        {entry("1", "\"n\"", "99999999999999999999999"), -1},
-        {R"([{"date":1,"name":"n"}])", -1},
-        {R"([{"date":1,"sizeBytes":1}])", -1},
-        {R"([{"name":"n","sizeBytes":1}])", -1},
-        {R"([{"Date":1,"name":"n","sizeBytes":1}])", -1},
-    };
-    for (const auto& [json, count] : cases) {
-        const auto entries = decodeHistory(json);
-        EXPECT_EQ(entries ? static_cast<int>(entries->size()) : -1, count) << json.substr(0, 200);
-    }
-    const std::string whole = "[" + std::string(goodEntry) + "]";
-    for (std::size_t length = 0; length < whole.size(); ++length)
-        EXPECT_FALSE(decodeHistory(whole.substr(0, length))) << length;
+        entry("\"1\"", "\"n\"", "1"), entry("null", "\"n\"", "1"), entry("1e999", "\"n\"", "1"),
+        entry("1", "null", "1"), entry("1", "{\"name\":\"n\"}", "1"), entry("1", "\"\xff\"", "1"),
+        entry("1", "\"\\ud800\"", "1"), entry("1", "\"n\"", "1.5"), entry("1", "\"n\"", "\"1\""),
+        entry("1", "\"n\"", "9223372036854775808"), entry("1", "\"n\"", "-9223372036854775809"),
+        R"([{"date":1,"name":"n"}])", R"([{"date":1,"sizeBytes":1}])",
+        R"([{"Date":1,"name":"n","sizeBytes":1}])"};
+    for (std::size_t length = 0; length < good.size(); ++length)
+        unreadable.push_back(good.substr(0, length));
+    for (const std::string& json : unreadable)
+        EXPECT_FALSE(decodeHistory(json)) << json.substr(0, 200);
 }
 
 class HistoryStoreTest : public testing::Test {
@@ -177,27 +128,21 @@ TEST_F(HistoryStoreTest, KeepsTheEntryAtTheBoundaryAndTheOrderOfEqualDates) {
                                         {base, "c", 1}}));
     HistoryStore store(m_disk.disk());
     EXPECT_EQ(names(store.entries()), (Names{"newest", "a", "b", "c", "oldest"}));
-
-    Names whenTold;
-    QObject::connect(&store, &HistoryStore::entriesChanged, &store,
-                     [&] { whenTold = names(store.entries()); });
     store.prune(base + 2'592'000s);
-    EXPECT_EQ(whenTold, (Names{"newest", "a", "b", "c"}));
-    EXPECT_EQ(names(onDisk()).size(), 5u); // memory only
+    EXPECT_EQ(names(store.entries()), (Names{"newest", "a", "b", "c"}));
+    EXPECT_EQ(onDisk().size(), 5u); // memory only
 }
 
 TEST_F(HistoryStoreTest, WritesEveryRecordingNewestFirst) {
-    {
-        HistoryStore store(m_disk.disk());
-        EXPECT_FALSE(m_disk.exists("~/Library/Application Support/Lumvale"));
-        int written = 0;
-        QObject::connect(&store, &HistoryStore::entriesChanged, &store,
-                         [&] { EXPECT_EQ(static_cast<int>(onDisk().size()), written++); });
-        for (const char* name : {"one", "two", "t\xffree\n"})
-            store.record(name, 5);
-        EXPECT_EQ(written, 3);
-        EXPECT_EQ(onDisk(), store.entries());
-    }
+    HistoryStore store(m_disk.disk());
+    std::vector<std::size_t> onDiskWhenTold;
+    QObject::connect(&store, &HistoryStore::entriesChanged, &store,
+                     [&] { onDiskWhenTold.push_back(onDisk().size()); });
+    EXPECT_FALSE(m_disk.exists("~/Library/Application Support/Lumvale"));
+    for (const char* name : {"one", "two", "t\xffree\n"})
+        store.record(name, 5);
+    EXPECT_EQ(onDiskWhenTold, (std::vector<std::size_t>{0, 1, 2}));
+    EXPECT_EQ(onDisk(), store.entries());
     EXPECT_TRUE(m_disk.exists("~/Library/Application Support/Lumvale/historique.json"));
     EXPECT_EQ(names(HistoryStore(m_disk.disk()).entries()), (Names{"t\uFFFDree\n", "two", "one"}));
 }
@@ -212,52 +157,30 @@ TEST_F(HistoryStoreTest, LeavesAMalformedFileAloneUntilTheNextRecording) {
     EXPECT_EQ(names(onDisk()), (Names{"new"}));
 }
 
-TEST_F(HistoryStoreTest, StaysRightInMemoryWhenTheFileCannotBeReachedOrWritten) {
+TEST(HistoryStore, StaysRightInMemoryWhenTheFileCannotBeReachedOrWritten) {
     const std::string folder = "~/Library/Application Support/Lumvale";
+    const std::string file = folder + "/historique.json";
     const struct {
-        const char* obstacle;
-        std::function<void()> put;
-        std::function<void()> clear;
-    } cases[]{
-        {"an unreadable file", [&] { m_disk.write(path(), "[]"), m_disk.setMode(path(), 0); },
-         [&] {
-             m_disk.setMode(path(), 0600);
-         }},
-        {"a read-only file", [&] { m_disk.write(path(), "[]"), m_disk.setMode(path(), 0400); },
-         [&] {
-             m_disk.setMode(path(), 0600);
-         }},
-        {"a read-only folder", [&] { m_disk.make(folder + "/"), m_disk.setMode(folder, 0500); },
-         [&] {
-             m_disk.setMode(folder, 0700);
-         }},
-        {"a folder in place of the file", [&] { m_disk.make(path() + "/inside"); },
-         [] {
-         }},
-        {"a file in place of the folder", [&] { m_disk.make(folder); },
-         [] {
-         }},
-        {"a pipe",
-         [&] {
-             m_disk.make(folder + "/");
-             EXPECT_EQ(mkfifo(m_disk.host(path()).c_str(), 0600), 0);
-         },
-         [] {
-         }},
-        {"a link that leads to itself", [&] { m_disk.make(path() + " -> historique.json"); },
-         [] {
-         }},
-    };
-    for (const auto& [obstacle, put, clear] : cases) {
-        SCOPED_TRACE(obstacle);
+        std::string made;
+        std::string closed;
+        unsigned mode;
+    } obstacles[]{{file, file, 0},
+                  {file, file, 0400},
+                  {folder + "/", folder, 0500},
+                  {file + "/inside", folder, 0700},
+                  {folder, folder, 0600},
+                  {file + " |", folder, 0700},
+                  {file + " -> historique.json", folder, 0700}};
+    for (const auto& [made, closed, mode] : obstacles) {
+        SCOPED_TRACE(made);
         const OrdinaryUser user;
-        put();
-        HistoryStore store(m_disk.disk());
+        const TemporaryDisk disk;
+        disk.make(made);
+        disk.setMode(closed, mode);
+        HistoryStore store(disk.disk());
         EXPECT_TRUE(store.entries().empty());
         store.record("one", 1);
         store.record("two", 2);
         EXPECT_EQ(names(store.entries()), (Names{"two", "one"}));
-        clear();
-        std::filesystem::remove_all(m_disk.host("~/Library"));
     }
 }

@@ -5,7 +5,6 @@
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
-#include <QThread>
 
 #include <algorithm>
 #include <deque>
@@ -237,24 +236,4 @@ TEST_F(ScanViewModelTest, LoadsTheStorageBreakdownIntoTheOpenSheet) {
     EXPECT_EQ(m_model.storageEntries()->data(second, StorageEntriesModel::ShareRole), 0.5);
     m_model.loadStorageBreakdown();
     EXPECT_EQ(m_model.storageBreakdown().size(), 2u) << "the rows stay while they are computed anew";
-}
-
-TEST_F(ScanViewModelTest, WorksBesideTheInterfaceThreadOfTheProgram) {
-    m_disk.make("~/Library/Logs/d.log 7");
-    ScanViewModel model(m_disk.disk(), m_history, qtExecutor());
-    QThread* toldOn = nullptr;
-    QObject::connect(
-        &model, &ScanViewModel::isScanningChanged, &model, [&] { toldOn = QThread::currentThread(); },
-        Qt::DirectConnection);
-    QSignalSpy told(&model, &ScanViewModel::isScanningChanged);
-    model.runScan();
-    EXPECT_TRUE(model.isScanning());
-    ASSERT_TRUE(told.wait(30'000));
-    EXPECT_EQ(toldOn, QThread::currentThread());
-    EXPECT_EQ(model.items()->rowCount(), 1);
-
-    // Gone before its scan is done: the result finds nobody.
-    std::make_unique<ScanViewModel>(m_disk.disk(), m_history, qtExecutor())->runScan();
-    model.runScan();
-    EXPECT_TRUE(told.wait(30'000));
 }
