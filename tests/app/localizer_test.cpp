@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSettings>
@@ -83,6 +84,19 @@ TEST_F(LocalizerTest, StoresEveryAssignmentBeforeItTells) {
     for (const int outside : {-1, 10, 1'000'000})
         localizer.setLanguageIndex(outside);
     EXPECT_EQ(storedWhenTold.size(), 3);
+}
+
+TEST_F(LocalizerTest, SurvivesASettingsFileThatIsNone) {
+    for (const QByteArray& garbage :
+         {QByteArray("\0\xff[[[=\n%%=@Variant(\0", 19), QByteArray(100'000, '[')}) {
+        QFile file(QSettings().fileName());
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly));
+        file.write(garbage);
+        file.close();
+        EXPECT_EQ(Localizer().language(), AppLanguage::automatic);
+        Localizer().setLanguage(AppLanguage::de);
+        EXPECT_EQ(Localizer().language(), AppLanguage::de);
+    }
 }
 
 TEST_F(LocalizerTest, ChangesEveryTextWithTheLanguage) {
