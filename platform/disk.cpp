@@ -26,7 +26,7 @@ constexpr int maximumLinks = 40;
 
 /// How far ".." can go back in one go. Only links lead upwards, and none by so many folders; a path may be
 /// far deeper than a program has descriptors.
-constexpr std::size_t mostOpenFolders = 64;
+constexpr std::size_t mostOpenFolders = 16;
 
 enum class LastName { follow, keep };
 
@@ -159,8 +159,13 @@ Result<Disk> Disk::open(const std::string& hostRoot, std::string_view home,
     disk.m_userCache = std::move(userCache);
     disk.m_isOfThisMachine = isSameFolder(root.number(), "/");
     disk.m_root = std::make_shared<const Descriptor>(std::move(root));
-    if (Result<Descriptor> folder = disk.openFolder(disk.m_home); !folder)
-        return folder.error();
+    // A home that may not be listed is one all the same.
+    Resolver resolver(disk.m_root->number());
+    if (Result<void> resolved = resolver.resolve(disk.m_home, LastName::follow); !resolved)
+        return resolved.error();
+    if (const std::string& name = resolver.lastName();
+        !name.empty() && !system::openToPassThrough(resolver.current(), name.c_str()))
+        return posixError(errno);
     return disk;
 }
 

@@ -14,7 +14,7 @@ inline constexpr std::string_view cocoaDomain = "NSCocoaErrorDomain";
 struct Error {
     std::string domain;
     int code = 0;
-    std::string description;                 ///< one English sentence, for technical detail only
+    std::string description;                 ///< a sentence for technical detail, never translated
     std::shared_ptr<const Error> underlying; ///< the cause, where there is one; usually of the POSIX domain
 };
 

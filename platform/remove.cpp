@@ -33,12 +33,10 @@ constexpr int openForReading = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 class Removal {
 public:
     explicit Removal(Place entry) {
-        struct stat status {};
-        fstat(entry.folder.number(), &status);
         m_pending.push_back(std::move(entry.name));
         m_levels.emplace_back(); // holds the entry; never read nor removed
+        lowest().identity = system::identityOf(entry.folder.number()).value_or(system::Identity{});
         lowest().folder = std::move(entry.folder);
-        lowest().device = status.st_dev;
     }
 
     /// The host's errno of what kept the entry from going; 0 when it is gone.
@@ -56,8 +54,7 @@ public:
 private:
     struct Level {
         Descriptor folder; ///< none while it is closed
-        dev_t device = 0;
-        ino_t inode = 0;
+        system::Identity identity;
         std::size_t firstChild = 0;  ///< where the names of folders in it begin in m_pending
         int passes = 0;              ///< how many times it was read
         bool progressed = false;     ///< in the last pass
@@ -85,20 +82,15 @@ private:
                 finish(removeUnopened(name, failure));
             return;
         }
-        struct stat status {};
-        if (fstat(folder.number(), &status) != 0) {
-            finish(errno);
-            return;
-        }
-        if (status.st_dev != lowest().device) {
+        const std::optional<system::Identity> identity = system::identityOf(folder.number());
+        if (!identity || !identity->isOnSameMount(lowest().identity)) {
             finish(removeUnopened(name, EBUSY));
             return;
         }
         closeOneIfMany();
         m_levels.emplace_back();
         lowest().folder = std::move(folder);
-        lowest().device = status.st_dev;
-        lowest().inode = status.st_ino;
+        lowest().identity = *identity;
         lowest().firstChild = m_pending.size();
         read();
     }
@@ -181,9 +173,7 @@ private:
         if (parent.folder)
             return true;
         Descriptor folder(openat(lowest().folder.number(), "..", openForReading));
-        struct stat status {};
-        if (!folder || fstat(folder.number(), &status) != 0 || status.st_dev != parent.device
-            || status.st_ino != parent.inode)
+        if (!folder || system::identityOf(folder.number()) != parent.identity)
             return false;
         parent.folder = std::move(folder);
         m_firstOpen = m_levels.size() - 2;
@@ -210,7 +200,7 @@ private:
 /// on the volume.
 class Unlocking {
 public:
-    explicit Unlocking(dev_t device) : m_device(device) {}
+    explicit Unlocking(const system::Identity& trash) : m_trash(trash) {}
 
     Descend visit(const WalkEntry& entry) const {
         return unlock(entry.folder, std::string(entry.name).c_str());
@@ -220,10 +210,11 @@ public:
 
     /// Takes the flag off one entry.
     Descend unlock(int folder, const char* name) const {
-        struct stat status {};
-        if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0 || status.st_dev != m_device)
+        const std::optional<system::Identity> identity = system::identityAt(folder, name);
+        if (!identity || !identity->isOnSameMount(m_trash))
             return Descend::no;
-        if (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode)) {
+        const std::optional<Attributes> attributes = system::attributesAt(folder, name);
+        if (attributes && (attributes->type == EntryType::file || attributes->type == EntryType::folder)) {
             const Descriptor entry(
                 openat(folder, name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
             if (entry)
@@ -233,7 +224,7 @@ public:
     }
 
 private:
-    dev_t m_device;
+    system::Identity m_trash;
 };
 
 } // namespace
@@ -251,13 +242,19 @@ void unlock(const Disk& disk, std::string_view path) {
     const Result<Place> place = placeInTrash(disk, path);
     if (!place)
         return;
-    struct stat trash {};
-    if (fstat(place->folder.number(), &trash) != 0)
+    const std::optional<system::Identity> trash = system::identityOf(place->folder.number());
+    if (!trash)
         return;
-    const Unlocking unlocking(trash.st_dev);
+    const Unlocking unlocking(*trash);
+    if (unlocking.unlock(place->folder.number(), place->name.c_str()) == Descend::no)
+        return;
+    // Whenever the walk has to find its root, it may be led through no link.
+    const auto openInTrash = [&](const std::string& root) {
+        const Result<Place> found = placeInTrash(disk, root);
+        return found ? system::openFolderBelow(found->folder.number(), found->name.c_str()) : Descriptor();
+    };
     const std::string root(path);
-    if (unlocking.unlock(place->folder.number(), place->name.c_str()) == Descend::yes)
-        walk(disk, std::span(&root, 1), Hidden::include, unlocking);
+    walk(openInTrash, std::span(&root, 1), Hidden::include, unlocking);
 }
 
 } // namespace platform

@@ -10,9 +10,9 @@ namespace platform {
 /// Removes the entry at `path` (standardised, below the Trash) for good, a folder with all that is below it.
 /// Nothing is followed, whatever another process swaps meanwhile: every folder is opened by its one name from
 /// its own open parent, and an ancestor that had to be closed is reached by ".." and checked to be the same.
-/// A volume mounted in the folder isn't entered: what is on it is no trash. A tree of any depth takes at most
-/// 128 descriptors. What can be removed goes even when something else in the folder can't; the error (Cocoa,
-/// as for `FileAction::remove`) then names the first true cause.
+/// What is mounted in the folder, a folder of the same volume included, isn't entered: it is no trash. A tree
+/// of any depth takes at most 128 descriptors. What can be removed goes even when something else in the
+/// folder can't; the error (Cocoa, as for `FileAction::remove`) then names the first true cause.
 Result<void> removeForGood(const Disk& disk, std::string_view path);
 
 /// Takes the user's immutable flag off the entry at `path` (standardised, below the Trash) and off everything

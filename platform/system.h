@@ -3,6 +3,7 @@
 #include "platform/attributes.h"
 #include "platform/descriptor.h"
 
+#include <cstdint>
 #include <optional>
 
 /// The system calls that differ between systems, as thin as they come: each returns what the call returns and
@@ -15,6 +16,21 @@ Descriptor openToPassThrough(int folder, const char* name);
 
 /// The attributes of the entry `name` in `folder`, of a link its own.
 std::optional<Attributes> attributesAt(int folder, const char* name);
+
+/// Which entry something is, whatever it is called: two are the same when all three are equal. A volume can
+/// be mounted in more than one place, and a folder of it too; each of these is a mount of its own.
+struct Identity {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::uint64_t mount = 0; ///< 0 where the system doesn't say
+
+    bool operator==(const Identity&) const = default;
+    bool isOnSameMount(const Identity& other) const { return device == other.device && mount == other.mount; }
+};
+
+/// The identity of what is open, and of the entry `name` in `folder`, of a link its own.
+std::optional<Identity> identityOf(int descriptor);
+std::optional<Identity> identityAt(int folder, const char* name);
 
 /// Opens the folder at a relative `path` below `folder` for reading; no name of the path may be a link (ELOOP
 /// or ENOTDIR), nor "..".

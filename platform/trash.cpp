@@ -174,15 +174,15 @@ Result<std::vector<std::string>> listTrash(const Disk& disk) {
     const auto failed = [](const Error& cause) {
         return fileError(FileAction::read, cause, ".Trash");
     };
-    const Result<Descriptor> trash = openTrash(disk);
+    const Result<Place> place = disk.place(trashFolder(disk));
+    if (!place)
+        return failed(place.error());
+    const Descriptor trash = system::openFolderBelow(place->folder.number(), place->name.c_str());
     if (!trash)
-        return failed(trash.error());
-    const Descriptor readable(openat(trash->number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!readable)
         return failed(posixError(errno));
     std::vector<std::string> names;
     FolderReader reader;
-    reader.start(readable.number());
+    reader.start(trash.number());
     while (const FolderEntry* entry = reader.next())
         names.emplace_back(entry->name);
     if (reader.failure() != 0)

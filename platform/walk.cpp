@@ -2,6 +2,7 @@
 
 #include "platform/bytes.h"
 #include "platform/path.h"
+#include "platform/system.h"
 #include "platform/walk_worker.h"
 
 #include <algorithm>
@@ -12,9 +13,20 @@ std::string WalkEntry::path() const {
     return joined(worker->folderPath(), name);
 }
 
-void detail::walk(const Disk& disk, std::span<const std::string> roots, Hidden hidden, unsigned workers,
-                  const std::function<Descend(unsigned worker, const WalkEntry&)>& visit) {
-    SharedWalk walk{disk, roots, hidden, visit};
+RootOpener rootsOn(const Disk& disk) {
+    return [disk](const std::string& path) -> Descriptor {
+        if (const Result<Place> place = disk.place(path))
+            return system::openFolderBelow(place->folder.number(), place->name.c_str());
+        // The disk's own root has no place.
+        if (Result<Descriptor> folder = disk.openFolder(path))
+            return std::move(*folder);
+        return {};
+    };
+}
+
+void detail::walk(const RootOpener& openRoot, std::span<const std::string> roots, Hidden hidden,
+                  unsigned workers, const std::function<Descend(unsigned worker, const WalkEntry&)>& visit) {
+    SharedWalk walk{openRoot, roots, hidden, visit};
     for (unsigned index = 0; index < workers; ++index) {
         walk.workers.push_back(std::make_unique<WalkWorker>(walk, index));
         walk.everyone |= std::uint64_t{1} << index;

@@ -50,27 +50,40 @@ concept WalkVisitor = std::copyable<V> && requires(V visitor, V other, const Wal
     visitor.merge(std::move(other));
 };
 
+/// Opens the folder at a root's path, at first and whenever the walk has to begin there again; none where
+/// there is no folder. Called from any of the walk's threads.
+using RootOpener = std::function<Descriptor(const std::string& root)>;
+
+/// Opens roots on the disk, none that is itself a link.
+RootOpener rootsOn(const Disk& disk);
+
 namespace detail {
-void walk(const Disk& disk, std::span<const std::string> roots, Hidden hidden, unsigned workers,
+void walk(const RootOpener& openRoot, std::span<const std::string> roots, Hidden hidden, unsigned workers,
           const std::function<Descend(unsigned worker, const WalkEntry&)>& visit);
 }
 
-/// How many threads a walk takes unless told otherwise.
+/// How many threads a walk takes unless told otherwise: 1 to 64.
 inline constexpr unsigned defaultWalkWorkers = 4;
 
 /// Visits every entry below the roots once, in no order; the roots themselves are not visited. A root that is
 /// no folder, or a link to one, has nothing below it. Links are visited and never followed; folders that
 /// cannot be read, or vanish, are passed over; mount points are crossed. Hidden entries are left out with all
-/// that is below them where asked. Blocks until done; at most 128 descriptors.
+/// that is below them where asked. Blocks until done; about 128 descriptors at most.
 template <WalkVisitor V>
-V walk(const Disk& disk, std::span<const std::string> roots, Hidden hidden, V visitor,
+V walk(const RootOpener& openRoot, std::span<const std::string> roots, Hidden hidden, V visitor,
        unsigned workers = defaultWalkWorkers) {
     std::vector<V> visitors(workers, visitor);
-    detail::walk(disk, roots, hidden, workers,
+    detail::walk(openRoot, roots, hidden, workers,
                  [&](unsigned worker, const WalkEntry& entry) { return visitors[worker].visit(entry); });
     for (unsigned i = 1; i < workers; ++i)
         visitors[0].merge(std::move(visitors[i]));
     return std::move(visitors[0]);
+}
+
+template <WalkVisitor V>
+V walk(const Disk& disk, std::span<const std::string> roots, Hidden hidden, V visitor,
+       unsigned workers = defaultWalkWorkers) {
+    return walk(rootsOn(disk), roots, hidden, std::move(visitor), workers);
 }
 
 /// The bytes of each path, in their order: of a folder the lengths of all files and links below it that

@@ -22,16 +22,6 @@ constexpr int reservedForAnchors = 32;
 /// A worker that has seen less than this has not been long enough at work for help to be worth it.
 constexpr std::size_t entriesBeforeSharing = 1000;
 
-/// The folder at `path`, unless the path ends in a link.
-Descriptor openRoot(const Disk& disk, const std::string& path) {
-    if (const Result<Place> place = disk.place(path))
-        return system::openFolderBelow(place->folder.number(), place->name.c_str());
-    // The disk's own root has no place.
-    if (Result<Descriptor> folder = disk.openFolder(path))
-        return std::move(*folder);
-    return {};
-}
-
 std::string_view lastName(const std::string& names) {
     const std::size_t start = names.rfind('\0', names.size() - 2) + 1;
     return {names.data() + start, names.size() - start - 1};
@@ -75,7 +65,7 @@ bool WalkWorker::readNextRoot() {
         return false;
     m_anchor = nullptr;
     m_path.clear();
-    if (Descriptor folder = openRoot(m_walk.disk, m_walk.roots[m_root])) {
+    if (Descriptor folder = m_walk.openRoot(m_walk.roots[m_root])) {
         readEntries(folder);
         if (!m_names.empty())
             m_branches.push_back(makeBranch(nullptr, std::move(folder)));
@@ -150,7 +140,7 @@ Descriptor WalkWorker::openNext(const Branch& branch, const char* name) {
 
 Descriptor WalkWorker::reopen(const Anchor& anchor) const {
     if (!anchor.above)
-        return openRoot(m_walk.disk, m_walk.roots[anchor.root]);
+        return m_walk.openRoot(m_walk.roots[anchor.root]);
     if (anchor.above->folder)
         return system::openFolderBelow(anchor.above->folder.number(), anchor.path.c_str());
     const Descriptor above = reopen(*anchor.above);
@@ -159,12 +149,17 @@ Descriptor WalkWorker::reopen(const Anchor& anchor) const {
 
 Branch WalkWorker::makeBranch(std::shared_ptr<const Anchor> anchor, Descriptor folder) {
     if (anchor && m_path.size() <= longestPathFromAnchor)
-        return {std::move(anchor), m_path, keepOpen(std::move(folder), reservedForAnchors), m_names};
-    Anchor next{m_root, std::move(anchor), m_path, keepOpen(std::move(folder), 0)};
-    return {std::make_shared<const Anchor>(std::move(next)), {}, {}, m_names};
+        return {std::move(anchor), m_path, keepOpen(folder, reservedForAnchors), m_names};
+    auto next =
+        std::make_shared<const Anchor>(Anchor{m_root, std::move(anchor), m_path, keepOpen(folder, 0)});
+    if (folder) { // not kept, but the folders below come next
+        m_reopenedAnchor = next;
+        m_reopenedFolder = std::move(folder);
+    }
+    return {std::move(next), {}, {}, m_names};
 }
 
-KeptFolder WalkWorker::keepOpen(Descriptor folder, int reserve) {
+KeptFolder WalkWorker::keepOpen(Descriptor& folder, int reserve) {
     if (!m_walk.budget.take(reserve))
         return {};
     return {std::move(folder), m_walk.budget};

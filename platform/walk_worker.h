@@ -71,7 +71,7 @@ class WalkWorker;
 
 /// What the workers of one walk share.
 struct SharedWalk {
-    const Disk& disk;
+    const RootOpener& openRoot;
     std::span<const std::string> roots;
     Hidden hidden;
     const std::function<Descend(unsigned worker, const WalkEntry&)>& visit;
@@ -107,7 +107,7 @@ private:
     Descriptor openNext(const Branch& branch, const char* name);
     Descriptor reopen(const Anchor& anchor) const;
     Branch makeBranch(std::shared_ptr<const Anchor> anchor, Descriptor folder);
-    KeptFolder keepOpen(Descriptor folder, int reserve);
+    KeptFolder keepOpen(Descriptor& folder, int reserve); ///< takes it, or leaves it alone
 
     void shareWork();
     bool hasWorkToShare() const;

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 namespace LumvaleScanner {
@@ -29,6 +30,12 @@ struct LargeFile {
     platform::Date modified;
 };
 
+/// Only files and links have a size: a pipe isn't large, however little is asked for.
+bool isLarge(platform::EntryType type, std::int64_t sizeBytes, std::int64_t minimumBytes) {
+    return (type == platform::EntryType::file || type == platform::EntryType::link)
+           && sizeBytes >= minimumBytes;
+}
+
 /// Whether a depth-first walk by name comes to `a` before `b`: paths by their bytes, "/" below every other.
 bool isWalkedBefore(const LargeFile& a, const LargeFile& b) {
     const auto rank = [](char c) {
@@ -45,10 +52,9 @@ public:
     LargeFileVisitor(std::int64_t minimumBytes, std::size_t cap) : m_minimumBytes(minimumBytes), m_cap(cap) {}
 
     platform::Descend visit(const platform::WalkEntry& entry) {
-        using enum platform::EntryType;
-        if (entry.type == folder)
+        if (entry.type == platform::EntryType::folder)
             return isProtectedPackage(entry.name) ? platform::Descend::no : platform::Descend::yes;
-        if ((entry.type == file || entry.type == link) && entry.sizeBytes >= m_minimumBytes)
+        if (isLarge(entry.type, entry.sizeBytes, m_minimumBytes))
             keep({entry.path(), entry.sizeBytes, entry.modified});
         return platform::Descend::no;
     }
@@ -92,7 +98,7 @@ std::vector<ScanItem> scanLargeFiles(const platform::Disk& disk, const std::stri
         platform::listFolder(disk, root, platform::Hidden::skip);
     if (!names)
         return {};
-    const std::size_t cap = maxResults * 4;
+    const std::size_t cap = 4 * std::min(maxResults, std::numeric_limits<std::size_t>::max() / 4);
 
     std::vector<LargeFile> direct;
     std::vector<std::string> folders;
@@ -104,7 +110,8 @@ std::vector<ScanItem> scanLargeFiles(const platform::Disk& disk, const std::stri
         if (kind == platform::Kind::folder)
             folders.push_back(std::move(path));
         else if (const auto attributes = platform::attributesOf(disk, path);
-                 kind == platform::Kind::file && attributes && attributes->sizeBytes >= minimumBytes)
+                 kind == platform::Kind::file && attributes
+                 && isLarge(attributes->type, attributes->sizeBytes, minimumBytes))
             direct.push_back({std::move(path), attributes->sizeBytes, attributes->modified});
     }
     std::vector<LargeFile> nested =

@@ -4,7 +4,8 @@
 
 namespace LumvalePermissions {
 
-/// Whether the system lets this program read places that it protects. Cheap: for any thread.
+/// Whether the system lets this program read places that it protects: whether the mail folder can be listed.
+/// A home without one looks like a permission that was not given. Cheap: for any thread.
 bool hasFullDiskAccess(const platform::Disk& disk = platform::Disk::current());
 
 } // namespace LumvalePermissions

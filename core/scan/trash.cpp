@@ -1,10 +1,9 @@
-#include "core/scan/trash.h"
-
+#include "platform/trash.h"
+#include "core/scan/reason_key.h"
 #include "core/scan/scanner.h"
 #include "platform/bytes.h"
 #include "platform/path.h"
 #include "platform/remove.h"
-#include "platform/trash.h"
 #include "platform/walk.h"
 
 #include <optional>
@@ -23,15 +22,6 @@ std::optional<platform::Error> removeUnlocked(const platform::Disk& disk, const 
     if (platform::removeForGood(disk, path))
         return std::nullopt;
     return first.error();
-}
-
-/// The POSIX code of an error or of its cause; 0 when neither has one.
-int posixCode(const platform::Error& error) {
-    if (error.domain == platform::posixDomain)
-        return error.code;
-    if (error.underlying && error.underlying->domain == platform::posixDomain)
-        return error.underlying->code;
-    return 0;
 }
 
 } // namespace
@@ -57,36 +47,6 @@ TrashReport emptyTrash(const platform::Disk& disk) {
         }
     }
     return report;
-}
-
-std::string_view reasonKey(const platform::Error& error) {
-    // The Mac's numbers, as errors carry them on every system.
-    switch (posixCode(error)) {
-    case 1:
-    case 13:
-        return "err_trash_permission";
-    case 2:
-        return "err_trash_already_gone";
-    case 16:
-    case 26:
-        return "err_trash_busy";
-    case 66:
-        return "err_trash_not_empty";
-    default:
-        break;
-    }
-    if (error.domain == platform::cocoaDomain) {
-        switch (error.code) {
-        case 4:
-            return "err_trash_already_gone";
-        case 257:
-        case 513:
-            return "err_trash_permission";
-        default:
-            break;
-        }
-    }
-    return "err_trash_unknown";
 }
 
 } // namespace LumvaleScanner

@@ -12,6 +12,7 @@
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 namespace platform::system {
@@ -34,6 +35,15 @@ EntryType entryType(mode_t mode) {
 Date date(const timespec& time) {
     return Date(std::chrono::duration<double>(static_cast<double>(time.tv_sec)
                                               + static_cast<double>(time.tv_nsec) / 1e9));
+}
+
+std::optional<Identity> identity(int folder, const char* name, int flags) {
+    struct statx status {};
+    if (statx(folder, name, flags | AT_SYMLINK_NOFOLLOW, STATX_INO | STATX_MNT_ID, &status) != 0)
+        return std::nullopt;
+    const bool saysMount = (status.stx_mask & STATX_MNT_ID) != 0; // Linux 5.8
+    return Identity{makedev(status.stx_dev_major, status.stx_dev_minor), status.stx_ino,
+                    saysMount ? status.stx_mnt_id : 0};
 }
 
 } // namespace
@@ -68,6 +78,14 @@ Descriptor openFolderBelow(int folder, const char* path) {
         path = slash + 1;
     }
     return Descriptor(openat(passed.number(), path, flags));
+}
+
+std::optional<Identity> identityOf(int descriptor) {
+    return identity(descriptor, "", AT_EMPTY_PATH);
+}
+
+std::optional<Identity> identityAt(int folder, const char* name) {
+    return identity(folder, name, 0);
 }
 
 std::optional<Attributes> attributesAt(int folder, const char* name) {

@@ -4,6 +4,7 @@
 #include "tests/support/temporary_disk.h"
 
 #include <chrono>
+#include <limits>
 
 #include <gtest/gtest.h>
 
@@ -149,6 +150,14 @@ TEST(LargeFiles, TheWorkingCapIsThatOfAWalkByName) {
     EXPECT_EQ(search(1), (Lines{"a/3 12"}));
     disk.make("~/z 50");
     EXPECT_EQ(search(1), (Lines{"z 50"}));
+}
+
+TEST(LargeFiles, HaveASizeHoweverLittleIsAskedFor) {
+    const TemporaryDisk disk;
+    disk.make({"~/pipe |", "~/folder/pipe |", "~/file 1"});
+    EXPECT_EQ(lines(LumvaleScanner::scanLargeFiles(disk.disk(), "/Users/me", 0,
+                                                   std::numeric_limits<std::size_t>::max() / 4 + 1)),
+              (Lines{"file 1"}));
 }
 
 TEST(LargeFiles, EqualSizesStayInTheOrderOfTheWalk) {

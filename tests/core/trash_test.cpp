@@ -1,4 +1,4 @@
-#include "core/scan/trash.h"
+#include "core/scan/reason_key.h"
 
 #include "core/scan/permissions.h"
 #include "core/scan/scanner.h"
@@ -83,6 +83,18 @@ TEST(EmptyTrash, SaysWhenTheTrashCannotBeListed) {
         EXPECT_EQ(report.succeeded + report.failed + report.bytesFreed, 0) << trash;
         EXPECT_TRUE(disk.exists("~/Documents/kept")) << trash;
     }
+}
+
+TEST(EmptyTrash, TellsOfEveryEntryOfATrashThatCanBeListedOnly) {
+    const OrdinaryUser user;
+    const TemporaryDisk disk;
+    disk.make({"~/.Trash/a", "~/.Trash/b/c"});
+    disk.setMode("~/.Trash", 0444);
+    const TrashReport report = emptyTrash(disk.disk());
+    EXPECT_FALSE(report.couldNotAccess);
+    EXPECT_EQ(report.failed, 2);
+    for (const TrashFailure& failure : report.failedDetails)
+        EXPECT_EQ(failure.reasonKey, "err_trash_permission") << failure.name;
 }
 
 TEST(EmptyTrash, GoesOnPastWhatFailsAndTellsWhy) {

@@ -105,6 +105,12 @@ TEST_F(Inspect, ChangesNothingUnlessItIsMeant) {
     EXPECT_FALSE(m_disk.exists("~/.Trash/old"));
 }
 
+TEST_F(Inspect, ChangesNothingWhereAnArgumentCanMeanTwoEntries) {
+    m_disk.make({"~/\\udc80", "~/\x80"});
+    EXPECT_EQ(inspected(m_disk, {"delete", "/Users/me/\\udc80", "--really"}).status, 2);
+    EXPECT_TRUE(m_disk.exists("~/\\udc80") && m_disk.exists("~/\x80"));
+}
+
 TEST_F(Inspect, ShowsWhatEachOperationFinds) {
     m_disk.make({"~/Library/Caches/com.example.editor/data 1000", "~/Movies/film.mov 3000", "~/Documents/",
                  "/Applications/Foo.app/Contents/x 5"});

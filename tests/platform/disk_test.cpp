@@ -142,6 +142,14 @@ TEST(Disk, OpensOnlyWithItsRootAndHome) {
     EXPECT_EQ(Disk::open(root, "/Users/./x/../me/")->home(), "/Users/me");
     for (const char* home : {"/Users/other", "/Users/me/file", ""})
         EXPECT_FALSE(Disk::open(root, home)) << home;
+    {
+        const OrdinaryUser user;
+        const TemporaryDisk closed;
+        closed.make("/Users/closed/file");
+        closed.setMode("/Users/closed", 0311);
+        EXPECT_TRUE(Disk::open(closed.host("/"), "/Users/closed")) << "a home that may not be listed";
+        closed.setMode("/Users/closed", 0755);
+    }
     for (const char* noRoot : {"/missing", "~/file"})
         EXPECT_FALSE(Disk::open(disk.host(noRoot), "/")) << noRoot;
     EXPECT_FALSE(disk.disk().isOfThisMachine());

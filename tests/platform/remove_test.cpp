@@ -165,6 +165,32 @@ TEST_F(RemoveForGood, UnlocksInTheTrashOnly) {
     EXPECT_NE(unlink(disk.host("~/kept").c_str()), 0);
 }
 
+TEST_F(RemoveForGood, UnlocksNothingElsewhereWhenTheTrashBecomesALinkAtAnyMoment) {
+    disk.make({"~/Documents/a/b/locked", "~/.Trash/a/b/file", "~/link -> Documents"});
+    LOCK_OR_SKIP(disk, "~/Documents/a/b/locked");
+    const auto swap = [&] {
+        renameat2(AT_FDCWD, disk.host("~/.Trash").c_str(), AT_FDCWD, disk.host("~/link").c_str(),
+                  RENAME_EXCHANGE);
+    };
+    int calls = 0;
+    surprise = [&] {
+        ++calls;
+    };
+    platform::unlock(disk.disk(), at("~/.Trash/a"));
+    for (int moment = 0; moment < calls; ++moment) {
+        int call = 0;
+        surprise = [&] {
+            if (call++ == moment)
+                swap();
+        };
+        platform::unlock(disk.disk(), at("~/.Trash/a"));
+        surprise = nullptr;
+        EXPECT_NE(unlink(disk.host("~/Documents/a/b/locked").c_str()), 0) << "at call " << moment;
+        swap();
+    }
+    EXPECT_GT(calls, 10);
+}
+
 TEST_F(RemoveForGood, EntersNoMountedVolume) {
     disk.make({"~/.Trash/item/volume/", "~/.Trash/item/other", "~/.Trash/volume/"});
     const MountedVolume inside(disk.host("~/.Trash/item/volume"));
@@ -175,6 +201,22 @@ TEST_F(RemoveForGood, EntersNoMountedVolume) {
     EXPECT_EQ(remove("~/.Trash/volume"), "512:16");
     EXPECT_FALSE(disk.exists("~/.Trash/item/other"));
     EXPECT_TRUE(disk.exists("~/.Trash/item/volume/kept") && disk.exists("~/.Trash/volume/kept"));
+}
+
+TEST_F(RemoveForGood, EntersNoFolderMountedFromTheSameVolume) {
+    disk.make(
+        {"~/Documents/folder/kept", "~/Documents/locked", "~/.Trash/item/a/Documents/", "~/.Trash/bound/"});
+    const MountedVolume inside(disk.host("~/Documents"), disk.host("~/.Trash/item/a/Documents"));
+    SKIP_UNLESS_MOUNTED(inside);
+    const MountedVolume itself(disk.host("~/Documents"), disk.host("~/.Trash/bound"));
+    LOCK_OR_SKIP(disk, "~/Documents/locked");
+    for (const char* path : {"~/.Trash/item", "~/.Trash/bound"}) {
+        EXPECT_EQ(remove(path), "512:16") << path;
+        platform::unlock(disk.disk(), at(path));
+        EXPECT_EQ(remove(path), "512:16") << path;
+    }
+    EXPECT_TRUE(disk.exists("~/Documents/folder/kept"));
+    EXPECT_NE(unlink(disk.host("~/Documents/locked").c_str()), 0);
 }
 
 TEST_F(RemoveForGood, ReadsAgainWhereAFileSystemPassesOverEntries) {

@@ -8,9 +8,14 @@
 /// a test asks and skips.
 class MountedVolume {
 public:
-    explicit MountedVolume(std::string hostFolder, const char* options = "size=64k,mode=0777")
+    explicit MountedVolume(std::string hostFolder)
         : m_folder(std::move(hostFolder)),
-          m_isMounted(mount("lumvale-test", m_folder.c_str(), "tmpfs", 0, options) == 0) {}
+          m_isMounted(mount("lumvale-test", m_folder.c_str(), "tmpfs", 0, "size=64k,mode=0777") == 0) {}
+
+    /// A folder of the host seen at `hostFolder` as well: a mount of its own on the same volume.
+    MountedVolume(const std::string& original, std::string hostFolder)
+        : m_folder(std::move(hostFolder)),
+          m_isMounted(mount(original.c_str(), m_folder.c_str(), nullptr, MS_BIND, nullptr) == 0) {}
     ~MountedVolume() {
         if (m_isMounted)
             umount2(m_folder.c_str(), MNT_DETACH);

@@ -1,6 +1,7 @@
 // Runs one operation of the core and prints what it returns as JSON: the window through which scripts,
 // benchmarks and tests look at the core. It has no logic of its own.
 
+#include "platform/attributes.h"
 #include "tools/inspect/arguments.h"
 #include "tools/inspect/json_text.h"
 #include "tools/inspect/operations.h"
@@ -12,6 +13,13 @@
 namespace {
 
 constexpr std::string_view reallyFlag = "--really";
+
+/// An entry's name may itself look like the form in which other bytes are written. Where an argument could
+/// mean either of two entries, nothing is changed.
+void refuseAmbiguous(const platform::Disk& disk, const std::string& asWritten, const std::string& asRead) {
+    if (asWritten != asRead && platform::attributesOf(disk, asWritten))
+        throw inspect::WrongUsage{"this can mean more than one entry: " + asWritten};
+}
 
 inspect::Json run(int argumentCount, char** arguments) {
     const inspect::Operation* operation = argumentCount < 2 ? nullptr : inspect::operation(arguments[1]);
@@ -31,6 +39,10 @@ inspect::Json run(int argumentCount, char** arguments) {
                                   + std::string(operation->parameters)};
     if (operation->disk != inspect::DiskUse::none)
         request.opened = inspect::diskOfEnvironment();
+    if (operation->disk == inspect::DiskUse::changes) {
+        for (std::size_t i = 0; i < request.arguments.size(); ++i)
+            refuseAmbiguous(*request.opened, arguments[i + 2], request.arguments[i]);
+    }
     return operation->run(request);
 }
 

@@ -99,7 +99,7 @@ Json emptyTrash(const Request& request) {
         return form(LumvaleScanner::emptyTrash(request.disk()));
     Json would = Json::array();
     const std::string trash = platform::trashFolder(request.disk());
-    if (const auto names = platform::listFolder(request.disk(), trash)) {
+    if (const auto names = platform::listTrash(request.disk())) {
         for (const std::string& name : *names)
             would.push_back(platform::joined(trash, name));
     }
@@ -143,7 +143,11 @@ Json propertyList(const Request& request) {
     if (!host)
         throw WrongUsage{host.error().description};
     return each(request.arguments, [&](const std::string& file) -> Json {
-        const auto list = platform::PropertyList::read(*host, std::filesystem::absolute(file).string());
+        std::error_code none;
+        const std::filesystem::path path = std::filesystem::absolute(file, none);
+        if (none)
+            throw WrongUsage{"no such file: " + file};
+        const auto list = platform::PropertyList::read(*host, path.string());
         return list ? form(*list) : Json{{"error", form(list.error())}};
     });
 }
