@@ -3,8 +3,30 @@
 #include "platform/format.h"
 #include "platform/text.h"
 
+namespace {
+
+/// What stands for a character that would not be seen itself but would move others: a line break makes a row
+/// of any height, a direction mark lets "gnp.exe" read "exe.png".
+QChar visible(QChar c) {
+    const ushort code = c.unicode();
+    if (code < 0x20)
+        return QChar(0x2400 + code); // Unicode's control pictures
+    if (code == 0x7F)
+        return QChar(0x2421);
+    const bool isMark = code == 0x061C || code == 0x200E || code == 0x200F;
+    const bool embeds = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+    const bool breaks = code == 0x2028 || code == 0x2029;
+    const bool isLateControl = code >= 0x80 && code < 0xA0;
+    return isMark || embeds || breaks || isLateControl ? QChar(QChar::ReplacementCharacter) : c;
+}
+
+} // namespace
+
 QString display::text(std::string_view bytes) {
-    return QString::fromStdString(platform::displayed(bytes));
+    QString text = QString::fromStdString(platform::displayed(bytes));
+    for (QChar& c : text)
+        c = visible(c);
+    return text;
 }
 
 QString display::size(std::int64_t bytes) {

@@ -12,7 +12,8 @@
 /// stand for more than one path.
 namespace display {
 
-/// Bytes as text, U+FFFD for what isn't UTF-8.
+/// Bytes as text of one line: U+FFFD for what isn't UTF-8 and for characters that change the direction of
+/// others, a picture for line breaks and other controls.
 QString text(std::string_view bytes);
 
 /// A size in the user's locale.

@@ -1,5 +1,7 @@
 #include "app/models/scan_items_model.h"
 
+#include "app/models/display.h"
+
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
@@ -36,6 +38,17 @@ protected:
 };
 
 } // namespace
+
+TEST(Display, ShowsEveryNameInOneLineAndInItsOwnOrder) {
+    const std::pair<const char*, QStringView> cases[]{
+        {"two\nlines\t\x7F", u"two\u240Alines\u2409\u2421"},
+        {"zw\u202Egnp.exe", u"zw\uFFFDgnp.exe"},
+        {"a\u2028b\u200Fc\u2066d\u0085", u"a\uFFFDb\uFFFDc\uFFFDd\uFFFD"},
+        {"\xFF \u05E9\u05DC \U0001F469\u200D\U0001F680", u"\uFFFD \u05E9\u05DC \U0001F469\u200D\U0001F680"},
+    };
+    for (const auto& [bytes, shown] : cases)
+        EXPECT_EQ(display::text(bytes), shown.toString()) << bytes;
+}
 
 TEST_F(ScanItemsModelTest, ListsByCategoryAndThenInTheOrderOfTheResult) {
     m_model.setItems({item("/large", ScanCategory::largeOldFiles), item("/cache/2", ScanCategory::cache),
