@@ -12,11 +12,13 @@
 #include <QTest>
 #include <QThread>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <deque>
 #include <memory>
 #include <optional>
+#include <string>
 #include <thread>
 
 using namespace std::chrono_literals;
@@ -72,6 +74,7 @@ private Q_SLOTS:
     void emptiesTheTrash_data();
     void emptiesTheTrash();
     void isWalkedByKeys();
+    void isWalkedByPages();
     void nothingIsCutOffInAnyLanguage_data();
     void nothingIsCutOffInAnyLanguage();
     void movesOnWhileAScanRuns();
@@ -83,6 +86,7 @@ private:
     void open(platform::Executor executor = qtExecutor());
     void scan();
     ScanViewModel* model() const;
+    bool showsCurrentRow() const; ///< the one that keys would tick
 
     // Files are met as by an ordinary user, so that modes count.
     std::optional<OrdinaryUser> m_user;
@@ -125,6 +129,12 @@ void CleanupTest::scan() {
 
 ScanViewModel* CleanupTest::model() const {
     return m_lumvale->window()->findChild<ScanViewModel*>();
+}
+
+bool CleanupTest::showsCurrentRow() const {
+    const std::vector<QQuickItem*> rows = m_driver->rows();
+    return std::any_of(rows.begin(), rows.end(),
+                       [](const QQuickItem* row) { return row->property("isCurrent").toBool(); });
 }
 
 void CleanupTest::movesWhatIsTickedAndOnlyThat() {
@@ -232,13 +242,23 @@ void CleanupTest::isWalkedByKeys() {
     const auto isTicked = [this](const char* name) {
         return m_driver->row(QLatin1String(name))->property("checked").toBool();
     };
-    QVERIFY(m_driver->rows().front()->property("isCurrent").toBool());
-    m_driver->key(Qt::Key_Space);
-    QVERIFY(!isTicked("com.example.a"));
+    const auto isCurrent = [this](const char* name) {
+        return m_driver->row(QLatin1String(name))->property("isCurrent").toBool();
+    };
+    QVERIFY(isCurrent("com.example.a"));
     m_driver->key(Qt::Key_Down);
-    QVERIFY(m_driver->rows()[1]->property("isCurrent").toBool());
+    QVERIFY(isCurrent("b.log"));
+    m_driver->key(Qt::Key_Space);
+    QVERIFY(!isTicked("b.log") && isCurrent("b.log"));
+    m_driver->key(Qt::Key_Up);
     m_driver->key(Qt::Key_Return);
-    QVERIFY(!isTicked("b.log") && isTicked("thrown away"));
+    QVERIFY(!isTicked("com.example.a") && isCurrent("com.example.a") && isTicked("thrown away"));
+
+    // The pointer hides where the keys were, the next key shows it again.
+    m_driver->click(*m_driver->row("b.log"));
+    QVERIFY(isTicked("b.log") && !isCurrent("b.log") && list->hasActiveFocus());
+    m_driver->key(Qt::Key_Space);
+    QVERIFY(!isTicked("b.log") && isCurrent("b.log"));
 
     m_driver->key(Qt::Key_Tab);
     QVERIFY(m_driver->item("deleteButton")->hasActiveFocus());
@@ -260,6 +280,41 @@ void CleanupTest::isWalkedByKeys() {
     QTRY_VERIFY(!m_driver->isShown("cancel"));
     QVERIFY(!m_disk->exists("~/.Trash/thrown away"));
     QVERIFY(m_disk->exists("~/Library/Logs/b.log"));
+
+    // With nothing ticked the button that was pressed is disabled.
+    QTRY_VERIFY(list->hasActiveFocus());
+    QTRY_VERIFY(showsCurrentRow());
+}
+
+void CleanupTest::isWalkedByPages() {
+    for (int i = 0; i < 60; ++i)
+        m_disk->make("~/Library/Caches/cache" + std::to_string(100 + i) + "/blob 8000");
+    open();
+    scan();
+    m_driver->item("emptyTrashButton")->forceActiveFocus(Qt::TabFocusReason);
+    m_driver->key(Qt::Key_Tab);
+    const QQuickItem* list = m_driver->item("resultsList");
+    const auto current = [list] {
+        return list->property("currentIndex").toInt();
+    };
+    const int last = list->property("count").toInt() - 1;
+
+    m_driver->key(Qt::Key_PageDown);
+    const int page = current();
+    QVERIFY(page > 1 && page <= static_cast<int>(m_driver->rows().size()));
+    QTRY_VERIFY(showsCurrentRow());
+    m_driver->key(Qt::Key_PageUp);
+    QCOMPARE(current(), 0);
+    m_driver->key(Qt::Key_PageUp);
+    QCOMPARE(current(), 0);
+    m_driver->key(Qt::Key_End);
+    QCOMPARE(current(), last);
+    QTRY_VERIFY(showsCurrentRow());
+    m_driver->key(Qt::Key_PageDown);
+    QCOMPARE(current(), last);
+    m_driver->key(Qt::Key_Home);
+    QCOMPARE(current(), 0);
+    QTRY_VERIFY(showsCurrentRow());
 }
 
 void CleanupTest::nothingIsCutOffInAnyLanguage_data() {

@@ -69,6 +69,7 @@ FocusScope {
         }
 
         ResultsList {
+            id: results
             anchors.left: parent.left
             anchors.right: parent.right
             anchors.top: parent.top
@@ -95,6 +96,7 @@ FocusScope {
         cancelText: Texts.tr("btn_cancel")
         confirmText: Texts.tr("btn_trash")
         onConfirmed: root.model.confirmDelete()
+        onFocusLost: reason => results.takeFocus(reason)
         onClosed: root.model.showDeleteConfirm = false
     }
 

@@ -15,6 +15,9 @@ T.AbstractButton {
 
     property bool isCurrent: false
 
+    /// The pointer was pressed on it; a click may also come from a key or a screen reader.
+    signal touched
+
     objectName: "row"
     implicitHeight: Math.max(texts.height, figures.height) + 2 * 10
     hoverEnabled: true
@@ -27,6 +30,11 @@ T.AbstractButton {
     Accessible.description: Texts.tr(explanation)
     Accessible.onPressAction: clicked()
     Accessible.onToggleAction: clicked()
+
+    PointHandler {
+        onActiveChanged: if (active)
+            root.touched()
+    }
 
     background: Rectangle {
         anchors.fill: parent

@@ -3,7 +3,8 @@ import QtQuick.Templates as T
 import Lumvale
 import Lumvale.Style
 
-/// What the scan proposes, by category. One stop for Tab; arrows walk the rows, Space and Return tick them.
+/// What the scan proposes, by category. One stop for Tab; arrows, Home, End and the page keys walk the rows,
+/// Space and Return tick them.
 Panel {
     id: root
 
@@ -12,17 +13,33 @@ Panel {
     /// Whether the rows are walked by keys: only then is the current one shown.
     property bool isWalked: false
 
-    function toggleCurrent(): void {
-        isWalked = true;
-        if (list.currentIndex >= 0)
-            items.toggle(list.currentIndex);
+    function takeFocus(reason: int): void {
+        list.forceActiveFocus(reason);
+        isWalked = reason !== Qt.MouseFocusReason;
     }
 
-    function clickRow(row: int): void {
-        list.forceActiveFocus(Qt.MouseFocusReason);
+    function toggle(row: int): void {
+        if (row < 0)
+            return;
         list.currentIndex = row;
-        isWalked = false;
         items.toggle(row);
+    }
+
+    /// Where a key leads from the current row; -1 when it isn't for walking.
+    function rowByKey(key: int): int {
+        // One row less than fits, so that of two pages a row is seen on both.
+        const page = Math.max(1, Math.floor(list.height * list.count / list.contentHeight) - 1);
+        switch (key) {
+        case Qt.Key_Home:
+            return 0;
+        case Qt.Key_End:
+            return list.count - 1;
+        case Qt.Key_PageUp:
+            return Math.max(0, list.currentIndex - page);
+        case Qt.Key_PageDown:
+            return Math.min(list.count - 1, list.currentIndex + page);
+        }
+        return -1;
     }
 
     EmptyPrompt {
@@ -58,11 +75,14 @@ Panel {
         }
         Keys.onPressed: event => {
             root.isWalked = true;
-            event.accepted = false;
+            const row = root.rowByKey(event.key);
+            event.accepted = row >= 0;
+            if (event.accepted)
+                currentIndex = row;
         }
-        Keys.onSpacePressed: root.toggleCurrent()
-        Keys.onReturnPressed: root.toggleCurrent()
-        Keys.onEnterPressed: root.toggleCurrent()
+        Keys.onSpacePressed: root.toggle(currentIndex)
+        Keys.onReturnPressed: root.toggle(currentIndex)
+        Keys.onEnterPressed: root.toggle(currentIndex)
 
         section.delegate: SectionLabel {
             required property string section
@@ -77,7 +97,13 @@ Panel {
             width: ListView.view.width - 2 * Metrics.listPadding
             // Bound components would let qmllint follow these, but Qt 6.4 makes no section headings of them.
             isCurrent: root.isWalked && ListView.isCurrentItem // qmllint disable unqualified
-            onClicked: root.clickRow(index) // qmllint disable unqualified
+            onClicked: root.toggle(index) // qmllint disable unqualified
+            onTouched: root.takeFocus(Qt.MouseFocusReason) // qmllint disable unqualified
+            // The current row has the keyboard and takes Space itself: the list would never hear of it.
+            Keys.onPressed: event => {
+                root.isWalked = true; // qmllint disable unqualified
+                event.accepted = false;
+            }
         }
     }
 }

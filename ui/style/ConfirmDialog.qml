@@ -20,6 +20,10 @@ T.Popup {
     /// The blocking call belongs in its handler: by then the dialog is seen to be busy.
     signal confirmed
 
+    /// The dialog has closed and what had the keyboard before can't take it back: it is for the screen to say
+    /// where it goes.
+    signal focusLost(reason: int)
+
     parent: T.Overlay.overlay
     anchors.centerIn: parent
     modal: true
@@ -31,8 +35,11 @@ T.Popup {
     onAboutToShow: returnTo = parent.Window.activeFocusItem
     onClosed: {
         const control = returnTo as T.Control;
-        if (returnTo)
-            returnTo.forceActiveFocus(control ? control.focusReason : Qt.PopupFocusReason);
+        const reason = control ? control.focusReason : Qt.PopupFocusReason;
+        if (returnTo && returnTo.enabled)
+            returnTo.forceActiveFocus(reason);
+        else
+            focusLost(reason);
     }
     onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)
 
