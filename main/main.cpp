@@ -17,6 +17,11 @@ int main(int argc, char* argv[]) {
     }
     platform::Disk::setCurrent(std::move(*disk));
 
+    // What cleans up leaves nothing of its own to clean: without these the toolkit keeps caches in the user's
+    // folder.
+    qputenv("QML_DISABLE_DISK_CACHE", "1");
+    QGuiApplication::setAttribute(Qt::AA_DisableShaderDiskCache);
+
     QGuiApplication application(argc, argv);
     QGuiApplication::setOrganizationName(QStringLiteral("Lumvale"));
     QGuiApplication::setApplicationName(QStringLiteral("Lumvale"));
