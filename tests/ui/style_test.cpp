@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QQuickItem>
 #include <QTest>
 
 #include <memory>
@@ -23,12 +24,14 @@ private Q_SLOTS:
     void breathesBetweenNoneAndAll();
     void drawsTheTypeScale_data();
     void drawsTheTypeScale();
+    void setsFiguresInColumnsWhereTheScriptAllows_data();
+    void setsFiguresInColumnsWhereTheScriptAllows();
     void judgesHealthByItsBands_data();
     void judgesHealthByItsBands();
 
 private:
     /// The object that this QML makes.
-    std::unique_ptr<QObject> make(const QByteArray& qml);
+    std::unique_ptr<QObject> make(const QByteArray& qml, const QVariantMap& properties = {});
     QVariant value(const QByteArray& expression);
 
     TemporaryDisk m_disk;
@@ -36,10 +39,10 @@ private:
     LumvaleWindow m_lumvale{m_disk.disk(), m_history, qtExecutor()};
 };
 
-std::unique_ptr<QObject> StyleTest::make(const QByteArray& qml) {
+std::unique_ptr<QObject> StyleTest::make(const QByteArray& qml, const QVariantMap& properties) {
     QQmlComponent component(qmlEngine(m_lumvale.window()));
     component.setData("import QtQuick\nimport Lumvale\nimport Lumvale.Style\n" + qml, QUrl());
-    std::unique_ptr<QObject> object(component.create());
+    std::unique_ptr<QObject> object(component.createWithInitialProperties(properties));
     if (!object)
         qFatal("%s", qPrintable(component.errorString()));
     return object;
@@ -98,6 +101,35 @@ void StyleTest::drawsTheTypeScale() {
     QCOMPARE(width(QByteArray(": Type.") + QTest::currentDataTag()),
              width(".weight: Type." + QByteArray(QTest::currentDataTag())
                    + ".weight; font.pixelSize: " + QByteArray::number(pixels)));
+}
+
+void StyleTest::setsFiguresInColumnsWhereTheScriptAllows_data() {
+    QTest::addColumn<QString>("size");
+    QTest::addColumn<bool>("isSevered");
+    QTest::newRow("Latin") << "4,2\u00a0Go" << true;
+    QTest::newRow("Cyrillic") << "1,31\u00a0ГБ" << true;
+    QTest::newRow("Greek") << "17 ψηφιολέξεις" << true;
+    QTest::newRow("Arabic") << "١٫٣١ غيغابايت" << false;
+    QTest::newRow("Hebrew") << "\u200f1.31 ג״ב" << false;
+    QTest::newRow("a mark on its letter") << "17 e\u0301" << false;
+}
+
+void StyleTest::setsFiguresInColumnsWhereTheScriptAllows() {
+    QFETCH(QString, size);
+    QFETCH(bool, isSevered);
+    const auto object = make("Figure { }", {{"text", size}});
+    const auto* figure = qobject_cast<QQuickItem*>(object.get());
+    QStringList pieces;
+    for (const QQuickItem* piece : figure->childItems())
+        if (piece->inherits("QQuickText"))
+            pieces.append(piece->property("text").toString());
+    QCOMPARE(pieces.join(""), size);
+    QCOMPARE(pieces.size() > 1, isSevered);
+    // Every digit takes the room of any other.
+    const auto width = [this](const char* text) {
+        return qobject_cast<QQuickItem*>(make("Figure { }", {{"text", text}}).get())->implicitWidth();
+    };
+    QCOMPARE(width("111"), width("888"));
 }
 
 void StyleTest::judgesHealthByItsBands_data() {

@@ -3,6 +3,9 @@ import QtQuick
 
 /// A number with its unit, every digit as wide as the others, so that figures stand in columns and don't dance
 /// while they change.
+///
+/// For that it sets the characters one by one, from left to right. Scripts whose letters join, or that run the other
+/// way, would be torn apart by it: those are set as the one text that they are.
 Row {
     id: root
 
@@ -14,18 +17,21 @@ Row {
         font: root.font
     }
     readonly property real digitWidth: metrics.advanceWidth("0")
+    // Latin, Greek and Cyrillic letters, digits, spaces, punctuation; neither marks that stand on a letter nor what
+    // turns the direction. By code points, since Qt's regular expressions know no scripts.
+    readonly property bool isSevered: /^[ -~\u00a0-\u02ff\u0370-\u0482\u048a-\u052f\u1e00-\u200a\u2010-\u2027\u202f-\u205e]*$/.test(text)
 
     Accessible.ignored: true
 
     Repeater {
-        model: root.text.length
+        model: root.isSevered ? root.text.length : 1
 
         Text {
             required property int index
 
-            readonly property string character: root.text.charAt(index)
+            readonly property string character: root.isSevered ? root.text.charAt(index) : root.text
 
-            width: character >= "0" && character <= "9" ? root.digitWidth : implicitWidth
+            width: root.isSevered && character >= "0" && character <= "9" ? root.digitWidth : implicitWidth
             text: character
             textFormat: Text.PlainText
             font: root.font
