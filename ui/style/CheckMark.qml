@@ -13,6 +13,7 @@ Rectangle {
     color: "transparent"
     border.color: GCColor.checkOutline
     border.width: isChecked ? 0 : 1.4
+    border.pixelAligned: false
     antialiasing: true
 
     Rectangle {
