@@ -40,6 +40,7 @@ Column {
             verticalPadding: 9
             font: Type.smallButton
             symbol: "trash.fill"
+            symbolSize: 11.5
             text: Texts.tr("btn_empty_trash")
             onClicked: root.model.requestEmptyTrash()
         }

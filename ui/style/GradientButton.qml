@@ -22,7 +22,8 @@ T.Button {
     verticalPadding: 11
     spacing: 7
     font: Type.button
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    // Whole, since buttons stand in rows from the right: a fraction would smear whatever is left of it.
+    implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     Accessible.role: Accessible.Button
     Accessible.name: text

@@ -9,7 +9,8 @@ T.Button {
     verticalPadding: 10
     font: Type.smallButton
     opacity: enabled ? 1 : 0.45
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    // Whole, since buttons stand in rows from the right: a fraction would smear whatever is left of it.
+    implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     Accessible.role: Accessible.Button
     Accessible.name: text
