@@ -79,6 +79,8 @@ public:
 
     void run(AppLanguage language) {
         Localizer::shared().setLanguage(language);
+        // Figures and dates are written as the environment says.
+        qputenv("LC_ALL", language == AppLanguage::fr ? "fr_FR.UTF-8" : "en_US.UTF-8");
         m_language = rawValue(language);
         m_number = 0;
         LumvaleWindow lumvale(m_disk, m_history, qtExecutor());
