@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <cmath>
 #include <deque>
 #include <memory>
 #include <optional>
@@ -75,6 +76,8 @@ private Q_SLOTS:
     void emptiesTheTrash();
     void isWalkedByKeys();
     void isWalkedByPages();
+    void listsWhatStayedInWholeLines();
+    void tellsAScreenReaderWhatIsSeen();
     void nothingIsCutOffInAnyLanguage_data();
     void nothingIsCutOffInAnyLanguage();
     void movesOnWhileAScanRuns();
@@ -317,6 +320,71 @@ void CleanupTest::isWalkedByPages() {
     QTRY_VERIFY(showsCurrentRow());
 }
 
+void CleanupTest::listsWhatStayedInWholeLines() {
+    for (int i = 0; i < 9; ++i) {
+        const std::string folder = "~/.Trash/kept" + std::to_string(i) + std::string(i % 2 ? 150 : 0, 'w');
+        m_disk->make(folder + "/inside 9");
+        m_disk->setMode(folder, 0555);
+    }
+    open();
+    QVERIFY(m_driver->click("emptyTrashButton"));
+    QTRY_VERIFY(m_driver->isShown("confirm"));
+    QVERIFY(m_driver->click("confirm"));
+    QTRY_VERIFY(!m_driver->isShown("confirm"));
+
+    QQuickItem* failures = m_driver->item("trashFailures");
+    QVERIFY(failures);
+    QCOMPARE(failures->property("count").toInt(), 9);
+    for (const QQuickItem* line : failures->property("contentItem").value<QQuickItem*>()->childItems()) {
+        if (!line->inherits("QQuickText"))
+            continue;
+        const double height =
+            line->property("contentHeight").toDouble() / line->property("lineCount").toInt();
+        QCOMPARE(std::fmod(failures->height(), height), 0.0);
+        QCOMPARE(line->height(), line->property("contentHeight").toDouble());
+    }
+
+    QVERIFY(!m_driver->isShown("failuresFocus"));
+    m_driver->item("emptyTrashButton")->forceActiveFocus(Qt::TabFocusReason);
+    m_driver->key(Qt::Key_Tab);
+    QVERIFY(failures->hasActiveFocus() && m_driver->isShown("failuresFocus"));
+    for (int i = 0; i < 9; ++i)
+        m_driver->key(Qt::Key_Down);
+    QTRY_VERIFY(failures->property("atYEnd").toBool());
+}
+
+void CleanupTest::tellsAScreenReaderWhatIsSeen() {
+    const auto told = [this](const char* name) {
+        return QAccessible::queryAccessibleInterface(m_driver->item(name));
+    };
+    m_disk->make("~/.Trash/kept/inside 9");
+    m_disk->setMode("~/.Trash/kept", 0555);
+    open();
+    scan();
+    QCOMPARE(told("resultsList")->text(QAccessible::Name), translated("tab_cleanup"));
+    QQuickItem* row = m_driver->row("old.zip");
+    const QString date = row->property("date").toString();
+    QVERIFY(!date.isEmpty());
+    QVERIFY(QAccessible::queryAccessibleInterface(row)->text(QAccessible::Description).contains(date));
+
+    QVERIFY(m_driver->click("emptyTrashButton"));
+    QTRY_VERIFY(m_driver->isShown("confirm"));
+    QVERIFY(m_driver->click("confirm"));
+    QTRY_VERIFY(!m_driver->isShown("confirm"));
+    QVERIFY(m_driver->click("deleteButton"));
+    QTRY_VERIFY(m_driver->isShown("confirm"));
+    QVERIFY(m_driver->click("confirm"));
+    QTRY_VERIFY(!m_driver->isShown("confirm"));
+    // What came of it is spoken without being looked for.
+    for (const char* outcome : {"trashSuccess", "trashWarning", "deletedLabel"}) {
+        QVERIFY2(told(outcome), outcome);
+        QCOMPARE(told(outcome)->role(), QAccessible::AlertMessage);
+        QCOMPARE(told(outcome)->text(QAccessible::Name), m_driver->text(outcome));
+    }
+    QCOMPARE(told("trashFailures")->role(), QAccessible::List);
+    QCOMPARE(told("trashFailures")->text(QAccessible::Name), m_driver->text("trashWarning"));
+}
+
 void CleanupTest::nothingIsCutOffInAnyLanguage_data() {
     QTest::addColumn<int>("language");
     for (const AppLanguage language : {AppLanguage::fr, AppLanguage::en})
@@ -370,6 +438,9 @@ void CleanupTest::movesOnWhileAScanRuns() {
     const QQuickItem* indicator = m_driver->item("loadingIndicator");
     QVERIFY(indicator);
     QCOMPARE(indicator->property("label").toString(), translated("scanning_progress"));
+    const auto* told = QAccessible::queryAccessibleInterface(m_driver->item("loadingIndicator"));
+    QCOMPARE(told->text(QAccessible::Name), translated("scanning_progress"));
+    QCOMPARE(told->childCount(), 0); // and it isn't said twice
     int frames = 0;
     const QObject until;
     connect(m_lumvale->window(), &QQuickWindow::frameSwapped, &until, [&frames] { ++frames; });

@@ -31,6 +31,7 @@ Item {
             visible: root.model.deletedCount >= 1
             text: root.model.deletedCount + " " + Texts.tr("deleted_confirmation")
             color: GCColor.glowTeal
+            Accessible.role: Accessible.AlertMessage
         }
     }
 

@@ -27,7 +27,7 @@ T.AbstractButton {
     Accessible.checkable: true
     Accessible.checked: checked
     Accessible.name: name + ", " + size
-    Accessible.description: Texts.tr(explanation)
+    Accessible.description: (date.length > 0 ? date + ", " : "") + Texts.tr(explanation)
     Accessible.onPressAction: clicked()
     Accessible.onToggleAction: clicked()
 

@@ -68,6 +68,7 @@ Panel {
         T.ScrollBar.vertical: ScrollMark {}
 
         Accessible.role: Accessible.List
+        Accessible.name: Texts.tr("tab_cleanup")
         onActiveFocusChanged: {
             root.isWalked = activeFocus;
             if (activeFocus && currentIndex < 0)

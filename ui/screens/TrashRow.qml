@@ -10,6 +10,9 @@ Column {
 
     required property ScanViewModel model
 
+    /// Lines of one height, wrapped or not, so that as many as are seen are seen whole.
+    readonly property int failureLine: 17
+
     spacing: 8
 
     Item {
@@ -27,6 +30,7 @@ Column {
             text: "✓ " + root.model.trashEmptiedCount + " " + Texts.tr("trash_emptied_confirmation") + " · " + root.model.trashEmptiedSize
             font: Type.message
             color: GCColor.glowTeal
+            Accessible.role: Accessible.AlertMessage
         }
 
         GradientButton {
@@ -47,6 +51,7 @@ Column {
     }
 
     Label {
+        id: warning
         objectName: "trashWarning"
         width: parent.width
         visible: root.model.trashCouldNotAccess || root.model.trashFailedCount >= 1
@@ -56,35 +61,53 @@ Column {
         font: Type.caption
         color: GCColor.danger
         lineHeight: 1.2
+        Accessible.role: Accessible.AlertMessage
     }
 
     // A few lines stand open, many scroll: what was found must stay in reach.
-    ListView {
-        objectName: "trashFailures"
-
+    Item {
         width: parent.width
-        height: Math.min(contentHeight, 76)
+        height: failures.height
         visible: !root.model.trashCouldNotAccess && root.model.trashFailedCount >= 1
-        clip: true
-        spacing: 3
-        boundsBehavior: Flickable.StopAtBounds
-        activeFocusOnTab: interactive
-        interactive: contentHeight > height
-        keyNavigationEnabled: true
-        model: root.model.trashFailedNames
-        T.ScrollBar.vertical: ScrollMark {
-            topPadding: 0
-            bottomPadding: 0
+
+        ListView {
+            id: failures
+            objectName: "trashFailures"
+
+            width: parent.width
+            height: Math.min(contentHeight, 4 * root.failureLine)
+            clip: true
+            snapMode: ListView.SnapToItem
+            boundsBehavior: Flickable.StopAtBounds
+            activeFocusOnTab: interactive
+            interactive: contentHeight > height
+            keyNavigationEnabled: true
+            highlightMoveDuration: 0
+            model: root.model.trashFailedNames
+            T.ScrollBar.vertical: ScrollMark {
+                topPadding: 0
+                bottomPadding: 0
+            }
+            Accessible.role: Accessible.List
+            Accessible.name: warning.text
+
+            delegate: Label {
+                required property int index
+                required property string modelData
+
+                width: ListView.view.width - 14
+                text: modelData + " : " + Texts.tr(root.model.trashFailedReasonKeys[index])
+                font: Type.fine
+                color: GCColor.danger
+                lineHeightMode: Text.FixedHeight
+                lineHeight: root.failureLine
+            }
         }
 
-        delegate: Label {
-            required property int index
-            required property string modelData
-
-            width: ListView.view.width - 14
-            text: modelData + " : " + Texts.tr(root.model.trashFailedReasonKeys[index])
-            font: Type.fine
-            color: GCColor.danger
+        FocusRing {
+            objectName: "failuresFocus"
+            visible: failures.activeFocus
+            parentRadius: 3
         }
     }
 }

@@ -38,6 +38,7 @@ Column {
         glow: GCColor.alpha(GCColor.glowTeal, 0.15 + 0.25 * root.phase)
         radius: 4 + 6 * root.phase
         maximumRadius: 10
+        Accessible.ignored: true
     }
 
     Label {
@@ -48,5 +49,6 @@ Column {
         color: GCColor.textSecondary
         horizontalAlignment: Text.AlignHCenter
         lineHeight: 1.25
+        Accessible.ignored: true
     }
 }

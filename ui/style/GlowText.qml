@@ -15,6 +15,8 @@ Item {
 
     implicitWidth: label.implicitWidth
     implicitHeight: label.implicitHeight
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
 
     // The glow is made from letters that never change colour: they are rendered once.
     Text {
@@ -71,5 +73,6 @@ Item {
         font: root.font
         color: root.color
         wrapMode: Text.NoWrap
+        Accessible.ignored: true
     }
 }
