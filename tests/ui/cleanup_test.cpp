@@ -183,6 +183,8 @@ void CleanupTest::movesWhatIsTickedAndOnlyThat() {
     QCOMPARE(m_driver->text("selectionLabel"), "0" + suffix + "Zero KB");
     QVERIFY(!m_driver->row("old.zip"));
     QVERIFY(!m_driver->isEnabled("deleteButton"));
+    // The list has the keyboard now, but who works by clicks is shown no ring.
+    QVERIFY(m_driver->item("resultsList")->hasActiveFocus() && !showsCurrentRow());
 }
 
 void CleanupTest::emptiesTheTrash_data() {

@@ -12,6 +12,7 @@
 #include <QQuickItem>
 #include <QTest>
 
+#include <cmath>
 #include <memory>
 
 /// The look that all screens share, asked in QML as the screens ask.
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void drawsTheTypeScale();
     void setsFiguresInColumnsWhereTheScriptAllows_data();
     void setsFiguresInColumnsWhereTheScriptAllows();
+    void standsButtonsOnWholePixels();
     void judgesHealthByItsBands_data();
     void judgesHealthByItsBands();
 
@@ -130,6 +132,20 @@ void StyleTest::setsFiguresInColumnsWhereTheScriptAllows() {
         return qobject_cast<QQuickItem*>(make("Figure { }", {{"text", text}}).get())->implicitWidth();
     };
     QCOMPARE(width("111"), width("888"));
+}
+
+void StyleTest::standsButtonsOnWholePixels() {
+    bool isAnyTextFractional = false;
+    for (const char* type : {"GradientButton", "QuietButton"}) {
+        for (const char* text : {"Analyser", "Cancel", "Vider la corbeille", "Move to Trash"}) {
+            const auto object = make(type + QByteArray(" { }"), {{"text", text}});
+            const auto* content = object->property("contentItem").value<QQuickItem*>();
+            const double width = qobject_cast<QQuickItem*>(object.get())->implicitWidth();
+            QCOMPARE(width, std::round(width));
+            isAnyTextFractional |= content->implicitWidth() != std::round(content->implicitWidth());
+        }
+    }
+    QVERIFY(isAnyTextFractional); // or this would show nothing
 }
 
 void StyleTest::judgesHealthByItsBands_data() {
