@@ -45,7 +45,8 @@ void HistoryStore::prune(platform::Date now) {
     const platform::Date cutOff = now - keptFor;
     // Negated, so that a date which is no number goes too.
     std::erase_if(m_entries, [&](const HistoryEntry& entry) { return !(entry.date >= cutOff); });
-    std::stable_sort(m_entries.begin(), m_entries.end(), isNewer);
+    if (!std::is_sorted(m_entries.begin(), m_entries.end(), isNewer)) // seldom, and this runs for every entry
+        std::stable_sort(m_entries.begin(), m_entries.end(), isNewer);
     Q_EMIT entriesChanged();
 }
 
