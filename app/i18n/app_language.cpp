@@ -1,63 +1,46 @@
 #include "app/i18n/app_language.h"
 
 #include <algorithm>
+#include <iterator>
 
-using namespace Qt::StringLiterals;
+namespace {
+
+struct Names {
+    QStringView stored;
+    QStringView shown;
+};
+
+/// In the order of the enumeration.
+constexpr Names names[] = {
+    {u"automatic", u"Automatique"},
+    {u"fr", u"Français"},
+    {u"en", u"English"},
+    {u"srLatin", u"Srpski (latinica)"},
+    {u"srCyrillic", u"Српски (ћирилица)"},
+    {u"de", u"Deutsch"},
+    {u"es", u"Español"},
+    {u"it", u"Italiano"},
+    {u"pt", u"Português"},
+    {u"ru", u"Русский"},
+};
+static_assert(std::size(names) == allAppLanguages.size());
+
+const Names& namesOf(AppLanguage language) {
+    return names[static_cast<std::size_t>(language)];
+}
+
+} // namespace
 
 QString rawValue(AppLanguage language) {
-    switch (language) {
-    case AppLanguage::automatic:
-        return u"automatic"_s;
-    case AppLanguage::fr:
-        return u"fr"_s;
-    case AppLanguage::en:
-        return u"en"_s;
-    case AppLanguage::srLatin:
-        return u"srLatin"_s;
-    case AppLanguage::srCyrillic:
-        return u"srCyrillic"_s;
-    case AppLanguage::de:
-        return u"de"_s;
-    case AppLanguage::es:
-        return u"es"_s;
-    case AppLanguage::it:
-        return u"it"_s;
-    case AppLanguage::pt:
-        return u"pt"_s;
-    case AppLanguage::ru:
-        return u"ru"_s;
-    }
-    Q_UNREACHABLE();
+    return namesOf(language).stored.toString();
 }
 
 std::optional<AppLanguage> appLanguage(const QString& raw) {
     const auto found = std::find_if(allAppLanguages.begin(), allAppLanguages.end(),
-                                    [&](AppLanguage language) { return rawValue(language) == raw; });
+                                    [&](AppLanguage language) { return namesOf(language).stored == raw; });
     return found == allAppLanguages.end() ? std::nullopt : std::optional(*found);
 }
 
 QString displayName(AppLanguage language) {
-    switch (language) {
-    case AppLanguage::automatic:
-        return u"Automatique"_s;
-    case AppLanguage::fr:
-        return u"Français"_s;
-    case AppLanguage::en:
-        return u"English"_s;
-    case AppLanguage::srLatin:
-        return u"Srpski (latinica)"_s;
-    case AppLanguage::srCyrillic:
-        return u"Српски (ћирилица)"_s;
-    case AppLanguage::de:
-        return u"Deutsch"_s;
-    case AppLanguage::es:
-        return u"Español"_s;
-    case AppLanguage::it:
-        return u"Italiano"_s;
-    case AppLanguage::pt:
-        return u"Português"_s;
-    case AppLanguage::ru:
-        return u"Русский"_s;
-    }
-    Q_UNREACHABLE();
+    return namesOf(language).shown.toString();
 }
