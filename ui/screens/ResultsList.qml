@@ -70,7 +70,9 @@ Panel {
         Accessible.role: Accessible.List
         Accessible.name: Texts.tr("tab_cleanup")
         onActiveFocusChanged: {
-            root.isWalked = activeFocus;
+            // The current row has the keyboard, and knows whether a click brought it there.
+            const row = currentItem as T.Control;
+            root.isWalked = activeFocus && !(row && row.focusReason === Qt.MouseFocusReason);
             if (activeFocus && currentIndex < 0)
                 currentIndex = 0;
         }

@@ -16,6 +16,8 @@ T.Popup {
 
     /// Where the keyboard was before.
     property Item returnTo
+    /// And how it had come there, which the item itself may be gone to tell.
+    property int returnReason: Qt.PopupFocusReason
 
     /// The blocking call belongs in its handler: by then the dialog is seen to be busy.
     signal confirmed
@@ -32,14 +34,16 @@ T.Popup {
     padding: Metrics.screenPadding
     implicitWidth: Metrics.dialogWidth
     implicitHeight: content.implicitHeight + 2 * padding
-    onAboutToShow: returnTo = parent.Window.activeFocusItem
-    onClosed: {
+    onAboutToShow: {
+        returnTo = parent.Window.activeFocusItem;
         const control = returnTo as T.Control;
-        const reason = control ? control.focusReason : Qt.PopupFocusReason;
+        returnReason = control ? control.focusReason : Qt.PopupFocusReason;
+    }
+    onClosed: {
         if (returnTo && returnTo.enabled)
-            returnTo.forceActiveFocus(reason);
+            returnTo.forceActiveFocus(returnReason);
         else
-            focusLost(reason);
+            focusLost(returnReason);
     }
     onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)
 
