@@ -141,6 +141,10 @@ private:
             std::printf("  %s: %s (%s)\n", fate, item.path.c_str(),
                         qPrintable(display::size(item.sizeBytes)));
         }
+        const std::vector<QQuickItem*> rows = m_driver->rows();
+        expect(std::none_of(rows.begin(), rows.end(),
+                            [](const QQuickItem* row) { return row->property("isCurrent").toBool(); }),
+               "who works by clicks is shown no ring of the keys");
         take("moved");
     }
 
