@@ -120,6 +120,8 @@ void CleanupTest::cleanup() {
 void CleanupTest::open(platform::Executor executor) {
     m_lumvale = std::make_unique<LumvaleWindow>(m_disk->disk(), *m_history, std::move(executor));
     QVERIFY(m_lumvale->window());
+    // High enough that every row of these disks is in sight.
+    m_lumvale->window()->resize(1000, 860);
     QVERIFY(QTest::qWaitForWindowExposed(m_lumvale->window()));
     m_driver.emplace(*m_lumvale->window());
 }

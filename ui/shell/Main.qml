@@ -3,21 +3,15 @@ import Lumvale
 import Lumvale.Style
 
 Window {
-    id: root
-
     title: "Lumvale"
-    width: 1000
-    height: 760
+    width: 1040
+    height: 800
     minimumWidth: 820
     minimumHeight: 700
     color: GCColor.bgBottom
     visible: true
 
-    Backdrop {
-        anchors.fill: parent
-    }
-
-    CleanupView {
+    RootView {
         anchors.fill: parent
         focus: true
     }

@@ -4,7 +4,7 @@ import Lumvale.Style
 
 /// Asks before something is destroyed, then stays in front until it is done. Escape cancels; the keyboard starts
 /// on the harmless button, so that a hasty Return destroys nothing.
-T.Popup {
+Sheet {
     id: root
 
     required property string title
@@ -14,62 +14,18 @@ T.Popup {
 
     readonly property bool busy: action.running
 
-    /// Where the keyboard was before.
-    property Item returnTo
-    /// And how it had come there, which the item itself may be gone to tell.
-    property int returnReason: Qt.PopupFocusReason
-
     /// The blocking call belongs in its handler: by then the dialog is seen to be busy.
     signal confirmed
 
-    /// The dialog has closed and what had the keyboard before can't take it back: it is for the screen to say
-    /// where it goes.
-    signal focusLost(reason: int)
-
-    parent: T.Overlay.overlay
-    anchors.centerIn: parent
-    modal: true
-    focus: true
     closePolicy: busy ? T.Popup.NoAutoClose : T.Popup.CloseOnEscape
-    padding: Metrics.screenPadding
     implicitWidth: Metrics.dialogWidth
     implicitHeight: content.implicitHeight + 2 * padding
-    onAboutToShow: {
-        returnTo = parent.Window.activeFocusItem;
-        const control = returnTo as T.Control;
-        returnReason = control ? control.focusReason : Qt.PopupFocusReason;
-    }
-    onClosed: {
-        if (returnTo && returnTo.enabled)
-            returnTo.forceActiveFocus(returnReason);
-        else
-            focusLost(returnReason);
-    }
     onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)
 
     BlockingAction {
         id: action
         onReady: root.confirmed()
         onFinished: root.close()
-    }
-
-    T.Overlay.modal: Rectangle {
-        color: GCColor.shade
-    }
-
-    enter: Transition {
-        NumberAnimation {
-            property: "opacity"
-            from: 0
-            to: 1
-            duration: Motion.quick
-        }
-    }
-
-    background: Rectangle {
-        radius: Metrics.dialogRadius
-        color: GCColor.dialog
-        border.color: GCColor.panelStroke
     }
 
     Column {

@@ -24,6 +24,7 @@ QtObject {
     readonly property color hover: white(0.04)
     readonly property color hoverVeil: white(0.12)
     readonly property color pressedVeil: Qt.rgba(0, 0, 0, 0.12)
+    readonly property color selectedTab: white(0.08)
     readonly property color quietButton: white(0.08)
     readonly property color quietButtonHover: white(0.13)
     readonly property color focus: alpha(glowTeal, 0.9)

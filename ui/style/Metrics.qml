@@ -11,6 +11,9 @@ QtObject {
     readonly property int smallButtonRadius: 10
     readonly property int dialogWidth: 420
     readonly property int dialogRadius: 18
+    readonly property int tabBarRadius: 13
+    readonly property int tabRadius: 9
+    readonly property int tabSpacing: 4
     readonly property int promptWidth: 420
     readonly property int subtitleWidth: 320
     readonly property int checkSide: 19

@@ -6,6 +6,7 @@ QtObject {
     id: root
 
     readonly property font title: text(26, Font.Bold)
+    readonly property font screenTitle: text(21, Font.Bold)
     readonly property font score: text(17, Font.Bold)
     readonly property font heading: text(15, Font.DemiBold)
     readonly property font loading: text(14.5, Font.DemiBold)

@@ -1,0 +1,97 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Lumvale
+import Lumvale.Style
+
+/// The language of the texts, and the menu to choose another.
+T.Button {
+    id: root
+
+    objectName: "languageMenu"
+    text: Localizer.languageName
+    font: Type.message
+    horizontalPadding: 12
+    verticalPadding: 8
+    spacing: 6
+    implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding)
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    focusPolicy: Qt.TabFocus
+    Accessible.role: Accessible.ButtonMenu
+    Accessible.name: Texts.tr("language_label") + ", " + text
+    Accessible.onPressAction: clicked()
+    onClicked: menu.visible ? menu.close() : menu.open()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+    Keys.onDownPressed: menu.open()
+
+    contentItem: Row {
+        spacing: root.spacing
+
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            width: 13
+            height: 13
+            name: "globe"
+            color: GCColor.textSecondary
+        }
+
+        Text {
+            text: root.text
+            textFormat: Text.PlainText
+            font: root.font
+            color: GCColor.textPrimary
+        }
+    }
+
+    background: Rectangle {
+        radius: Metrics.smallButtonRadius
+        color: root.hovered || menu.visible ? GCColor.quietButtonHover : GCColor.quietButton
+
+        FocusRing {
+            visible: root.visualFocus
+            parentRadius: Metrics.smallButtonRadius
+        }
+    }
+
+    T.Menu {
+        id: menu
+
+        // Below the button, and to the left of its right edge: it stands at the right of the window.
+        x: root.width - width
+        y: root.height + 6
+        implicitWidth: 190
+        implicitHeight: contentItem.implicitHeight + 2 * padding
+        padding: 6
+        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
+        onOpened: currentIndex = Localizer.language
+        onClosed: root.forceActiveFocus(root.visualFocus ? Qt.TabFocusReason : Qt.MouseFocusReason)
+
+        contentItem: ListView {
+            implicitHeight: contentHeight
+            model: menu.contentModel
+            currentIndex: menu.currentIndex
+            interactive: false
+        }
+
+        background: Rectangle {
+            radius: Metrics.smallButtonRadius
+            color: GCColor.dialog
+            border.color: GCColor.panelStroke
+        }
+
+        Repeater {
+            model: Localizer.languageNames
+
+            MenuEntry {
+                required property int index
+                required property string modelData
+
+                width: menu.availableWidth
+                text: modelData
+                isChosen: index === Localizer.language
+                onTriggered: Localizer.language = index
+            }
+        }
+    }
+}

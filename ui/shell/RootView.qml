@@ -1,0 +1,88 @@
+import QtQuick
+import Lumvale
+import Lumvale.Style
+
+/// All that is in the window: the five tools, one of them at a time, and the language.
+FocusScope {
+    id: root
+
+    enum AppTab {
+        Cleanup,
+        Uninstall,
+        Startup,
+        Duplicates,
+        History
+    }
+
+    /// Every run starts with the cleanup.
+    property int tab: RootView.AppTab.Cleanup
+
+    readonly property list<Component> screens: [
+        Component {
+            CleanupView {}
+        },
+        Component {
+            PlainView {
+                title: Texts.tr("uninstall_title")
+            }
+        },
+        Component {
+            PlainView {
+                title: Texts.tr("startup_title")
+                subtitle: Texts.tr("startup_subtitle")
+            }
+        },
+        Component {
+            PlainView {
+                title: Texts.tr("duplicates_title")
+                subtitle: Texts.tr("duplicates_subtitle")
+            }
+        },
+        Component {
+            PlainView {
+                title: Texts.tr("tab_history")
+                subtitle: Texts.tr("history_subtitle")
+            }
+        }
+    ]
+
+    Backdrop {
+        anchors.fill: parent
+    }
+
+    Item {
+        id: header
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.leftMargin: Metrics.screenPadding
+        anchors.rightMargin: Metrics.screenPadding
+        anchors.topMargin: 18
+        height: Math.max(tabs.height, language.height)
+
+        TabSwitcher {
+            id: tabs
+            anchors.left: parent.left
+            anchors.verticalCenter: parent.verticalCenter
+            titleKeys: ["tab_cleanup", "tab_uninstall", "tab_startup", "tab_duplicates", "tab_history"]
+            tab: root.tab
+            onChosen: tab => root.tab = tab
+        }
+
+        LanguageMenu {
+            id: language
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+        }
+    }
+
+    // Only the screen in sight exists: another tab discards it with its model, and makes both anew on return.
+    Loader {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: header.bottom
+        anchors.bottom: parent.bottom
+        focus: true
+        sourceComponent: root.screens[root.tab]
+    }
+}

@@ -1,0 +1,90 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Lumvale
+import Lumvale.Style
+
+/// The tabs of the window. One stop for Tab; the arrows walk it, and only Space or Return choose, since leaving a
+/// screen discards what it shows.
+Panel {
+    id: root
+
+    required property list<string> titleKeys
+    required property int tab
+
+    signal chosen(tab: int)
+
+    function walkTo(index: int): void {
+        const tab = tabs.itemAt(Math.max(0, Math.min(index, tabs.count - 1)));
+        if (tab)
+            tab.forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    implicitWidth: row.width + 2 * Metrics.tabSpacing
+    implicitHeight: row.height + 2 * Metrics.tabSpacing
+    radius: Metrics.tabBarRadius
+    Accessible.role: Accessible.PageTabList
+
+    Row {
+        id: row
+        x: Metrics.tabSpacing
+        y: Metrics.tabSpacing
+        spacing: Metrics.tabSpacing
+
+        Repeater {
+            id: tabs
+            model: root.titleKeys
+
+            T.AbstractButton {
+                id: button
+
+                required property int index
+                required property string modelData
+
+                readonly property bool isCurrent: index === root.tab
+
+                objectName: modelData
+                text: Texts.tr(modelData)
+                font: Type.smallButton
+                horizontalPadding: 14
+                verticalPadding: 7
+                implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding)
+                implicitHeight: implicitContentHeight + topPadding + bottomPadding
+                focusPolicy: Qt.TabFocus
+                activeFocusOnTab: isCurrent
+                Accessible.role: Accessible.PageTab
+                Accessible.name: text
+                Accessible.selected: isCurrent
+                Accessible.onPressAction: clicked()
+                onClicked: root.chosen(index)
+                Keys.onReturnPressed: clicked()
+                Keys.onEnterPressed: clicked()
+                Keys.onLeftPressed: root.walkTo(index - 1)
+                Keys.onRightPressed: root.walkTo(index + 1)
+                Keys.onPressed: event => {
+                    event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
+                    if (event.accepted)
+                        root.walkTo(event.key === Qt.Key_Home ? 0 : tabs.count - 1);
+                }
+
+                contentItem: Text {
+                    text: button.text
+                    textFormat: Text.PlainText
+                    font: button.font
+                    color: button.isCurrent || button.hovered ? GCColor.textPrimary : GCColor.textSecondary
+                }
+
+                background: Rectangle {
+                    radius: Metrics.tabRadius
+                    color: button.isCurrent ? GCColor.selectedTab : "transparent"
+
+                    FocusRing {
+                        visible: button.visualFocus
+                        outset: 0
+                        parentRadius: Metrics.tabRadius
+                    }
+                }
+            }
+        }
+    }
+}

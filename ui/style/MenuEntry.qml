@@ -1,0 +1,48 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lumvale.Style
+
+/// One of the choices in a menu; the present one has a mark. Not checkable by itself: choosing the present one again
+/// would take its mark.
+T.MenuItem {
+    id: root
+
+    property bool isChosen: false
+
+    objectName: "menuEntry"
+    font: Type.message
+    horizontalPadding: 10
+    verticalPadding: 6
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    Accessible.role: Accessible.MenuItem
+    Accessible.name: text
+    Accessible.checkable: true
+    Accessible.checked: isChosen
+
+    contentItem: Item {
+        implicitHeight: label.implicitHeight
+
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            width: 10
+            height: 10
+            name: "checkmark"
+            color: GCColor.glowTeal
+            visible: root.isChosen
+        }
+
+        Text {
+            id: label
+            x: 20
+            text: root.text
+            textFormat: Text.PlainText
+            font: root.font
+            color: GCColor.textPrimary
+        }
+    }
+
+    background: Rectangle {
+        radius: 6
+        color: root.highlighted || root.hovered ? GCColor.quietButton : "transparent"
+    }
+}
