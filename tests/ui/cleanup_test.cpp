@@ -369,7 +369,14 @@ void CleanupTest::tellsAScreenReaderWhatIsSeen() {
     QQuickItem* row = m_driver->row("old.zip");
     const QString date = row->property("date").toString();
     QVERIFY(!date.isEmpty());
-    QVERIFY(QAccessible::queryAccessibleInterface(row)->text(QAccessible::Description).contains(date));
+    const auto* toldOfRow = QAccessible::queryAccessibleInterface(row);
+    QVERIFY(toldOfRow->text(QAccessible::Description).contains(date));
+    QCOMPARE(toldOfRow->role(), QAccessible::CheckBox);
+    QVERIFY(toldOfRow->state().checkable && !toldOfRow->state().checked);
+    m_driver->click(*row);
+    QVERIFY(row->property("checked").toBool() && toldOfRow->state().checked);
+    m_driver->click(*row);
+    QVERIFY(!row->property("checked").toBool() && !toldOfRow->state().checked);
 
     QVERIFY(m_driver->click("emptyTrashButton"));
     QTRY_VERIFY(m_driver->isShown("confirm"));

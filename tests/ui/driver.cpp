@@ -31,13 +31,18 @@ bool isScrolledAway(const QQuickItem& item) {
 
 } // namespace
 
-QQuickItem* Driver::item(const char* name) const {
-    QQuickItem* found = nullptr;
+std::vector<QQuickItem*> Driver::items(const char* name) const {
+    std::vector<QQuickItem*> found;
     forEachVisible(m_window.contentItem(), [&](QQuickItem* item) {
-        if (!found && item->objectName() == QLatin1String(name))
-            found = item;
+        if (item->objectName() == QLatin1String(name))
+            found.push_back(item);
     });
     return found;
+}
+
+QQuickItem* Driver::item(const char* name) const {
+    const std::vector<QQuickItem*> found = items(name);
+    return found.empty() ? nullptr : found.front();
 }
 
 QString Driver::text(const char* name, const char* property) const {

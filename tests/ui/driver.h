@@ -17,6 +17,7 @@ public:
 
     /// The first visible item of this object name, in dialogs as well; null when there is none.
     QQuickItem* item(const char* name) const;
+    std::vector<QQuickItem*> items(const char* name) const; ///< all of them
     bool isShown(const char* name) const { return item(name) != nullptr; }
 
     /// A property of a visible item as text; empty when it isn't shown.

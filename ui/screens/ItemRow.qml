@@ -23,7 +23,8 @@ T.AbstractButton {
     hoverEnabled: true
     focusPolicy: Qt.NoFocus
 
-    Accessible.role: Accessible.CheckBox
+    // What makes it a check box for screen readers as well; what it shows is still what the model says.
+    checkable: true
     Accessible.checkable: true
     Accessible.checked: checked
     Accessible.name: name + ", " + size

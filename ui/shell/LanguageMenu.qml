@@ -8,6 +8,14 @@ import Lumvale.Style
 T.Button {
     id: root
 
+    /// How the keyboard had come to the button that opened the menu, which takes it.
+    property int openedBy: Qt.OtherFocusReason
+
+    function open(): void {
+        openedBy = focusReason;
+        menu.open();
+    }
+
     objectName: "languageMenu"
     text: Localizer.languageName
     font: Type.message
@@ -17,13 +25,13 @@ T.Button {
     implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     focusPolicy: Qt.TabFocus
-    Accessible.role: Accessible.ButtonMenu
+    Accessible.role: Accessible.Button
     Accessible.name: Texts.tr("language_label") + ", " + text
     Accessible.onPressAction: clicked()
-    onClicked: menu.visible ? menu.close() : menu.open()
+    onClicked: menu.visible ? menu.close() : open()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
-    Keys.onDownPressed: menu.open()
+    Keys.onDownPressed: open()
 
     contentItem: Row {
         spacing: root.spacing
@@ -65,7 +73,7 @@ T.Button {
         padding: 6
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
         onOpened: currentIndex = Localizer.language
-        onClosed: root.forceActiveFocus(root.visualFocus ? Qt.TabFocusReason : Qt.MouseFocusReason)
+        onClosed: root.forceActiveFocus(root.openedBy)
 
         contentItem: ListView {
             implicitHeight: contentHeight

@@ -84,5 +84,6 @@ FocusScope {
         anchors.bottom: parent.bottom
         focus: true
         sourceComponent: root.screens[root.tab]
+        onLoaded: (item as Item).focus = true
     }
 }

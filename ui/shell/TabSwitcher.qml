@@ -35,7 +35,7 @@ Panel {
             id: tabs
             model: root.titleKeys
 
-            T.AbstractButton {
+            T.TabButton {
                 id: button
 
                 required property int index
@@ -44,6 +44,7 @@ Panel {
                 readonly property bool isCurrent: index === root.tab
 
                 objectName: modelData
+                checked: isCurrent
                 text: Texts.tr(modelData)
                 font: Type.smallButton
                 horizontalPadding: 14
@@ -52,7 +53,6 @@ Panel {
                 implicitHeight: implicitContentHeight + topPadding + bottomPadding
                 focusPolicy: Qt.TabFocus
                 activeFocusOnTab: isCurrent
-                Accessible.role: Accessible.PageTab
                 Accessible.name: text
                 Accessible.selected: isCurrent
                 Accessible.onPressAction: clicked()

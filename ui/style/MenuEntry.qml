@@ -14,7 +14,6 @@ T.MenuItem {
     horizontalPadding: 10
     verticalPadding: 6
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    Accessible.role: Accessible.MenuItem
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: isChosen
