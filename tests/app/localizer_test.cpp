@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
+#include <QSet>
 #include <QSettings>
 #include <QSignalSpy>
 
@@ -27,6 +29,32 @@ protected:
 QJsonObject fileOf(const QString& name) {
     QFile file(u":/i18n/"_s + name);
     return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+}
+
+/// Serbian in Latin letters. Each Cyrillic letter has one Latin spelling; the way back is not so clear, since
+/// "nj" may be one letter or two.
+QString inLatin(const QString& serbian) {
+    static const QString cyrillic = u"абвгдђежзијклљмнњопрстћуфхцчџш"_s;
+    static const QStringList latin =
+        u"a b v g d đ e ž z i j k l lj m n nj o p r s t ć u f h c č dž š"_s.split(u' ');
+    QString text;
+    for (const QChar letter : serbian) {
+        const qsizetype at = cyrillic.indexOf(letter.toLower());
+        QString spelling = at < 0 ? QString(letter) : latin[at];
+        if (letter.isUpper())
+            spelling[0] = spelling[0].toUpper();
+        text += spelling;
+    }
+    return text;
+}
+
+/// The words in Latin letters, a lone letter too.
+QSet<QString> latinWords(const QString& text) {
+    static const QRegularExpression word(u"\\p{Latin}+"_s);
+    QSet<QString> words;
+    for (auto match = word.globalMatch(text); match.hasNext();)
+        words.insert(match.next().captured());
+    return words;
 }
 
 } // namespace
@@ -130,5 +158,22 @@ TEST(Translations, EveryFileHoldsTheSameTextsInGoodForm) {
                 EXPECT_EQ(text.contains(sign), french[key].toString().contains(sign)) << sign.toStdString();
             EXPECT_EQ(Translations::table()[key][*language], text);
         }
+    }
+}
+
+TEST(Translations, SayTheSameInBothScriptsOfSerbian) {
+    const QJsonObject latin = fileOf(u"srLatin.json"_s);
+    const QJsonObject cyrillic = fileOf(u"srCyrillic.json"_s);
+    const QJsonObject french = fileOf(u"fr.json"_s);
+    const QJsonObject english = fileOf(u"en.json"_s);
+    ASSERT_FALSE(latin.isEmpty() || cyrillic.isEmpty());
+    for (const QString& key : latin.keys()) {
+        const QString text = cyrillic[key].toString();
+        SCOPED_TRACE((key + u": "_s + text).toStdString());
+        EXPECT_EQ(inLatin(text).toStdString(), latin[key].toString().toStdString());
+        // What three languages call alike is a name. Names stay in Latin letters and nothing else does: no
+        // word left over, no "a" that merely looks Cyrillic.
+        EXPECT_EQ(latinWords(text), latinWords(latin[key].toString()) & latinWords(french[key].toString())
+                                        & latinWords(english[key].toString()));
     }
 }
