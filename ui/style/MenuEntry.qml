@@ -18,26 +18,22 @@ T.MenuItem {
     Accessible.checkable: true
     Accessible.checked: isChosen
 
-    contentItem: Item {
-        implicitHeight: label.implicitHeight
+    indicator: Symbol {
+        x: root.horizontalPadding
+        anchors.verticalCenter: parent.verticalCenter
+        width: 10
+        height: 10
+        name: "checkmark"
+        color: GCColor.glowTeal
+        visible: root.isChosen
+    }
 
-        Symbol {
-            anchors.verticalCenter: parent.verticalCenter
-            width: 10
-            height: 10
-            name: "checkmark"
-            color: GCColor.glowTeal
-            visible: root.isChosen
-        }
-
-        Text {
-            id: label
-            x: 20
-            text: root.text
-            textFormat: Text.PlainText
-            font: root.font
-            color: GCColor.textPrimary
-        }
+    contentItem: Text {
+        leftPadding: 20
+        text: root.text
+        textFormat: Text.PlainText
+        font: root.font
+        color: GCColor.textPrimary
     }
 
     background: Rectangle {
