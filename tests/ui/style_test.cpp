@@ -6,10 +6,14 @@
 #include "ui/shell/lumvale_window.h"
 
 #include <QColor>
+#include <QDirIterator>
+#include <QFile>
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
+#include <QRegularExpression>
+#include <QSet>
 #include <QTest>
 
 #include <cmath>
@@ -23,6 +27,7 @@ private Q_SLOTS:
     void mixesColours_data();
     void mixesColours();
     void breathesBetweenNoneAndAll();
+    void hasADrawingForEverySymbol();
     void drawsTheTypeScale_data();
     void drawsTheTypeScale();
     void setsFiguresInColumnsWhereTheScriptAllows_data();
@@ -80,6 +85,24 @@ void StyleTest::breathesBetweenNoneAndAll() {
     QVERIFY(qFuzzyIsNull(phase("-Math.PI / 2")));
     QCOMPARE(phase("0"), 0.5);
     QCOMPARE(phase("Math.PI / 2"), 1.0);
+}
+
+void StyleTest::hasADrawingForEverySymbol() {
+    static const QRegularExpression named(R"((?<![.\w])(?:symbols?|name)\s*:\s*(\[[^\]]*\]|[^,}\n]*))");
+    static const QRegularExpression text(R"#("([^"]+)")#");
+    QSet<QString> symbols;
+    for (QDirIterator files(":/qml", {"*.qml"}, QDir::Files, QDirIterator::Subdirectories);
+         files.hasNext();) {
+        QFile file(files.next());
+        QVERIFY(file.open(QFile::ReadOnly));
+        const QString source = file.readAll();
+        for (auto uses = named.globalMatch(source); uses.hasNext();)
+            for (auto names = text.globalMatch(uses.next().captured(1)); names.hasNext();)
+                symbols.insert(names.next().captured(1));
+    }
+    QVERIFY(symbols.contains("checkmark"));
+    for (const QString& symbol : symbols)
+        QVERIFY2(QFile::exists(":/qml/Lumvale/Style/symbols/" + symbol + ".svg"), qPrintable(symbol));
 }
 
 void StyleTest::drawsTheTypeScale_data() {
