@@ -143,6 +143,16 @@ TEST_F(Inspect, AnswersAboutTextWithoutADisk) {
     EXPECT_EQ(inspected(nowhere, {"plist", m_disk.host("~/bad.plist")}).json()[0]["error"]["code"], 3840);
 }
 
+TEST_F(Inspect, LaysOutATreemapWithoutADisk) {
+    const std::string nowhere = m_disk.host("/nowhere");
+    EXPECT_EQ(inspected(nowhere, {"treemap", "40", "10", "1", "2e0", "1"}).json(),
+              Json({{{"id", 1}, {"x", 0.0}, {"y", 0.0}, {"width", 20.0}, {"height", 10.0}},
+                    {{"id", 0}, {"x", 20.0}, {"y", 0.0}, {"width", 10.0}, {"height", 10.0}},
+                    {{"id", 2}, {"x", 30.0}, {"y", 0.0}, {"width", 10.0}, {"height", 10.0}}}));
+    EXPECT_EQ(inspected(nowhere, {"treemap", "40", "0.5", "1"}).json(), Json::array());
+    EXPECT_EQ(inspected(nowhere, {"treemap", "40", "10"}).json(), Json::array());
+}
+
 TEST_F(Inspect, TranslatesWhereTheProgramIsBuilt) {
     const Outcome french = inspected(m_disk, {"tr", "fr", "cat_logs", "no_such_key"});
 #ifdef LUMVALE_INSPECT_TRANSLATES
@@ -163,7 +173,11 @@ TEST_F(Inspect, SaysWhenItIsCalledInTheWrongWay) {
                            {"large-files", "1"},
                            {"large-files", "1e6", "1"},
                            {"format-bytes", "en_US", "9223372036854775808"},
-                           {"format-date", "en_US", "nan"}};
+                           {"format-date", "en_US", "nan"},
+                           {"treemap", "40"},
+                           {"treemap", "40", "wide", "1"},
+                           {"treemap", "40", "10", "1", ""},
+                           {"treemap", "40", "10", "inf"}};
     const auto expectOneLine = [](const Outcome& outcome) {
         EXPECT_EQ(outcome.status, 2);
         EXPECT_EQ(outcome.output, "");

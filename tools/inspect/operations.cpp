@@ -12,6 +12,7 @@
 #include "platform/walk.h"
 #include "tools/inspect/json_form.h"
 #include "tools/inspect/translate.h"
+#include "ui/treemap/treemap.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -152,6 +153,20 @@ Json propertyList(const Request& request) {
     });
 }
 
+// Geometry
+
+Json treemap(const Request& request) {
+    const Treemap::Rectangle in{0, 0, real(request.arguments[0]), real(request.arguments[1])};
+    std::vector<TreemapItem> items;
+    for (std::size_t i = 2; i < request.arguments.size(); ++i)
+        items.push_back({i - 2, real(request.arguments[i])});
+    Json list = Json::array();
+    for (const auto& [id, tile] : Treemap::squarify(items, in))
+        list.push_back(
+            {{"id", id}, {"x", tile.x}, {"y", tile.y}, {"width", tile.width}, {"height", tile.height}});
+    return list;
+}
+
 constexpr Operation operations[] = {
     {"scan", "", 0, 0, DiskUse::reads, scan},
     {"large-files", "MIN MAX", 2, 2, DiskUse::reads, largeFiles},
@@ -172,6 +187,7 @@ constexpr Operation operations[] = {
     {"format-date", "LOCALE SECONDS...", 2, anyNumber, DiskUse::none, formatDate},
     {"sort", "LOCALE NAME...", 2, anyNumber, DiskUse::none, sort},
     {"path", "TEXT...", 1, anyNumber, DiskUse::none, path},
+    {"treemap", "WIDTH HEIGHT VALUE...", 2, anyNumber, DiskUse::none, treemap},
     {"plist", "HOST_FILE...", 1, anyNumber, DiskUse::none, propertyList},
 };
 
