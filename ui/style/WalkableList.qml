@@ -1,0 +1,60 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// A long list to go through row by row. One stop for Tab; arrows, Home, End and the page keys walk its rows, and only
+/// then is the current one to be shown.
+ListView {
+    id: root
+
+    /// Whether the rows are walked by keys.
+    property bool isWalked: false
+
+    function takeFocus(reason: int): void {
+        forceActiveFocus(reason);
+        isWalked = reason !== Qt.MouseFocusReason;
+    }
+
+    /// Where a key leads from the current row; -1 when it isn't for walking.
+    function rowByKey(key: int): int {
+        // One row less than fits, so that of two pages a row is seen on both.
+        const page = Math.max(1, Math.floor(height * count / contentHeight) - 1);
+        switch (key) {
+        case Qt.Key_Home:
+            return 0;
+        case Qt.Key_End:
+            return count - 1;
+        case Qt.Key_PageUp:
+            return Math.max(0, currentIndex - page);
+        case Qt.Key_PageDown:
+            return Math.min(count - 1, currentIndex + page);
+        }
+        return -1;
+    }
+
+    leftMargin: Metrics.listPadding
+    rightMargin: Metrics.listPadding
+    topMargin: Metrics.listPadding - 8
+    bottomMargin: Metrics.listPadding
+    clip: true
+    reuseItems: true
+    activeFocusOnTab: true
+    boundsBehavior: Flickable.StopAtBounds
+    highlightFollowsCurrentItem: true
+    highlightMoveDuration: 0
+    T.ScrollBar.vertical: ScrollMark {}
+    Accessible.role: Accessible.List
+    onActiveFocusChanged: {
+        // The current row has the keyboard, and knows whether a click brought it there.
+        const row = currentItem as T.Control;
+        isWalked = activeFocus && !(row && row.focusReason === Qt.MouseFocusReason);
+        if (activeFocus && currentIndex < 0)
+            currentIndex = 0;
+    }
+    Keys.onPressed: event => {
+        isWalked = true;
+        const row = rowByKey(event.key);
+        event.accepted = row >= 0;
+        if (event.accepted)
+            currentIndex = row;
+    }
+}
