@@ -6,6 +6,7 @@ Column {
     id: root
 
     required property string text
+    property string symbol: "sparkles"
 
     spacing: 18
 
@@ -13,7 +14,7 @@ Column {
         anchors.horizontalCenter: parent.horizontalCenter
         width: 44
         height: 44
-        name: "sparkles"
+        name: root.symbol
         color: GCColor.alpha(GCColor.glowTeal, 0.55)
     }
 

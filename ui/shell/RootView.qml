@@ -39,10 +39,7 @@ FocusScope {
             }
         },
         Component {
-            PlainView {
-                title: Texts.tr("tab_history")
-                subtitle: Texts.tr("history_subtitle")
-            }
+            HistoryView {}
         }
     ]
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/i18n/localizer.h"
+#include "app/models/history_model.h"
 #include "app/models/scan_items_model.h"
 #include "app/models/scan_view_model.h"
 
@@ -35,4 +36,11 @@ struct ForeignScanItemsModel {
     QML_FOREIGN(ScanItemsModel)
     QML_NAMED_ELEMENT(ScanItemsModel)
     QML_UNCREATABLE("a part of ScanViewModel")
+};
+
+struct ForeignHistoryModel {
+    Q_GADGET
+    QML_FOREIGN(HistoryModel)
+    QML_NAMED_ELEMENT(HistoryModel)
+    QML_UNCREATABLE("ScreenModels makes them")
 };

@@ -15,3 +15,7 @@ ScreenModels* ScreenModels::create(QQmlEngine* engine, QJSEngine*) {
 ScanViewModel* ScreenModels::cleanup(QObject* screen) const {
     return new ScanViewModel(m_disk, m_history, m_executor, screen);
 }
+
+HistoryModel* ScreenModels::history(QObject* screen) const {
+    return new HistoryModel(m_history, screen);
+}

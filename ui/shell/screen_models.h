@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/history/history_store.h"
+#include "app/models/history_model.h"
 #include "app/models/scan_view_model.h"
 #include "platform/disk.h"
 #include "platform/executor.h"
@@ -22,6 +23,7 @@ public:
     static ScreenModels* create(QQmlEngine* engine, QJSEngine*);
 
     Q_INVOKABLE ScanViewModel* cleanup(QObject* screen) const;
+    Q_INVOKABLE HistoryModel* history(QObject* screen) const;
 
 private:
     platform::Disk m_disk;

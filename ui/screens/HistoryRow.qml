@@ -1,0 +1,61 @@
+import QtQuick
+import Lumvale.Style
+
+/// One thing that was deleted.
+Item {
+    id: root
+
+    required property string name
+    required property string size
+    required property string date
+
+    property bool isCurrent: false
+
+    objectName: "row"
+    implicitHeight: Math.max(label.height, figures.height) + 2 * 10
+    Accessible.role: Accessible.ListItem
+    Accessible.name: name + ", " + size
+    Accessible.description: date
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.leftMargin: -10
+        anchors.rightMargin: -10
+        radius: 9
+        color: "transparent"
+        border.color: GCColor.focus
+        border.width: root.isCurrent ? 2 : 0
+    }
+
+    Label {
+        id: label
+        anchors.left: parent.left
+        anchors.right: figures.left
+        anchors.rightMargin: 20
+        anchors.verticalCenter: parent.verticalCenter
+        text: root.name
+        font: Type.row
+        Accessible.ignored: true
+    }
+
+    Column {
+        id: figures
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 3
+
+        Figure {
+            anchors.right: parent.right
+            text: root.size
+        }
+
+        Label {
+            anchors.right: parent.right
+            text: root.date
+            font: Type.fine
+            color: GCColor.textSecondary
+            wrapMode: Text.NoWrap
+            Accessible.ignored: true
+        }
+    }
+}
