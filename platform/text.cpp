@@ -8,6 +8,7 @@
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
 #include <unicode/coll.h>
+#include <unicode/uchar.h>
 #include <unicode/unistr.h>
 #include <unicode/utext.h>
 
@@ -47,6 +48,32 @@ std::string lowercased(std::string_view text) {
     UErrorCode status = U_ZERO_ERROR;
     icu::CaseMap::utf8ToLower("", 0, piece(valid), sink, nullptr, status);
     return U_SUCCESS(status) ? lower : valid;
+}
+
+std::string capitalized(std::string_view text) {
+    const icu::UnicodeString source = icu::UnicodeString::fromUTF8(piece(text));
+    icu::UnicodeString capital;
+    std::int32_t wordStart = 0;
+    bool isInWord = false;
+    const auto appendWord = [&](std::int32_t end) {
+        icu::UnicodeString word(source, wordStart, end - wordStart);
+        capital += word.toTitle(nullptr, icu::Locale::getRoot(),
+                                U_TITLECASE_WHOLE_STRING | U_TITLECASE_NO_BREAK_ADJUSTMENT);
+        wordStart = end;
+    };
+    for (std::int32_t at = 0; at < source.length(); at = source.moveIndex32(at, 1)) {
+        const UChar32 c = source.char32At(at);
+        if ((U_MASK(u_charType(c)) & U_GC_M_MASK) != 0)
+            continue; // an accent belongs to what it stands on
+        const bool isLetter = u_isalpha(c) != 0;
+        if (isLetter && !isInWord)
+            appendWord(at); // with what stands between it and the next one
+        isInWord = isLetter || c == U'\'' || c == U'\u2019';
+    }
+    appendWord(source.length());
+    std::string result;
+    capital.toUTF8String(result);
+    return result;
 }
 
 std::size_t characterCount(std::string_view text) {

@@ -14,6 +14,10 @@ std::string displayed(std::string_view bytes);
 /// Lower case by the full Unicode mapping, the same in every locale.
 std::string lowercased(std::string_view text);
 
+/// Each word with its first letter in upper case and the others in lower case, the same in every locale. A
+/// word starts at every letter that follows neither a letter nor an apostrophe: "My-App", "3Rd", "O'neil".
+std::string capitalized(std::string_view text);
+
 /// The length in user-perceived characters (extended grapheme clusters, UAX #29).
 std::size_t characterCount(std::string_view text);
 

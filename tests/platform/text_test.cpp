@@ -35,6 +35,25 @@ TEST(Text, LowersCaseTheSameInEveryLocale) {
         EXPECT_EQ(platform::lowercased(text), lower);
 }
 
+TEST(Text, CapitalizesEachWordTheSameInEveryLocale) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"", ""},
+        {"my tool  AGENT", "My Tool  Agent"},
+        {"my-app_x.y/z", "My-App_X.Y/Z"},
+        {"3rd 2FA", "3Rd 2Fa"},
+        {"o'neil ROCK’N’ROLL", "O'neil Rock’n’roll"},
+        {"ÉTÉ e\u0301te\u0301 a\u0301b", "Été E\u0301te\u0301 A\u0301b"},
+        {"ß ﬁsh ǆep ĳs iI", "Ss Fish ǅep Ĳs Ii"}, // no locale's own rules
+        {"ΣΟΦΟΣ ΑΣ-ΑΣΑ", "Σοφος Ας-Ασα"},
+        {"日本 🙂a жЖ 𐐨𐐀", "日本 🙂A Жж 𐐀𐐨"},
+        {"a\xFFz", "A\uFFFDZ"},
+        {std::string("a\0b", 3), std::string("A\0B", 3)},
+    };
+    for (const auto& [text, capital] : cases)
+        EXPECT_EQ(platform::capitalized(text), capital) << text;
+    EXPECT_EQ(platform::capitalized(std::string(65'536, 'X')), "X" + std::string(65'535, 'x'));
+}
+
 TEST(Text, CountsWhatPeoplePerceiveAsCharacters) {
     for (const auto& [text, count] :
          {std::pair("", 0U), {"e\u0301te\u0301", 3U}, {"🇫🇷🇷🇸", 2U}, {"\xFF\xFE", 2U}})

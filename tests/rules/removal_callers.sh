@@ -15,8 +15,11 @@ core/scan/trash.cpp unlock
 platform/file.cpp ftruncate
 platform/file.cpp writeFile
 platform/file.h writeFile
+platform/linux/process.cpp posix_spawn
+platform/linux/process.cpp runProgram
 platform/linux/system.cpp renameExclusively
 platform/linux/system.cpp renameat2
+platform/process.h runProgram
 platform/remove.cpp removeForGood
 platform/remove.cpp unlinkat
 platform/remove.cpp unlock
@@ -29,10 +32,11 @@ platform/trash.cpp renameat
 platform/trash.cpp unlinkat
 platform/trash.h moveToTrash'
 
-# The layer's own operations, the system's calls, and what libraries make of them.
-layer='removeForGood|moveToTrash|unlock|renameExclusively|writeFile'
-calls='unlink|unlinkat|rmdir|rename|renameat|renameat2|renamex_np|renameatx_np|truncate|ftruncate|creat|system|popen'
-libraries='remove_all|resize_file|removeRecursively|removeDatabase|rmpath|ofstream|O_TRUNC|QSaveFile|filesystem::remove|fs::remove|QFile::remove|WriteOnly|ReadWrite'
+# The layer's own operations, the system's calls, and what libraries make of them. Another program can do
+# anything, so that starting one counts.
+layer='removeForGood|moveToTrash|unlock|renameExclusively|writeFile|runProgram'
+calls='unlink|unlinkat|rmdir|rename|renameat|renameat2|renamex_np|renameatx_np|truncate|ftruncate|creat|system|popen|posix_spawnp?|exec[lv]p?e?'
+libraries='remove_all|resize_file|removeRecursively|removeDatabase|rmpath|ofstream|O_TRUNC|QSaveFile|QProcess|filesystem::remove|fs::remove|QFile::remove|WriteOnly|ReadWrite'
 
 callers() {
     (cd "$1" && find core platform app ui main \( -name '*.cpp' -o -name '*.h' -o -name '*.qml' \) -exec awk \

@@ -1,0 +1,84 @@
+#include "platform/process.h"
+
+#include <cerrno>
+#include <csignal>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+/// How a child starts: with the usual signals, and of our open files with the output alone.
+class Start {
+public:
+    Start() {
+        sigset_t none;
+        sigset_t all;
+        sigemptyset(&none);
+        sigfillset(&all);
+        posix_spawnattr_init(&m_attributes);
+        posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+        posix_spawnattr_setsigmask(&m_attributes, &none);
+        posix_spawnattr_setsigdefault(&m_attributes, &all);
+        posix_spawn_file_actions_init(&m_files);
+        m_error = posix_spawn_file_actions_addopen(&m_files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        if (m_error == 0)
+            m_error = posix_spawn_file_actions_addclosefrom_np(&m_files, STDERR_FILENO + 1);
+    }
+    ~Start() {
+        posix_spawn_file_actions_destroy(&m_files);
+        posix_spawnattr_destroy(&m_attributes);
+    }
+    Start(const Start&) = delete;
+    Start& operator=(const Start&) = delete;
+
+    /// The child's number; -1 when there is none.
+    pid_t child(char* const* words) const {
+        pid_t number = -1;
+        const bool isStarted =
+            m_error == 0 && posix_spawn(&number, words[0], &m_files, &m_attributes, words, environ) == 0;
+        return isStarted ? number : -1;
+    }
+
+private:
+    posix_spawnattr_t m_attributes;
+    posix_spawn_file_actions_t m_files;
+    int m_error = 0;
+};
+
+int statusAtItsEnd(pid_t child) {
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0) {
+        if (errno != EINTR)
+            return -1;
+    }
+    constexpr int endedBySignal = 128;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : endedBySignal + WTERMSIG(status);
+}
+
+} // namespace
+
+int runProgram(const std::string& executable, const std::vector<std::string>& arguments) {
+    std::vector<std::string> texts{executable};
+    texts.insert(texts.end(), arguments.begin(), arguments.end());
+    std::vector<char*> words;
+    for (std::string& text : texts) {
+        // The system would end the word there, and so run something else.
+        if (text.find('\0') != std::string::npos)
+            return -1;
+        words.push_back(text.data());
+    }
+    words.push_back(nullptr);
+    const pid_t child = Start().child(words.data());
+    return child < 0 ? -1 : statusAtItsEnd(child);
+}
+
+std::uint32_t userId() {
+    return getuid();
+}
+
+} // namespace platform
