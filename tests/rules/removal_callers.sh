@@ -12,6 +12,7 @@ core/scan/deletion.cpp moveToTrash
 core/scan/deletion.cpp removeForGood
 core/scan/trash.cpp removeForGood
 core/scan/trash.cpp unlock
+core/startup/startup_items.cpp runProgram
 platform/file.cpp ftruncate
 platform/file.cpp writeFile
 platform/file.h writeFile

@@ -1,0 +1,316 @@
+#include "core/startup/startup_items.h"
+
+#include "core/startup/launch_agents.h"
+#include "tests/support/temporary_disk.h"
+
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+using namespace std::string_literals;
+
+// The linker sends the product's calls here, so that listings can be counted.
+
+namespace {
+int listings = 0;
+}
+
+extern "C" {
+ssize_t __real_getdents64(int, void*, size_t);
+ssize_t __wrap_getdents64(int folder, void* buffer, size_t size) {
+    ++listings;
+    return __real_getdents64(folder, buffer, size);
+}
+}
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+std::string xml(const std::string& content) {
+    return "<plist version=\"1.0\">" + content + "</plist>";
+}
+
+std::string agent(const std::string& label, const std::string& more = "") {
+    return xml("<dict><key>Label</key><string>" + label + "</string>" + more + "</dict>");
+}
+
+std::string disabled(const std::string& value) {
+    return "<key>Disabled</key>" + value;
+}
+
+/// A short binary list of these objects, which refer to each other by their position, in one byte.
+std::string binary(const std::vector<std::string>& objects) {
+    std::string list = "bplist00";
+    std::string offsets;
+    for (const std::string& object : objects) {
+        offsets += static_cast<char>(list.size());
+        list += object;
+    }
+    const auto number = [](std::size_t value) {
+        return std::string(7, '\0') + static_cast<char>(value);
+    };
+    return list + offsets + std::string(6, '\0') + "\1\1" + number(objects.size()) + number(0)
+           + number(list.size());
+}
+
+std::string utf16(const std::string& ascii) {
+    std::string bytes = "\xFF\xFE";
+    for (const char c : ascii)
+        bytes += {c, '\0'};
+    return bytes;
+}
+
+std::string repeated(const std::string& text, int times) {
+    std::string result;
+    for (int i = 0; i < times; ++i)
+        result += text;
+    return result;
+}
+
+void makeApp(const TemporaryDisk& disk, const std::string& name, const std::string& identifier) {
+    disk.write("/Applications/" + name + ".app/Contents/Info.plist",
+               xml("<dict><key>CFBundleIdentifier</key><string>" + identifier + "</string></dict>"));
+}
+
+class StartupItems : public testing::Test {
+protected:
+    void makeOwn(const std::string& file, const std::string& content) const {
+        m_disk.write("~/Library/LaunchAgents/" + file, content);
+    }
+    void makeEveryones(const std::string& file, const std::string& content) const {
+        m_disk.write("/Library/LaunchAgents/" + file, content);
+    }
+
+    std::vector<StartupItem> scanned() const { return LumvaleStartupItems::scan(m_disk.disk()); }
+
+    Texts labels() const {
+        Texts texts;
+        for (const StartupItem& item : scanned())
+            texts.push_back(item.label);
+        return texts;
+    }
+
+    const TemporaryDisk m_disk;
+};
+
+} // namespace
+
+TEST_F(StartupItems, AreTheAgentsOfBothFoldersByTheirNames) {
+    makeApp(m_disk, "Écho", "com.echo.app");
+    makeOwn("another name.plist", agent("com.Echo.App.helper"));
+    makeOwn("com.example.zulu.PLIST", agent("com.example.Zulu", disabled("<true/>")));
+    makeOwn("com.example.tie.plist", agent("org.example.tie", disabled("<false/>")));
+    makeOwn(".hidden.plist", agent("com.example.hidden", disabled("<integer>1</integer>")));
+    makeOwn("a.plist", agent("com.example.Twice", disabled("<string>true</string>")));
+    makeOwn("b.plist", agent("COM.EXAMPLE.TWICE"));
+    makeOwn("binary.plist", binary({"\xD2\1\2\3\4", "\x55Label", "\x58"s + "Disabled",
+                                    "\x5F\x10\x0F"s + "com.example.bin", "\x09"}));
+    makeEveryones("com.example.tie.plist", agent("com.example.tie", disabled("<dict><true/></dict>")));
+    makeEveryones("d.plist", agent("com.example.tWiCe"));
+    makeEveryones("e.plist", agent("net.example.every-one", disabled("<true/>")));
+    makeEveryones("f.plist", agent("net.example.dict", disabled("<dict><key>Disabled</key><true/></dict>")));
+
+    for (const char* apples : {"com.apple.Foo", "COM.APPLE.foo"})
+        makeEveryones(apples + ".plist"s, agent(apples));
+    for (const char* file : {"x.plist.bak", "x.plis", "plist", ".plist", "x.plist.", "Sub/x.plist"})
+        makeOwn(file, agent("not.listed."s + file));
+    m_disk.write("/Library/LaunchDaemons/x.plist", agent("not.listed.daemon"));
+    m_disk.write("/System/Library/LaunchAgents/x.plist", agent("not.listed.systems"));
+
+    const std::string own = at("~/Library/LaunchAgents/");
+    const std::string every = "/Library/LaunchAgents/";
+    const char* const user = "exp_startup_user";
+    const char* const system = "exp_startup_system";
+    const StartupItem expected[] = {
+        {own + "binary.plist", "com.example.bin", "Bin", user, false, true},
+        {every + "f.plist", "net.example.dict", "Dict", system, true, false},
+        {own + "another name.plist", "com.Echo.App.helper", "Écho", user, false, false},
+        {every + "e.plist", "net.example.every-one", "Every One", system, true, true},
+        {own + ".hidden.plist", "com.example.hidden", "Hidden", user, false, false},
+        {own + "com.example.tie.plist", "org.example.tie", "Tie", user, false, false},
+        {own + "a.plist", "com.example.Twice", "Twice", user, false, false},
+        {own + "com.example.zulu.PLIST", "com.example.Zulu", "Zulu", user, false, true},
+    };
+    const std::vector<StartupItem> items = scanned();
+    ASSERT_EQ(items.size(), std::size(expected)) << testing::PrintToString(labels());
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        EXPECT_EQ(items[i], expected[i]) << items[i].displayName << " at " << items[i].path;
+        EXPECT_EQ(items[i].id, items[i].path);
+    }
+}
+
+TEST_F(StartupItems, PassOverWhatIsNoAgentAndNeverStop) {
+    const std::string good = agent("com.example.good");
+    const std::pair<const char*, std::string> lists[] = {
+        {"cut short", good.substr(0, good.size() / 2)},
+        {"cut short, binary", binary({"\xD1\1\2", "\x55Label", "\x54good"}).substr(0, 30)},
+        {"cyclic", binary({"\xD1\1\0"s, "\x55Label"})},
+        {"an array", xml("<array>" + repeated("<string>Label</string>", 2) + "</array>")},
+        {"20,000 deep", agent("com.example.deep",
+                              "<key>a</key>" + repeated("<array>", 20'000) + repeated("</array>", 20'000))},
+        {"empty", ""},
+        {"empty label", agent("")},
+        {"no label", xml("<dict/>")},
+        {"label is a number", xml("<dict><key>Label</key><integer>7</integer></dict>")},
+        {"label is a list", xml("<dict><key>Label</key><array/></dict>")},
+        {"label in the wrong place", xml("<dict><key>a</key>" + good + "</dict>")},
+    };
+    for (const auto& [name, content] : lists)
+        makeOwn(name + ".plist"s, content);
+    m_disk.make({"~/Library/LaunchAgents/pipe.plist |", "~/Library/LaunchAgents/folder.plist/",
+                 "~/Library/LaunchAgents/dangling.plist -> missing",
+                 "~/Library/LaunchAgents/self.plist -> self.plist",
+                 "~/Library/LaunchAgents/linked.plist -> /opt/tool.list"});
+    m_disk.write("/opt/tool.list", agent("com.example.linked"));
+    const std::string longLabel(65'536, 'y');
+    makeOwn("a\xFF.plist", agent("com.example.bytes"));
+    makeOwn("long.plist", agent(longLabel));
+    makeOwn("utf16.plist", utf16(good));
+    makeOwn("way up.plist", agent("../../../tmp/x"));
+    EXPECT_EQ(labels(), (Texts{"../../../tmp/x", "com.example.bytes", "com.example.good",
+                               "com.example.linked", longLabel}));
+}
+
+TEST_F(StartupItems, AreWhatCanBeRead) {
+    const OrdinaryUser user;
+    EXPECT_EQ(labels(), Texts{}); // neither folder is there
+    makeOwn("closed.plist", agent("com.example.closed"));
+    makeOwn("open.plist", agent("com.example.open"));
+    makeEveryones("every.plist", agent("com.example.every"));
+    m_disk.setMode("~/Library/LaunchAgents/closed.plist", 0);
+    EXPECT_EQ(labels(), (Texts{"com.example.every", "com.example.open"}));
+    m_disk.setMode("/Library/LaunchAgents", 0);
+    EXPECT_EQ(labels(), Texts{"com.example.open"});
+    m_disk.setMode("/Library/LaunchAgents", 0700);
+}
+
+TEST_F(StartupItems, AreFoundWithoutListingAnApplication) {
+    makeApp(m_disk, "Flat", "com.example.flat");
+    makeOwn("a.plist", agent("com.example.flat.agent"));
+    const auto listingsOfAScan = [&] {
+        listings = 0;
+        EXPECT_EQ(scanned().front().displayName, "Flat");
+        return listings;
+    };
+    const int before = listingsOfAScan();
+    for (const char* folder : {"Resources", "Frameworks/a", "Frameworks/b", "MacOS"})
+        m_disk.make("/Applications/Flat.app/Contents/"s + folder + "/file 10");
+    EXPECT_EQ(listingsOfAScan(), before);
+}
+
+TEST(StartupItem, HasANameThatPeopleKnow) {
+    const auto app = [](std::string name, std::optional<std::string> identifier) {
+        return InstalledApp(std::move(name), std::move(identifier), "/Applications/x.app", 0);
+    };
+    const std::vector<InstalledApp> apps{app("Alpha", "com.Example"), app("Beta", "com.example.beta"),
+                                         app("Short", "org"),         app("Wide", "日本語"),
+                                         app("Nameless", {}),         app("Empty", ""),
+                                         app("Exact", "x.yz"),        app("", "no.name.app")};
+    const std::pair<const char*, const char*> cases[]{
+        {"com.example.beta.daemon", "Alpha"}, // the first in the list, not the longest
+        {"COM.EXAMPLEs.x", "Alpha"},          // no boundary
+        {"com.exampl", "Exampl"},
+        {"org.tool.helper", "Helper"}, // three characters are too few
+        {"日本語.助手", "助手"},
+        {"X.YZ", "Exact"},
+        {"no.name.app.agent", ""},
+        {"net.example.my-tool_agent", "My Tool Agent"},
+        {"net.example.x", "net.example.x"},
+        {"net.example.e\u0301", "net.example.e\u0301"}, // one character to the eye
+        {"agent", "Agent"},
+        {"net.example.", "Example"},
+        {"..net..VSCode..", "Vscode"},
+        {"net.example.postgresql@14", "Postgresql@14"},
+        {"net.example.3rd-party", "3Rd Party"},
+        {"a", "a"},
+        {"...", "..."},
+        {"net.Élan/ÉTÉ", "Élan/Été"},
+    };
+    for (const auto& [label, name] : cases)
+        EXPECT_EQ(LumvaleStartupItems::friendlyName(label, apps), name) << label;
+}
+
+namespace {
+
+/// Disables agents of a home on this machine's own disk, with a tool that only notes what it is asked.
+class Disabling : public StartupItems {
+protected:
+    StartupItem own(const std::string& file, const std::string& label = "com.example.Agent") const {
+        makeOwn(file, agent(label));
+        return {
+            m_disk.host("~/Library/LaunchAgents/") + file, label, "Agent", "exp_startup_user", false, false};
+    }
+
+    bool disable(const StartupItem& item, const platform::Disk& disk) {
+        return LumvaleStartupItems::disable(item, disk, [this](const Texts& arguments) {
+            m_asked.push_back(arguments);
+            return 3; // as for an agent that isn't loaded
+        });
+    }
+
+    std::vector<Texts> asked(const std::string& label) const {
+        return {{"bootout", "gui/" + std::to_string(getuid()) + "/" + label}};
+    }
+
+    const OrdinaryUser m_user;
+    const platform::Disk m_thisMachine = *platform::Disk::open("/", m_disk.host("~"));
+    std::vector<Texts> m_asked;
+};
+
+} // namespace
+
+TEST_F(Disabling, UnloadsTheAgentAndMovesItsListToTheTrash) {
+    m_disk.make("~/keep");
+    for (const std::string& label :
+         {"com.example.Agent"s, "../../../../keep"s, "a b; $(rm keep)\n--help"s, std::string(65'536, 'x')}) {
+        m_asked.clear();
+        EXPECT_TRUE(disable(own("a.plist", label), m_thisMachine));
+        EXPECT_EQ(m_asked, asked(label));
+        EXPECT_FALSE(m_disk.exists("~/Library/LaunchAgents/a.plist"));
+    }
+    EXPECT_TRUE(m_disk.exists("~/.Trash/a.plist") && m_disk.exists("~/.Trash/a 4.plist"));
+    EXPECT_TRUE(m_disk.exists("~/keep"));
+
+    // With the system's tool, whether there is one or not.
+    if (access("/bin/launchctl", F_OK) != 0) {
+        EXPECT_EQ(LumvaleStartupItems::runLaunchctl({"help"}), -1);
+    }
+    EXPECT_TRUE(LumvaleStartupItems::disable(own("b.plist", "com.example.lumvale-test"), m_thisMachine));
+    EXPECT_TRUE(m_disk.exists("~/.Trash/b.plist"));
+}
+
+TEST_F(Disabling, LeavesEveryonesAgentsAlone) {
+    makeEveryones("a.plist", agent("com.example.Agent"));
+    const StartupItem item{
+        "/Library/LaunchAgents/a.plist", "com.example.Agent", "Agent", "exp_startup_system", true, false};
+    EXPECT_FALSE(disable(item, m_disk.disk()));
+    EXPECT_FALSE(disable(item, m_thisMachine));
+    EXPECT_TRUE(m_asked.empty());
+    EXPECT_TRUE(m_disk.exists("/Library/LaunchAgents/a.plist"));
+}
+
+TEST_F(Disabling, RunsNothingForADiskOfAnotherMachine) {
+    makeOwn("a.plist", agent("com.example.Agent"));
+    EXPECT_TRUE(disable(scanned().front(), m_disk.disk()));
+    EXPECT_TRUE(m_asked.empty());
+    EXPECT_TRUE(m_disk.exists("~/.Trash/a.plist"));
+}
+
+TEST_F(Disabling, SaysWhenTheListStaysThoughTheAgentWasUnloaded) {
+    const StartupItem item = own("a.plist");
+    m_disk.setMode("~/Library/LaunchAgents", 0500);
+    EXPECT_FALSE(disable(item, m_thisMachine));
+    m_disk.setMode("~/Library/LaunchAgents", 0700);
+    EXPECT_TRUE(m_disk.exists("~/Library/LaunchAgents/a.plist"));
+
+    StartupItem refused = item;
+    refused.path = m_disk.host("~/Library");
+    EXPECT_FALSE(disable(refused, m_thisMachine));
+    EXPECT_TRUE(m_disk.exists("~/Library/LaunchAgents/a.plist"));
+    EXPECT_EQ(m_asked.size(), 2U);
+}
