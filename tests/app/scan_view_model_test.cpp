@@ -1,13 +1,12 @@
 #include "app/models/scan_view_model.h"
 
-#include "app/models/background.h"
+#include "tests/app/hand_cranked.h"
 #include "tests/support/temporary_disk.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
 #include <algorithm>
-#include <deque>
 #include <filesystem>
 
 #include <gtest/gtest.h>
@@ -15,35 +14,6 @@
 namespace {
 
 using Paths = std::set<std::string>;
-
-/// Runs what it is given when told to, so that a test stands between a request and its result.
-class HandCranked {
-public:
-    platform::Executor executor() {
-        return {.background = [this](platform::Executor::Job job) { m_background.push_back(std::move(job)); },
-                .interfaceThread =
-                    [this](platform::Executor::Job job) {
-                        m_interface.push_back(std::move(job));
-                    }};
-    }
-
-    void runBackground() { runAll(m_background); }
-    void publish() { runAll(m_interface); }
-    void run() {
-        runBackground();
-        publish();
-    }
-    bool isIdle() const { return m_background.empty() && m_interface.empty(); }
-
-private:
-    static void runAll(std::deque<platform::Executor::Job>& jobs) {
-        for (; !jobs.empty(); jobs.pop_front())
-            jobs.front()();
-    }
-
-    std::deque<platform::Executor::Job> m_background;
-    std::deque<platform::Executor::Job> m_interface;
-};
 
 Paths setAt(std::initializer_list<std::string_view> paths) {
     const std::vector<std::string> all = at(paths);

@@ -1,0 +1,48 @@
+#include "app/models/startup_items_model.h"
+
+#include "app/models/display.h"
+
+int StartupItemsModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_items.size());
+}
+
+QVariant StartupItemsModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return {};
+    const StartupItem& item = m_items[static_cast<std::size_t>(index.row())];
+    switch (role) {
+    case DisplayNameRole:
+        return display::text(item.displayName);
+    case ExplanationRole:
+        return display::text(item.explanation);
+    case IsSystemWideRole:
+        return item.isSystemWide;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> StartupItemsModel::roleNames() const {
+    return {
+        {DisplayNameRole, "displayName"},
+        {ExplanationRole, "explanation"},
+        {IsSystemWideRole, "isSystemWide"},
+    };
+}
+
+void StartupItemsModel::setItems(std::vector<StartupItem> items) {
+    beginResetModel();
+    m_items = std::move(items);
+    endResetModel();
+}
+
+void StartupItemsModel::remove(const std::string& id) {
+    for (int row = rowCount() - 1; row >= 0; --row) {
+        const auto item = m_items.begin() + row;
+        if (item->id != id)
+            continue;
+        beginRemoveRows({}, row, row);
+        m_items.erase(item);
+        endRemoveRows();
+    }
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "core/startup/startup_item.h"
+
+#include <QAbstractListModel>
+
+#include <string>
+#include <vector>
+
+/// The rows of the list of startup items, in the order in which the core gives them.
+class StartupItemsModel : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    enum Role {
+        DisplayNameRole = Qt::UserRole + 1,
+        ExplanationRole, ///< translation key
+        IsSystemWideRole,
+    };
+
+    using QAbstractListModel::QAbstractListModel;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    void setItems(std::vector<StartupItem> items);
+    void remove(const std::string& id); ///< every row of the id
+    const std::vector<StartupItem>& items() const { return m_items; }
+
+private:
+    std::vector<StartupItem> m_items;
+};

@@ -1,0 +1,152 @@
+#include "app/models/startup_view_model.h"
+
+#include "tests/app/hand_cranked.h"
+#include "tests/support/temporary_disk.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class StartupViewModelTest : public testing::Test {
+protected:
+    void makeAgent(const std::string& path, const std::string& label) const {
+        m_disk.write(path, "<plist><dict><key>Label</key><string>" + label + "</string></dict></plist>");
+    }
+
+    /// The user's agents "One" and "Two", and "Every" of every account.
+    void load() {
+        makeAgent("~/Library/LaunchAgents/1.plist", "com.example.one");
+        makeAgent("~/Library/LaunchAgents/2.plist", "com.example.two");
+        makeAgent("/Library/LaunchAgents/3.plist", "com.example.every");
+        m_model.load();
+        m_jobs.run();
+    }
+
+    Texts shown() const {
+        Texts names;
+        for (int row = 0; row < m_model.itemsModel()->rowCount(); ++row)
+            names.push_back(value(row, StartupItemsModel::DisplayNameRole).toString().toStdString());
+        return names;
+    }
+
+    QVariant value(int row, int role) const {
+        return m_model.itemsModel()->data(m_model.itemsModel()->index(row), role);
+    }
+
+    // Made and removed as the user whom the disk belongs to, so that modes count.
+    OrdinaryUser m_user;
+    TemporaryDisk m_disk;
+    HandCranked m_jobs;
+    mutable StartupViewModel m_model{m_disk.disk(), m_jobs.executor()};
+    QAbstractItemModelTester m_tester{m_model.itemsModel(),
+                                      QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+} // namespace
+
+TEST_F(StartupViewModelTest, ListsWhatTheCoreFindsAsPeopleReadIt) {
+    makeAgent("~/Library/LaunchAgents/1.plist", "com.example.line\nbreak");
+    makeAgent("/Library/LaunchAgents/2.plist", "com.example.every");
+    m_model.load();
+    EXPECT_TRUE(m_model.isLoading());
+    m_jobs.runBackground();
+    EXPECT_TRUE(m_model.isLoading() && !m_model.hasItems());
+
+    Texts told; // with what could be read at the time
+    QObject::connect(&m_model, &StartupViewModel::itemsChanged, &m_model, [&] {
+        told.push_back(std::to_string(m_model.items().size()) + (m_model.isLoading() ? " loading" : ""));
+    });
+    QObject::connect(&m_model, &StartupViewModel::isLoadingChanged, &m_model,
+                     [&] { told.push_back(m_model.isLoading() ? "loading" : "loaded"); });
+    m_jobs.publish();
+    EXPECT_EQ(told, (Texts{"2 loading", "loaded"}));
+    EXPECT_EQ(shown(), (Texts{"Every", "Line\u240ABreak"}));
+    EXPECT_EQ(value(0, StartupItemsModel::ExplanationRole), QStringLiteral("exp_startup_system"));
+    EXPECT_EQ(value(1, StartupItemsModel::ExplanationRole), QStringLiteral("exp_startup_user"));
+    EXPECT_EQ(value(0, StartupItemsModel::IsSystemWideRole), true);
+    EXPECT_EQ(value(1, StartupItemsModel::IsSystemWideRole), false);
+}
+
+TEST_F(StartupViewModelTest, DropsAListThatComesAfterTheScreenHasGone) {
+    for (const bool isScanned : {false, true}) {
+        auto gone = std::make_unique<StartupViewModel>(m_disk.disk(), m_jobs.executor());
+        gone->load();
+        if (isScanned)
+            m_jobs.runBackground();
+        gone.reset();
+        m_jobs.run();
+    }
+    EXPECT_TRUE(m_jobs.isIdle());
+}
+
+TEST_F(StartupViewModelTest, DisablesOnlyWhatIsAskedForAndConfirmed) {
+    load();
+    m_model.confirmDisable(); // nothing was asked for
+    for (const int outside : {-1, 3, std::numeric_limits<int>::max()})
+        m_model.requestDisable(outside);
+    m_model.setShowDisableConfirm(true);
+    EXPECT_FALSE(m_model.showDisableConfirm() || m_model.hasDisabled());
+    m_model.requestDisable(1);
+    EXPECT_TRUE(m_model.showDisableConfirm());
+    EXPECT_EQ(m_model.itemToDisableName(), QStringLiteral("One"));
+    m_model.setShowDisableConfirm(false);
+    m_model.confirmDisable();
+    EXPECT_EQ(shown(), (Texts{"Every", "One", "Two"}));
+    EXPECT_TRUE(m_disk.exists("~/Library/LaunchAgents/1.plist"));
+
+    m_model.requestDisable(0);
+    m_model.requestDisable(1); // a change of mind
+    QSignalSpy removed(m_model.itemsModel(), &QAbstractItemModel::rowsRemoved);
+    m_model.confirmDisable();
+    EXPECT_EQ(removed.size(), 1);
+    EXPECT_EQ(shown(), (Texts{"Every", "Two"}));
+    EXPECT_FALSE(m_model.showDisableConfirm());
+    EXPECT_EQ(m_model.lastDisabledName(), "One");
+    EXPECT_EQ(m_model.disabledName(), QStringLiteral("One"));
+    EXPECT_TRUE(m_disk.exists("~/.Trash/1.plist"));
+
+    m_model.load();
+    m_jobs.run();
+    EXPECT_EQ(shown(), (Texts{"Every", "Two"}));
+    EXPECT_EQ(m_model.lastDisabledName(), "One");
+}
+
+TEST_F(StartupViewModelTest, KeepsListAndBannerWhenDisablingFails) {
+    load();
+    m_model.requestDisable(1);
+    m_model.confirmDisable();
+    m_disk.setMode("~/Library/LaunchAgents", 0500);
+    for (const int row : {0, 1}) { // one of every account, one that can't be moved
+        m_model.requestDisable(row);
+        m_model.confirmDisable();
+        EXPECT_FALSE(m_model.showDisableConfirm());
+    }
+    m_disk.setMode("~/Library/LaunchAgents", 0700);
+    EXPECT_EQ(shown(), (Texts{"Every", "Two"}));
+    EXPECT_EQ(m_model.lastDisabledName(), "One");
+    EXPECT_TRUE(m_disk.exists("~/Library/LaunchAgents/2.plist"));
+    EXPECT_TRUE(m_disk.exists("/Library/LaunchAgents/3.plist"));
+}
+
+TEST_F(StartupViewModelTest, RemovesEveryRowOfTheItem) {
+    load();
+    std::vector<StartupItem> items = m_model.items();
+    items.insert(items.begin(), items[1]);
+    m_model.itemsModel()->setItems(items);
+    StartupItem likeOne = items[0];
+    likeOne.displayName = "As it was asked for";
+    m_model.requestDisable(likeOne);
+    m_model.confirmDisable();
+    EXPECT_EQ(shown(), (Texts{"Every", "Two"}));
+    EXPECT_EQ(m_model.lastDisabledName(), "As it was asked for");
+}
