@@ -111,6 +111,37 @@ TEST_F(Inspect, ChangesNothingWhereAnArgumentCanMeanTwoEntries) {
     EXPECT_TRUE(m_disk.exists("~/\\udc80") && m_disk.exists("~/\x80"));
 }
 
+TEST_F(Inspect, DisablesTheAgentOfALabel) {
+    const std::string list =
+        "<plist><dict><key>Label</key><string>com.example.my-tool</string></dict></plist>";
+    m_disk.write("~/Library/LaunchAgents/a.plist", list);
+    m_disk.write(
+        "/Library/LaunchAgents/b.plist",
+        "<plist><dict><key>Label</key><string>every</string><key>Disabled</key><true/></dict></plist>");
+    const Json mine{{"id", "/Users/me/Library/LaunchAgents/a.plist"},
+                    {"path", "/Users/me/Library/LaunchAgents/a.plist"},
+                    {"label", "com.example.my-tool"},
+                    {"displayName", "My Tool"},
+                    {"explanation", "exp_startup_user"},
+                    {"isSystemWide", false},
+                    {"isAlreadyDisabled", false}};
+    const Json items = inspected(m_disk, {"startup"}).json();
+    ASSERT_EQ(items.size(), 2U) << items;
+    EXPECT_EQ(items[1], mine);
+    EXPECT_TRUE(items[0]["isSystemWide"] == true && items[0]["isAlreadyDisabled"] == true) << items;
+
+    const auto disabled = [&](const std::string& label) {
+        return inspected(m_disk, {"disable", label, "--really"}).json();
+    };
+    EXPECT_EQ(inspected(m_disk, {"disable", "com.example.my-tool"}).json(),
+              Json({{"would", {"com.example.my-tool"}}}));
+    for (const char* other : {"every", "com.example.My-Tool", "/Users/me/Library/LaunchAgents/a.plist"})
+        EXPECT_EQ(disabled(other), Json({{"disabled", false}})) << other;
+    EXPECT_TRUE(m_disk.exists("~/Library/LaunchAgents/a.plist"));
+    EXPECT_EQ(disabled("com.example.my-tool"), Json({{"disabled", true}}));
+    EXPECT_TRUE(m_disk.exists("~/.Trash/a.plist"));
+}
+
 TEST_F(Inspect, ShowsWhatEachOperationFinds) {
     m_disk.make({"~/Library/Caches/com.example.editor/data 1000", "~/Movies/film.mov 3000", "~/Documents/",
                  "/Applications/Foo.app/Contents/x 5"});
@@ -138,6 +169,7 @@ TEST_F(Inspect, AnswersAboutTextWithoutADisk) {
     EXPECT_EQ(inspected(nowhere, {"format-bytes", "en_US", "0", "-1"}).json(), Json({"Zero KB", "-1 byte"}));
     EXPECT_EQ(inspected(nowhere, {"format-date", "en_US", "-1e0"}).json(), Json({"Dec 31, 1969"}));
     EXPECT_EQ(inspected(nowhere, {"sort", "fr", "É", "b"}).json(), Json({"b", "É"}));
+    EXPECT_EQ(inspected(nowhere, {"capitalize", "o'neil", "3rd way"}).json(), Json({"O'neil", "3Rd Way"}));
     EXPECT_EQ(inspected(nowhere, {"path", "/a//b.app/"}).json()[0]["standardized"], "/a/b.app");
     m_disk.write("~/bad.plist", "junk");
     EXPECT_EQ(inspected(nowhere, {"plist", m_disk.host("~/bad.plist")}).json()[0]["error"]["code"], 3840);
@@ -170,6 +202,8 @@ TEST_F(Inspect, SaysWhenItIsCalledInTheWrongWay) {
                            {"scan", "--really"},
                            {"delete", "--really"},
                            {"empty-trash", "/Users/me/.Trash/a", "--really"},
+                           {"disable", "--really"},
+                           {"disable", "one", "two"},
                            {"large-files", "1"},
                            {"large-files", "1e6", "1"},
                            {"format-bytes", "en_US", "9223372036854775808"},

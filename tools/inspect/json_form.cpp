@@ -55,6 +55,16 @@ Json form(const InstalledApp& app) {
             {"sizeBytes", app.sizeBytes}};
 }
 
+Json form(const StartupItem& item) {
+    return {{"id", item.id},
+            {"path", item.path},
+            {"label", item.label},
+            {"displayName", item.displayName},
+            {"explanation", item.explanation},
+            {"isSystemWide", item.isSystemWide},
+            {"isAlreadyDisabled", item.isAlreadyDisabled}};
+}
+
 Json form(const StorageEntry& entry) {
     return {{"id", entry.id}, {"name", entry.name}, {"path", entry.path}, {"sizeBytes", entry.sizeBytes}};
 }

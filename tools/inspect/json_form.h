@@ -6,6 +6,7 @@
 #include "core/scan/scan_result.h"
 #include "core/scan/storage_entry.h"
 #include "core/scan/trash_report.h"
+#include "core/startup/startup_item.h"
 #include "core/uninstall/installed_app.h"
 #include "platform/error.h"
 #include "platform/property_list.h"
@@ -21,6 +22,7 @@ namespace inspect {
 Json form(const ScanItem& item);
 Json form(const ScanResult& result);
 Json form(const InstalledApp& app);
+Json form(const StartupItem& item);
 Json form(const StorageEntry& entry);
 Json form(const HealthScore& health);
 Json form(const DeletionFailure& failure);

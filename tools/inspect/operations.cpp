@@ -3,6 +3,7 @@
 #include "core/scan/large_files.h"
 #include "core/scan/permissions.h"
 #include "core/scan/scanner.h"
+#include "core/startup/startup_items.h"
 #include "core/uninstall/uninstaller.h"
 #include "platform/folder.h"
 #include "platform/format.h"
@@ -61,6 +62,10 @@ Json virtualMachines(const Request& request) {
     return form(LumvaleUninstaller::virtualMachineItems(request.disk()));
 }
 
+Json startup(const Request& request) {
+    return form(LumvaleStartupItems::scan(request.disk()));
+}
+
 Json health(const Request& request) {
     return form(LumvaleScanner::healthScore(request.disk()));
 }
@@ -107,7 +112,21 @@ Json emptyTrash(const Request& request) {
     return {{"would", would}};
 }
 
+Json disable(const Request& request) {
+    const std::string& label = request.arguments[0];
+    if (!request.really)
+        return {{"would", {label}}};
+    const std::vector<StartupItem> items = LumvaleStartupItems::scan(request.disk());
+    const auto item = std::find_if(items.begin(), items.end(),
+                                   [&](const StartupItem& candidate) { return candidate.label == label; });
+    return {{"disabled", item != items.end() && LumvaleStartupItems::disable(*item, request.disk())}};
+}
+
 // Text
+
+Json capitalize(const Request& request) {
+    return each(request.arguments, platform::capitalized);
+}
 
 Json formatBytes(const Request& request) {
     return each(allButFirst(request.arguments), [&](const std::string& bytes) {
@@ -173,6 +192,7 @@ constexpr Operation operations[] = {
     {"apps", "", 0, 0, DiskUse::reads, apps},
     {"orphans", "", 0, 0, DiskUse::reads, orphans},
     {"vms", "", 0, 0, DiskUse::reads, virtualMachines},
+    {"startup", "", 0, 0, DiskUse::reads, startup},
     {"health", "", 0, 0, DiskUse::reads, health},
     {"storage", "", 0, 0, DiskUse::reads, storage},
     {"access", "", 0, 0, DiskUse::reads, access},
@@ -180,12 +200,14 @@ constexpr Operation operations[] = {
     {"size", "PATH...", 1, anyNumber, DiskUse::reads, size},
     {"delete", "PATH... [--really]", 1, anyNumber, DiskUse::changes, remove},
     {"empty-trash", "[--really]", 0, 0, DiskUse::changes, emptyTrash},
+    {"disable", "LABEL [--really]", 1, 1, DiskUse::changes, disable},
 #ifdef LUMVALE_INSPECT_TRANSLATES
     {"tr", "LANGUAGE KEY...", 2, anyNumber, DiskUse::none, translate},
 #endif
     {"format-bytes", "LOCALE N...", 2, anyNumber, DiskUse::none, formatBytes},
     {"format-date", "LOCALE SECONDS...", 2, anyNumber, DiskUse::none, formatDate},
     {"sort", "LOCALE NAME...", 2, anyNumber, DiskUse::none, sort},
+    {"capitalize", "TEXT...", 1, anyNumber, DiskUse::none, capitalize},
     {"path", "TEXT...", 1, anyNumber, DiskUse::none, path},
     {"treemap", "WIDTH HEIGHT VALUE...", 2, anyNumber, DiskUse::none, treemap},
     {"plist", "HOST_FILE...", 1, anyNumber, DiskUse::none, propertyList},
