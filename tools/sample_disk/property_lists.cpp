@@ -13,11 +13,18 @@ namespace {
 struct ToNode {
     plist_t operator()(const std::string& value) const { return plist_new_string(value.c_str()); }
     plist_t operator()(bool value) const { return plist_new_bool(value ? 1 : 0); }
+    plist_t operator()(unsigned value) const { return plist_new_uint(value); }
     plist_t operator()(const std::vector<std::string>& values) const {
         plist_t array = plist_new_array();
         for (const std::string& value : values)
             plist_array_append_item(array, plist_new_string(value.c_str()));
         return array;
+    }
+    plist_t operator()(const Flags& flags) const {
+        plist_t dictionary = plist_new_dict();
+        for (const auto& [key, value] : flags)
+            plist_dict_set_item(dictionary, key.c_str(), (*this)(value));
+        return dictionary;
     }
 };
 

@@ -9,7 +9,10 @@ namespace SampleDisk {
 
 enum class PropertyListFormat { xml, binary };
 
-using PropertyValue = std::variant<std::string, bool, std::vector<std::string>>;
+/// A dictionary of Booleans.
+using Flags = std::vector<std::pair<std::string, bool>>;
+
+using PropertyValue = std::variant<std::string, bool, unsigned, std::vector<std::string>, Flags>;
 using Properties = std::vector<std::pair<std::string, PropertyValue>>;
 
 /// The bytes of a property list with this dictionary at its top.
