@@ -149,14 +149,15 @@ std::optional<Disk>& currentDisk() {
 } // namespace
 
 Result<Disk> Disk::open(const std::string& hostRoot, std::string_view home,
-                        std::optional<std::string> userCache) {
+                        std::optional<std::string_view> userCache) {
     Descriptor root(::open(hostRoot.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!root)
         return posixError(errno);
     Disk disk;
     disk.m_hostRoot = hostRoot;
     disk.m_home = standardized(home);
-    disk.m_userCache = std::move(userCache);
+    if (userCache)
+        disk.m_userCache = standardized(*userCache);
     disk.m_isOfThisMachine = isSameFolder(root.number(), "/");
     disk.m_root = std::make_shared<const Descriptor>(std::move(root));
     // A home that may not be listed is one all the same.

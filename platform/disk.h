@@ -27,7 +27,7 @@ public:
     /// The disk whose "/" is the host's folder `hostRoot`, with the user's home at `home` on it. Fails when
     /// either is no folder. `userCache` is the per-user temporary cache folder, where the disk has one.
     static Result<Disk> open(const std::string& hostRoot, std::string_view home,
-                             std::optional<std::string> userCache = std::nullopt);
+                             std::optional<std::string_view> userCache = std::nullopt);
 
     /// The disk that the environment names: LUMVALE_DISK (else "/"), LUMVALE_HOME (else the home of this
     /// machine's user) and LUMVALE_USER_CACHE. The error's description says which disk is not there.
@@ -39,8 +39,8 @@ public:
     static const Disk& current();
 
     const std::string& hostRoot() const { return m_hostRoot; }
-    const std::string& home() const { return m_home; } ///< standardised
-    const std::optional<std::string>& userCache() const { return m_userCache; }
+    const std::string& home() const { return m_home; }                          ///< standardised
+    const std::optional<std::string>& userCache() const { return m_userCache; } ///< standardised
 
     /// `relative` below the home.
     std::string inHome(std::string_view relative) const;

@@ -4,7 +4,8 @@
 
 #include <cstdint>
 
-std::vector<ScanItem> measured(const platform::Disk& disk, const std::vector<Candidate>& candidates) {
+std::vector<ScanItem> measured(const platform::Disk& disk, const std::vector<Candidate>& candidates,
+                               NoSize noSize) {
     std::vector<std::string> paths;
     paths.reserve(candidates.size());
     for (const Candidate& candidate : candidates)
@@ -14,7 +15,7 @@ std::vector<ScanItem> measured(const platform::Disk& disk, const std::vector<Can
     std::vector<ScanItem> items;
     for (std::size_t i = 0; i < candidates.size(); ++i) {
         const Candidate& candidate = candidates[i];
-        if (sizes[i] > 0)
+        if (sizes[i] > 0 || noSize == NoSize::keep)
             items.emplace_back(candidate.path, sizes[i], candidate.category, candidate.explanation,
                                candidate.safeByDefault, fileModifiedDate(disk, candidate.path));
     }

@@ -16,5 +16,9 @@ struct Candidate {
     bool safeByDefault;
 };
 
-/// The candidates as items, in their order, with sizes and dates; those of no size are dropped.
-std::vector<ScanItem> measured(const platform::Disk& disk, const std::vector<Candidate>& candidates);
+/// Whether a candidate of no size becomes an item.
+enum class NoSize { drop, keep };
+
+/// The candidates as items, in their order, with sizes and dates.
+std::vector<ScanItem> measured(const platform::Disk& disk, const std::vector<Candidate>& candidates,
+                               NoSize noSize = NoSize::drop);

@@ -3,6 +3,7 @@
 #include "core/scan/candidate.h"
 #include "core/uninstall/installed_app.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +19,10 @@ std::vector<std::string> matchKeys(const InstalledApp& app);
 /// Whether a name looks like an identifier in reverse domain order: three pieces or more, of letters, digits,
 /// "-" and "_".
 bool looksLikeAppIdentifier(std::string_view stem);
+
+/// The folder of the user's temporary caches; none where the disk has none, or says another place than the
+/// one in which the system keeps them.
+std::optional<std::string> darwinUserCacheDirectory(const platform::Disk& disk);
 
 std::vector<Candidate> orphanCandidates(const platform::Disk& disk);
 std::vector<Candidate> virtualMachineCandidates(const platform::Disk& disk);

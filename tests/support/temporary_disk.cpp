@@ -138,6 +138,20 @@ bool TemporaryDisk::exists(std::string_view path) const {
     return lstat(host(path).c_str(), &status) == 0;
 }
 
+std::map<std::string, std::string> TemporaryDisk::entries() const {
+    std::map<std::string, std::string> found;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(m_root)) {
+        struct stat status {};
+        check(lstat(entry.path().c_str(), &status) == 0, entry.path());
+        std::string facts = std::to_string(status.st_ino) + ' ' + std::to_string(status.st_mode);
+        if (!S_ISDIR(status.st_mode))
+            facts += ' ' + std::to_string(status.st_size) + ' ' + std::to_string(status.st_mtim.tv_sec) + '.'
+                     + std::to_string(status.st_mtim.tv_nsec);
+        found[entry.path().string().substr(m_root.size())] = facts;
+    }
+    return found;
+}
+
 std::string TemporaryDisk::path(std::string_view path) {
     return path.starts_with('~') ? "/Users/me" + std::string(path.substr(1)) : std::string(path);
 }

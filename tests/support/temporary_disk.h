@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,6 +40,10 @@ public:
     [[nodiscard]] bool setImmutable(std::string_view path, bool immutable) const;
 
     bool exists(std::string_view path) const; ///< the entry itself, a link that leads nowhere included
+
+    /// Every entry by its path on the disk, with what stays the same wherever it is moved: which one it is,
+    /// its type and mode, its size and date unless it is a folder.
+    std::map<std::string, std::string> entries() const;
 
     /// The path on the disk, "~" put in place, and the same on the host.
     static std::string path(std::string_view path);

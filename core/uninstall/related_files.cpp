@@ -1,0 +1,95 @@
+#include "core/uninstall/leftovers.h"
+#include "core/uninstall/uninstaller.h"
+#include "platform/folder.h"
+#include "platform/path.h"
+#include "platform/text.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace LumvaleUninstaller {
+
+namespace {
+
+/// A folder in which applications keep files, and what these are.
+struct Location {
+    std::string_view folder;
+    std::string_view explanation;
+};
+
+/// Below the home.
+constexpr std::array<Location, 17> locationsInHome{{
+    {"Library/Application Support", "exp_app_support"},
+    {"Library/Caches", "exp_app_caches"},
+    {"Library/Preferences", "exp_app_prefs"},
+    {"Library/Preferences/ByHost", "exp_app_prefs_byhost"},
+    {"Library/Logs", "exp_app_logs"},
+    {"Library/Logs/DiagnosticReports", "exp_app_crash_reports"},
+    {"Library/Saved Application State", "exp_app_saved_state"},
+    {"Library/WebKit", "exp_app_webkit"},
+    {"Library/Containers", "exp_app_containers"},
+    {"Library/Group Containers", "exp_app_group_containers"},
+    {"Library/HTTPStorages", "exp_app_httpstorages"},
+    {"Library/Cookies", "exp_app_cookies"},
+    {"Library/Application Scripts", "exp_app_scripts"},
+    {"Library/Autosave Information", "exp_app_autosave"},
+    {"Library/PreferencePanes", "exp_app_prefpane_user"},
+    {"Library/Services", "exp_app_services"},
+    {"Library/LaunchAgents", "exp_app_launchagents_user"},
+}};
+
+/// For every user of the machine.
+constexpr std::array<Location, 4> sharedLocations{{
+    {"/Library/Application Support", "exp_app_support_system"},
+    {"/Library/LaunchAgents", "exp_app_launchagents_system"},
+    {"/Library/LaunchDaemons", "exp_app_launchdaemons"},
+    {"/Library/PreferencePanes", "exp_app_prefpane_system"},
+}};
+
+/// The keys by which a name can be told to be the application's. What stands for bytes that aren't text would
+/// take any such bytes for its own.
+std::vector<std::string> tellingKeys(const InstalledApp& app) {
+    std::vector<std::string> keys = matchKeys(app);
+    std::erase_if(keys, [](const std::string& key) { return key.find("\uFFFD") != std::string::npos; });
+    return keys;
+}
+
+bool isMarkedBy(const std::vector<std::string>& keys, std::string_view name) {
+    const std::string lowerCase = platform::lowercased(name);
+    return std::any_of(keys.begin(), keys.end(),
+                       [&](const std::string& key) { return lowerCase.find(key) != std::string::npos; });
+}
+
+} // namespace
+
+std::optional<std::string> darwinUserCacheDirectory(const platform::Disk& disk) {
+    const std::optional<std::string>& folder = disk.userCache();
+    return folder && platform::isBelow(*folder, "/private/var/folders") ? folder : std::nullopt;
+}
+
+std::vector<ScanItem> relatedFiles(const InstalledApp& app, const platform::Disk& disk) {
+    const std::vector<std::string> keys = tellingKeys(app);
+    if (keys.empty())
+        return {};
+    std::vector<Candidate> candidates;
+    const auto search = [&](const std::string& folder, std::string_view explanation) {
+        const auto names = platform::listFolder(disk, folder);
+        if (!names)
+            return;
+        for (const std::string& name : *names) {
+            if (isMarkedBy(keys, name))
+                candidates.push_back(
+                    {platform::joined(folder, name), ScanCategory::appLeftovers, explanation, true});
+        }
+    };
+    for (const auto& [folder, explanation] : locationsInHome)
+        search(disk.inHome(folder), explanation);
+    for (const auto& [folder, explanation] : sharedLocations)
+        search(std::string(folder), explanation);
+    if (const std::optional<std::string> folder = darwinUserCacheDirectory(disk))
+        search(*folder, "exp_app_darwin_cache");
+    return measured(disk, candidates, NoSize::keep);
+}
+
+} // namespace LumvaleUninstaller

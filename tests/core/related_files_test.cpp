@@ -1,0 +1,235 @@
+#include "core/uninstall/leftovers.h"
+#include "core/uninstall/uninstaller.h"
+#include "tests/support/codes.h"
+#include "tests/support/temporary_disk.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+InstalledApp app(std::string name, std::optional<std::string> identifier,
+                 std::string path = "/Applications/x.app") {
+    return InstalledApp(std::move(name), std::move(identifier), std::move(path), 7);
+}
+
+const InstalledApp notes = app("Notes", "com.example.notes", "/Applications/Notes.app");
+
+struct RelatedFiles : testing::Test {
+    /// Path from the home on, and size, of each finding.
+    Lines found(const InstalledApp& of = notes) const {
+        Lines lines;
+        for (const ScanItem& item : LumvaleUninstaller::relatedFiles(of, disk.disk()))
+            lines.push_back((item.path.starts_with(at("~/")) ? item.path.substr(at("~/").size()) : item.path)
+                            + " " + std::to_string(item.sizeBytes));
+        return lines;
+    }
+
+    platform::Disk withUserCache(std::string_view folder) const {
+        return *platform::Disk::open(disk.host(""), at("~"), folder);
+    }
+
+    const OrdinaryUser user; // so that modes count
+    const TemporaryDisk disk;
+};
+
+constexpr struct {
+    const char* folder;
+    const char* explanation;
+} places[]{
+    {"~/Library/Application Support", "exp_app_support"},
+    {"~/Library/Caches", "exp_app_caches"},
+    {"~/Library/Preferences", "exp_app_prefs"},
+    {"~/Library/Preferences/ByHost", "exp_app_prefs_byhost"},
+    {"~/Library/Logs", "exp_app_logs"},
+    {"~/Library/Logs/DiagnosticReports", "exp_app_crash_reports"},
+    {"~/Library/Saved Application State", "exp_app_saved_state"},
+    {"~/Library/WebKit", "exp_app_webkit"},
+    {"~/Library/Containers", "exp_app_containers"},
+    {"~/Library/Group Containers", "exp_app_group_containers"},
+    {"~/Library/HTTPStorages", "exp_app_httpstorages"},
+    {"~/Library/Cookies", "exp_app_cookies"},
+    {"~/Library/Application Scripts", "exp_app_scripts"},
+    {"~/Library/Autosave Information", "exp_app_autosave"},
+    {"~/Library/PreferencePanes", "exp_app_prefpane_user"},
+    {"~/Library/Services", "exp_app_services"},
+    {"~/Library/LaunchAgents", "exp_app_launchagents_user"},
+    {"/Library/Application Support", "exp_app_support_system"},
+    {"/Library/LaunchAgents", "exp_app_launchagents_system"},
+    {"/Library/LaunchDaemons", "exp_app_launchdaemons"},
+    {"/Library/PreferencePanes", "exp_app_prefpane_system"},
+    {"/private/var/folders/ab/C", "exp_app_darwin_cache"},
+};
+
+} // namespace
+
+TEST_F(RelatedFiles, AreFoundInEveryPlaceInTheirOrder) {
+    const platform::Date modified(platform::Date::duration(1'700'000'000.5));
+    std::vector<ScanItem> expected;
+    for (const auto& [folder, explanation] : places) {
+        for (const char* name : {"/A Notes folder", "/b.notes"}) {
+            const std::string path = at(folder) + name;
+            const std::int64_t bytes = static_cast<std::int64_t>(expected.size()) + 1;
+            disk.make(path + (name[1] == 'A' ? "/in/it " : " ") + std::to_string(bytes));
+            disk.setModified(path, modified);
+            expected.emplace_back(path, bytes, ScanCategory::appLeftovers, explanation, true, modified);
+        }
+        disk.make(std::string(folder) + "/other");
+    }
+    disk.make({"/Applications/Notes.app/Contents/x 9", "~/Documents/notes", "/Library/Caches/notes"});
+
+    EXPECT_EQ(LumvaleUninstaller::relatedFiles(notes, withUserCache("/private//var/folders/ab/C/")),
+              expected);
+    expected.erase(expected.end() - 2, expected.end());
+    EXPECT_EQ(LumvaleUninstaller::relatedFiles(notes, disk.disk()), expected);
+    for (const char* elsewhere : {"/Users/me/Documents", "/private/var/folders", "/var/folders/ab/C",
+                                  "/private/var/folders/../db/C", "private/var/folders/ab/C", ""})
+        EXPECT_FALSE(LumvaleUninstaller::darwinUserCacheDirectory(withUserCache(elsewhere))) << elsewhere;
+}
+
+TEST_F(RelatedFiles, AreThoseWhoseNamesContainAKey) {
+    const Lines names{"COM.Example.Notes.plist",
+                      "Code Editor",
+                      "MY$(PRODUCT_BUNDLE_IDENTIFIER)",
+                      "a.b.c",
+                      "codeeditor-old",
+                      "com.example.note",
+                      "com_example_notes",
+                      "caf\xE9",
+                      "footnotes",
+                      "go",
+                      "\xC3\x89T\xC3\x89",
+                      "x\xFF\xFF\xFF",
+                      "\xCE\xA3\xCE\xAF\xCF\x83\xCF\x85\xCF\x86\xCE\xBF\xCF\x82"};
+    for (const std::string& name : names)
+        disk.make("~/Library/Services/" + name);
+    const struct {
+        InstalledApp of;
+        Lines expected;
+    } cases[]{
+        {notes, {"COM.Example.Notes.plist", "com_example_notes", "footnotes"}},
+        {app("Code Editor", std::nullopt), {"codeeditor-old"}}, // spaces go from the key alone
+        {app("Code\u00A0Editor", std::nullopt), {}},
+        {app("", "com.Example.NOTE"), {"COM.Example.Notes.plist", "com.example.note"}},
+        {app("Pixel Ruler", "$(PRODUCT_BUNDLE_IDENTIFIER)"), {"MY$(PRODUCT_BUNDLE_IDENTIFIER)"}},
+        {app("Go", "a.b"), {}}, // two characters and three
+        {app("Go", "a.b."), {"a.b.c"}},
+        {app("été", std::nullopt), {"\xC3\x89T\xC3\x89"}},
+        {app("e\u0301te\u0301", std::nullopt), {}}, // the same to the eye, other letters
+        {app("ΣΊΣΥΦΟΣ", std::nullopt), {"\xCE\xA3\xCE\xAF\xCF\x83\xCF\x85\xCF\x86\xCE\xBF\xCF\x82"}},
+        {app("\xFE\xFE\xFE", std::nullopt), {}}, // whatever these are, others' bytes are not them
+        {app("", std::nullopt), {}},
+        {app("   ", "..."), {}},
+    };
+    for (const auto& [of, expected] : cases) {
+        Lines wanted;
+        for (const std::string& name : expected)
+            wanted.push_back("Library/Services/" + name + " 0");
+        std::sort(wanted.begin(), wanted.end());
+        EXPECT_EQ(found(of), wanted) << of.name << " " << of.bundleIdentifier.value_or("–");
+    }
+}
+
+TEST_F(RelatedFiles, AreListedWhateverTheirSize) {
+    disk.make({"~/Library/Caches/notes 0 bytes", "~/Library/Caches/notes folder/.hidden 50",
+               "~/Library/Caches/notes folder/x 30", "~/Library/Caches/.notes 20",
+               "~/Library/Caches/notes to-a-folder -> /Applications",
+               "~/Library/Caches/notes to-a-file -> .notes", "~/Library/Caches/notes to-nothing -> gone",
+               "~/Library/Caches/notes |", "~/Library/Caches/notes closed/x 5",
+               "/Applications/Big.app/x 99"});
+    disk.setMode("~/Library/Caches/notes closed", 0);
+    EXPECT_EQ(found(), (Lines{"Library/Caches/.notes 20", "Library/Caches/notes 0",
+                              "Library/Caches/notes 0 bytes 0", "Library/Caches/notes closed 0",
+                              "Library/Caches/notes folder 30", "Library/Caches/notes to-a-file 6",
+                              "Library/Caches/notes to-a-folder 0", "Library/Caches/notes to-nothing 0"}));
+}
+
+TEST_F(RelatedFiles, IncludePlacesWithinPlacesThatBearAKey) {
+    disk.make({"~/Library/Preferences/ByHost/byhost.plist 1", "~/Library/Preferences/ByHost/other 2",
+               "~/Library/Logs/DiagnosticReports/DiagnosticReports_1.crash 4"});
+    EXPECT_EQ(found(app("By Host", "diagnosticreports")),
+              (Lines{"Library/Preferences/ByHost 3", "Library/Preferences/ByHost/byhost.plist 1",
+                     "Library/Logs/DiagnosticReports 4",
+                     "Library/Logs/DiagnosticReports/DiagnosticReports_1.crash 4"}));
+}
+
+TEST_F(RelatedFiles, ComeFromThePlacesThatCanBeListed) {
+    disk.make({"~/Library/Caches/notes 1", "~/Library/Preferences", "~/Library/Logs -> /elsewhere",
+               "/elsewhere/notes 2", "~/Library/WebKit -> WebKit", "~/Library/Containers/notes/x 3",
+               "~/Library/Cookies/notes 4", "/Library/LaunchDaemons -> ../../../../.."});
+    disk.setMode("~/Library/Caches", 0300);
+    EXPECT_EQ(found(),
+              (Lines{"Library/Logs/notes 2", "Library/Containers/notes 3", "Library/Cookies/notes 4"}));
+    disk.setMode("~/Library/Caches", 0700);
+}
+
+namespace {
+
+/// `entries` as they are once the entry at `path` lies in the Trash as `name`.
+void move(std::map<std::string, std::string>& entries, const std::string& path, const std::string& name) {
+    std::map<std::string, std::string> after;
+    for (const auto& [where, facts] : entries) {
+        const bool goes = where == path || where.starts_with(path + "/");
+        after[goes ? at("~/.Trash/") + name + where.substr(path.size()) : where] = facts;
+    }
+    entries = after;
+}
+
+Lines failedPaths(const DeletionOutcome& outcome) {
+    Lines paths;
+    for (const DeletionFailure& failure : outcome.failed)
+        paths.push_back(failure.path + " " + codes(failure.error));
+    return paths;
+}
+
+} // namespace
+
+TEST_F(RelatedFiles, AreUninstalledInTheirOrderBeforeTheBundleAndNothingElseIs) {
+    disk.make({"/Applications/Notes.app/Contents/x 9", "/Applications/Notes.app.old/x",
+               "~/Applications/Notes.app/x", "~/Library/Caches/notes/x", "~/Library/Logs/notes",
+               "~/Library/Preferences/notes", "~/Library/WebKit/notes -> ../Logs", "~/.Trash/notes",
+               "/System/Library/notes"});
+    disk.setMode("~/Library/Preferences", 0500);
+    auto expected = disk.entries();
+    move(expected, at("~/Library/WebKit/notes"), "notes 2");
+    move(expected, at("~/Library/Caches/notes"), "notes 3");
+    move(expected, "/Applications/Notes.app", "Notes.app");
+
+    const DeletionOutcome outcome = LumvaleUninstaller::uninstall(
+        notes,
+        at({"~/Library/WebKit/notes", "/System/Library/notes", "~/Library/Preferences/notes",
+            "~/Library/Caches/notes", "~/Library/Caches/gone", "~/Library/Caches/notes"}),
+        disk.disk());
+    EXPECT_EQ(outcome.succeeded,
+              at({"~/Library/WebKit/notes", "~/Library/Caches/notes", "/Applications/Notes.app"}));
+    EXPECT_EQ(failedPaths(outcome),
+              at({"/System/Library/notes Lumvale 1", "~/Library/Preferences/notes 513:13",
+                  "~/Library/Caches/gone 4:2", "~/Library/Caches/notes 4:2"}));
+    EXPECT_EQ(disk.entries(), expected);
+    disk.setMode("~/Library/Preferences", 0700);
+}
+
+TEST_F(RelatedFiles, AreUninstalledAlsoWhereTheBundleStays) {
+    disk.make({"/Applications/Notes.app/x", "~/Library/Logs/notes", "~/Library/Caches/notes"});
+    disk.setMode("/Applications", 0500);
+    auto expected = disk.entries();
+    move(expected, at("~/Library/Logs/notes"), "notes");
+    expected[at("~/.Trash")]; // made
+    const DeletionOutcome outcome =
+        LumvaleUninstaller::uninstall(notes, at({"~/Library/Logs/notes"}), disk.disk());
+    EXPECT_EQ(failedPaths(outcome), Lines{"/Applications/Notes.app 513:13"});
+    auto after = disk.entries();
+    after[at("~/.Trash")].clear();
+    EXPECT_EQ(after, expected);
+    disk.setMode("/Applications", 0700);
+
+    EXPECT_EQ(
+        failedPaths(LumvaleUninstaller::uninstall(app("Finder", {}, "/System/Finder.app"), {}, disk.disk())),
+        Lines{"/System/Finder.app Lumvale 1"});
+    EXPECT_EQ(LumvaleUninstaller::uninstall(notes, {}, disk.disk()).succeeded, Lines{notes.path});
+}
