@@ -9,8 +9,9 @@
 #include <string>
 #include <vector>
 
-/// The rows of the cleanup list: the items of a result by category, in the order of the categories, within
-/// one in the order of the result. A row is ticked when its id is; two rows of one id are ticked together.
+/// The rows of a list of items to tick: by category, in the order of the categories, within one in the order
+/// given. A row is ticked when its id is; two rows of one id are ticked together. Ids that no row has may be
+/// ticked too.
 class ScanItemsModel : public QAbstractListModel {
     Q_OBJECT
 

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "core/uninstall/installed_app.h"
+
+#include <QAbstractListModel>
+
+#include <string>
+#include <vector>
+
+/// The rows of the list of applications, in the order in which the core gives them.
+class InstalledAppsModel : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    enum Role {
+        NameRole = Qt::UserRole + 1,
+        SizeRole, ///< formatted
+    };
+
+    using QAbstractListModel::QAbstractListModel;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    void setApps(std::vector<InstalledApp> apps);
+    void remove(const std::string& id); ///< every row of the id
+    const std::vector<InstalledApp>& apps() const { return m_apps; }
+
+private:
+    std::vector<InstalledApp> m_apps;
+};

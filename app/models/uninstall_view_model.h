@@ -1,0 +1,112 @@
+#pragma once
+
+#include "app/history/history_store.h"
+#include "app/models/installed_apps_model.h"
+#include "app/models/scan_items_model.h"
+#include "platform/disk.h"
+#include "platform/executor.h"
+
+#include <QObject>
+
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+/// The state behind the uninstall screen. Interface thread only; applications and their files are searched in
+/// the background, and what comes after the model has gone, or after another application was picked, is
+/// dropped. Observers are told once the new value can be read.
+class UninstallViewModel : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(InstalledAppsModel* apps READ appsModel CONSTANT)
+    Q_PROPERTY(bool hasApps READ hasApps NOTIFY appsChanged)
+    Q_PROPERTY(bool isLoadingApps READ isLoadingApps NOTIFY isLoadingAppsChanged)
+    Q_PROPERTY(bool hasSelectedApp READ hasSelectedApp NOTIFY selectedAppChanged)
+    Q_PROPERTY(QString selectedAppName READ selectedAppName NOTIFY selectedAppChanged)
+    Q_PROPERTY(QString selectedAppSize READ selectedAppSize NOTIFY selectedAppChanged)
+    Q_PROPERTY(bool isSelectedAppChecked READ isSelectedAppChecked NOTIFY selectionChanged)
+    Q_PROPERTY(ScanItemsModel* leftovers READ leftoversModel CONSTANT)
+    Q_PROPERTY(bool hasLeftovers READ hasLeftovers NOTIFY leftoversChanged)
+    Q_PROPERTY(bool isSearchingLeftovers READ isSearchingLeftovers NOTIFY isSearchingLeftoversChanged)
+    Q_PROPERTY(int checkedCount READ checkedCount NOTIFY selectionChanged)
+    Q_PROPERTY(QString selectedSize READ selectedSize NOTIFY selectionChanged)
+    Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm WRITE setShowDeleteConfirm NOTIFY
+                   showDeleteConfirmChanged)
+    Q_PROPERTY(bool hasUninstalled READ hasUninstalled NOTIFY lastUninstalledChanged)
+    Q_PROPERTY(QString lastUninstalled READ lastUninstalledName NOTIFY lastUninstalledChanged)
+    Q_PROPERTY(QString freeSpaceText READ freeSpaceText NOTIFY freeSpaceTextChanged)
+
+public:
+    /// Starts nothing and touches no file.
+    UninstallViewModel(platform::Disk disk, HistoryStore& history, platform::Executor executor,
+                       QObject* parent = nullptr);
+
+    const std::vector<InstalledApp>& apps() const { return m_apps.apps(); }
+    bool isLoadingApps() const { return m_isLoadingApps; }
+    const std::optional<InstalledApp>& selectedApp() const { return m_selectedApp; }
+    const std::vector<ScanItem>& leftovers() const { return m_leftovers.rows(); }
+    bool isSearchingLeftovers() const { return m_isSearchingLeftovers; }
+    const std::set<std::string>& checked() const { return m_leftovers.checked(); }
+    std::int64_t selectedBytes() const; ///< of the ticked, computed at each call; 0 without an application
+    bool showDeleteConfirm() const { return m_showDeleteConfirm; }
+    const std::optional<std::string>& lastUninstalled() const { return m_lastUninstalled; }
+    const QString& freeSpaceText() const { return m_freeSpaceText; }
+
+    void setChecked(std::set<std::string> ids) { m_leftovers.setChecked(std::move(ids)); }
+    void setShowDeleteConfirm(bool show);
+
+    Q_INVOKABLE void loadApps();
+    Q_INVOKABLE void refreshFreeSpace();
+    void select(InstalledApp app);
+    Q_INVOKABLE void select(int row);  ///< of the list of applications
+    Q_INVOKABLE void clearSelection(); ///< back to that list
+    Q_INVOKABLE void toggleSelectedApp();
+    Q_INVOKABLE void requestUninstall() { setShowDeleteConfirm(true); }
+    Q_INVOKABLE void confirmUninstall(); ///< blocks while files are moved
+
+    // The same state as the screen shows it; empty for what is absent.
+    InstalledAppsModel* appsModel() { return &m_apps; }
+    bool hasApps() const { return !apps().empty(); }
+    bool hasSelectedApp() const { return m_selectedApp.has_value(); }
+    QString selectedAppName() const;
+    QString selectedAppSize() const;
+    bool isSelectedAppChecked() const { return m_selectedApp && checked().contains(m_selectedApp->id); }
+    ScanItemsModel* leftoversModel() { return &m_leftovers; }
+    bool hasLeftovers() const { return !leftovers().empty(); }
+    int checkedCount() const { return static_cast<int>(checked().size()); }
+    QString selectedSize() const;
+    bool hasUninstalled() const { return m_lastUninstalled.has_value(); }
+    QString lastUninstalledName() const;
+
+Q_SIGNALS:
+    void appsChanged();
+    void isLoadingAppsChanged();
+    void selectedAppChanged();
+    void leftoversChanged();
+    void isSearchingLeftoversChanged();
+    void selectionChanged();
+    void showDeleteConfirmChanged();
+    void lastUninstalledChanged();
+    void freeSpaceTextChanged();
+
+private:
+    void setIsLoadingApps(bool isLoading);
+    void setSelectedApp(std::optional<InstalledApp> app);
+    void setLeftovers(std::vector<ScanItem> items);
+    void setIsSearchingLeftovers(bool isSearching);
+    void takeLeftovers(const std::string& appId, std::vector<ScanItem> items);
+    std::vector<std::string> checkedPaths() const; ///< files in the order of the list, then the application
+
+    platform::Disk m_disk;
+    HistoryStore& m_history;
+    platform::Executor m_executor;
+    InstalledAppsModel m_apps;
+    bool m_isLoadingApps = false;
+    std::optional<InstalledApp> m_selectedApp;
+    ScanItemsModel m_leftovers; ///< and what is ticked, the application itself included
+    bool m_isSearchingLeftovers = false;
+    bool m_showDeleteConfirm = false;
+    std::optional<std::string> m_lastUninstalled;
+    QString m_freeSpaceText;
+};
