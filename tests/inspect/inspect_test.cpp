@@ -164,6 +164,30 @@ TEST_F(Inspect, ShowsWhatEachOperationFinds) {
                     {{"path", "/tmp/x"}, {"allowed", true}}}));
 }
 
+TEST_F(Inspect, ShowsAndRemovesWhatBelongsToAnApplication) {
+    m_disk.make({"/Applications/Foo.app/Contents/x 5", "~/Library/Caches/foo\xFF/x 30", "~/Library/Logs/foo",
+                 "~/Library/Logs/other", "/private/var/folders/ab/C/foo 4"});
+    const Json related = inspected(m_disk, {"related", "/Applications/Foo.app/"}).json();
+    ASSERT_EQ(related.size(), 2U) << related;
+    EXPECT_EQ(related[0]["path"], "/Users/me/Library/Caches/foo\\udcff");
+    EXPECT_EQ(related[0]["explanation"], "exp_app_caches");
+    EXPECT_EQ(related[0]["category"], "Restes d'une application");
+    EXPECT_EQ(related[1]["sizeBytes"], 0);
+    EXPECT_EQ(related[1]["safeByDefault"], true);
+    EXPECT_EQ(inspected(m_disk, {"related", "/Applications/Safari.app"}).status, 2);
+
+    Texts arguments{"uninstall", "/Applications/Foo.app", "/System/x", related[0]["path"]};
+    const Json would = inspected(m_disk, arguments).json();
+    EXPECT_EQ(would, Json({{"would", {"/System/x", related[0]["path"], "/Applications/Foo.app"}}}));
+    EXPECT_TRUE(m_disk.exists("/Applications/Foo.app") && m_disk.exists("~/Library/Caches/foo\xFF"));
+    arguments.push_back("--really");
+    const Json uninstalled = inspected(m_disk, arguments).json();
+    EXPECT_EQ(uninstalled["succeeded"], Json({related[0]["path"], "/Applications/Foo.app"}));
+    EXPECT_EQ(uninstalled["failed"][0]["path"], "/System/x");
+    EXPECT_TRUE(m_disk.exists("~/.Trash/Foo.app/Contents/x") && m_disk.exists("~/.Trash/foo\xFF/x"));
+    EXPECT_TRUE(m_disk.exists("~/Library/Logs/foo"));
+}
+
 TEST_F(Inspect, AnswersAboutTextWithoutADisk) {
     const std::string nowhere = m_disk.host("/nowhere");
     EXPECT_EQ(inspected(nowhere, {"format-bytes", "en_US", "0", "-1"}).json(), Json({"Zero KB", "-1 byte"}));
@@ -201,6 +225,8 @@ TEST_F(Inspect, SaysWhenItIsCalledInTheWrongWay) {
                            {"no-such-operation"},
                            {"scan", "--really"},
                            {"delete", "--really"},
+                           {"uninstall", "--really"},
+                           {"related"},
                            {"empty-trash", "/Users/me/.Trash/a", "--really"},
                            {"disable", "--really"},
                            {"disable", "one", "two"},

@@ -4,6 +4,7 @@
 #include "core/scan/permissions.h"
 #include "core/scan/scanner.h"
 #include "core/startup/startup_items.h"
+#include "core/uninstall/leftovers.h"
 #include "core/uninstall/uninstaller.h"
 #include "platform/folder.h"
 #include "platform/format.h"
@@ -17,6 +18,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 namespace inspect {
 
@@ -52,6 +54,16 @@ Json largeFiles(const Request& request) {
 
 Json apps(const Request& request) {
     return form(LumvaleUninstaller::scanInstalledApps(request.disk()));
+}
+
+Json related(const Request& request) {
+    const std::string path = platform::standardized(request.arguments[0]);
+    const std::vector<InstalledApp> apps = LumvaleUninstaller::discoverApps(request.disk());
+    const auto app = std::find_if(apps.begin(), apps.end(),
+                                  [&](const InstalledApp& installed) { return installed.path == path; });
+    if (app == apps.end())
+        throw WrongUsage{"no such application: " + request.arguments[0]};
+    return form(LumvaleUninstaller::relatedFiles(*app, request.disk()));
 }
 
 Json orphans(const Request& request) {
@@ -98,6 +110,16 @@ Json remove(const Request& request) {
     if (!request.really)
         return {{"would", request.arguments}};
     return form(LumvaleScanner::deletePaths(request.arguments, request.disk()));
+}
+
+Json uninstall(const Request& request) {
+    // Of the application only the path counts.
+    const InstalledApp app({}, {}, request.arguments[0], 0);
+    Texts related = allButFirst(request.arguments);
+    if (request.really)
+        return form(LumvaleUninstaller::uninstall(app, std::move(related), request.disk()));
+    related.push_back(app.path);
+    return {{"would", related}};
 }
 
 Json emptyTrash(const Request& request) {
@@ -190,6 +212,7 @@ constexpr Operation operations[] = {
     {"scan", "", 0, 0, DiskUse::reads, scan},
     {"large-files", "MIN MAX", 2, 2, DiskUse::reads, largeFiles},
     {"apps", "", 0, 0, DiskUse::reads, apps},
+    {"related", "APP_PATH", 1, 1, DiskUse::reads, related},
     {"orphans", "", 0, 0, DiskUse::reads, orphans},
     {"vms", "", 0, 0, DiskUse::reads, virtualMachines},
     {"startup", "", 0, 0, DiskUse::reads, startup},
@@ -199,6 +222,7 @@ constexpr Operation operations[] = {
     {"allowed", "PATH...", 1, anyNumber, DiskUse::reads, allowed},
     {"size", "PATH...", 1, anyNumber, DiskUse::reads, size},
     {"delete", "PATH... [--really]", 1, anyNumber, DiskUse::changes, remove},
+    {"uninstall", "APP_PATH [RELATED...] [--really]", 1, anyNumber, DiskUse::changes, uninstall},
     {"empty-trash", "[--really]", 0, 0, DiskUse::changes, emptyTrash},
     {"disable", "LABEL [--really]", 1, 1, DiskUse::changes, disable},
 #ifdef LUMVALE_INSPECT_TRANSLATES
