@@ -1,11 +1,14 @@
 #include "tools/sample_disk/sample_disk.h"
 
+#include "core/uninstall/leftovers.h"
+#include "core/uninstall/uninstaller.h"
 #include "tests/support/mounted_volume.h"
 #include "tests/support/temporary_disk.h"
 
 #include <chrono>
 #include <filesystem>
 #include <map>
+#include <set>
 
 #include <sys/stat.h>
 
@@ -92,6 +95,17 @@ TEST_F(SampleDiskTest, TakesNoRoomAndCountsAgesBackFromToday) {
     // A folder too, though other areas of the disk make entries in it afterwards.
     ASSERT_EQ(lstat(hostHome("/Library").c_str(), &status), 0);
     EXPECT_EQ(status.st_mtim.tv_sec, std::chrono::system_clock::to_time_t(today));
+}
+
+TEST_F(SampleDiskTest, HasFilesOfApplicationsWhereverTheseKeepAny) {
+    const auto disk = platform::Disk::open(host(""), SampleDisk::homePath, SampleDisk::userCachePath);
+    ASSERT_TRUE(disk);
+    std::set<std::string> explanations;
+    for (const InstalledApp& app : LumvaleUninstaller::discoverApps(*disk)) {
+        for (const ScanItem& item : LumvaleUninstaller::relatedFiles(app, *disk))
+            explanations.insert(item.explanation);
+    }
+    EXPECT_EQ(explanations.size(), 22U) << testing::PrintToString(explanations);
 }
 
 TEST_F(SampleDiskTest, RefusesAFolderOfOthersAndTouchesNothing) {

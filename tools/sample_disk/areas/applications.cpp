@@ -122,6 +122,8 @@ void makeApplications(Folder& root, Folder& home, Random& random) {
         makeRelatedFiles(library, application, random);
     makeRelatedFiles(library, ownApplications[0], random);
     makeRelatedFiles(library, ownApplications[2], random);
+    make(home, rarerFiles, random);
+    make(root, rarerSharedFiles, random);
 }
 
 } // namespace SampleDisk

@@ -87,6 +87,22 @@ inline constexpr Application utilities[] = {
     {"XQuartz", "org.xquartz.X11", "2.8.5", 64_MB, 520, Kit::native, Storage::library},
 };
 
+/// What a few of them keep where few applications keep anything; below the home, and for every user.
+inline constexpr Row rarerFiles[] = {
+    {"Library/Preferences/ByHost/com.spotify.client.device.5C0E8A31-7D42-5B96-A1F3-0C9B64E2D718.plist", 2_KB,
+     3},
+    {"Library/WebKit/com.docker.docker.dashboard/", 14_MB, 31, webData},
+    {"Library/Group Containers/group.com.barebones.bbedit.shared/", 3_MB, 130, sharedData},
+    {"Library/HTTPStorages/org.mozilla.firefox.updates/", 240_KB, 11, httpStorage},
+    {"Library/Cookies/us.zoom.xos.meetings.binarycookies", 7_KB, 14},
+    {"Library/Autosave Information/Unsaved LibreOffice Document.plist", 12_KB, 40},
+    {"Library/PreferencePanes/KeePassXC.prefPane/Contents/MacOS/KeePassXC", 380_KB, 140},
+    {"Library/Services/Open in BBEdit.workflow/Contents/document.wflow", 18_KB, 130},
+};
+inline constexpr Row rarerSharedFiles[] = {
+    {"Library/PreferencePanes/VirtualBox Network.prefPane/Contents/MacOS/VirtualBox Network", 520_KB, 74},
+};
+
 inline constexpr Piece nativeBundle[] = {
     {"PkgInfo", 1, 0},
     {"MacOS/%A", 1, 35},
