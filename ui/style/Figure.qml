@@ -26,14 +26,14 @@ Row {
     Repeater {
         model: root.isSevered ? root.text.length : 1
 
-        Text {
+        PlainText {
             required property int index
 
             readonly property string character: root.isSevered ? root.text.charAt(index) : root.text
 
-            width: root.isSevered && character >= "0" && character <= "9" ? root.digitWidth : implicitWidth
+            // Undefined is a text's own width.
+            width: root.isSevered && character >= "0" && character <= "9" ? root.digitWidth : undefined
             text: character
-            textFormat: Text.PlainText
             font: root.font
             color: root.color
             horizontalAlignment: Text.AlignHCenter

@@ -19,10 +19,9 @@ Item {
     Accessible.name: text
 
     // The glow is made from letters that never change colour: they are rendered once.
-    Text {
+    PlainText {
         id: letters
         text: root.text
-        textFormat: Text.PlainText
         font: root.font
         color: "white"
         visible: false

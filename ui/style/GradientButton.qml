@@ -50,10 +50,9 @@ T.Button {
             visible: root.busy
         }
 
-        Text {
+        PlainText {
             anchors.verticalCenter: parent.verticalCenter
             text: root.text
-            textFormat: Text.PlainText
             font: root.font
             color: root.textColor
         }

@@ -28,12 +28,10 @@ T.MenuItem {
         visible: root.isChosen
     }
 
-    contentItem: Text {
+    contentItem: PlainText {
         leftPadding: 20
         text: root.text
-        textFormat: Text.PlainText
         font: root.font
-        color: GCColor.textPrimary
     }
 
     background: Rectangle {

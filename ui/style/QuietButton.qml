@@ -18,11 +18,9 @@ T.Button {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    contentItem: Text {
+    contentItem: PlainText {
         text: root.text
-        textFormat: Text.PlainText
         font: root.font
-        color: GCColor.textPrimary
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
     }
