@@ -14,6 +14,7 @@
 #include <QQuickItem>
 #include <QRegularExpression>
 #include <QSet>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <cmath>
@@ -35,11 +36,17 @@ private Q_SLOTS:
     void standsButtonsOnWholePixels();
     void judgesHealthByItsBands_data();
     void judgesHealthByItsBands();
+    void drawsNothingWhileNothingMoves();
+    void standsStillUnseen_data();
+    void standsStillUnseen();
 
 private:
     /// The object that this QML makes.
     std::unique_ptr<QObject> make(const QByteArray& qml, const QVariantMap& properties = {});
     QVariant value(const QByteArray& expression);
+
+    /// How many frames the window draws in a while.
+    int framesInAWhile() const;
 
     TemporaryDisk m_disk;
     HistoryStore m_history{m_disk.disk()};
@@ -57,6 +64,12 @@ std::unique_ptr<QObject> StyleTest::make(const QByteArray& qml, const QVariantMa
 
 QVariant StyleTest::value(const QByteArray& expression) {
     return make("QtObject { property var value: " + expression + " }")->property("value");
+}
+
+int StyleTest::framesInAWhile() const {
+    const QSignalSpy frames(m_lumvale.window(), &QQuickWindow::frameSwapped);
+    QTest::qWait(300);
+    return static_cast<int>(frames.count());
 }
 
 void StyleTest::mixesColours_data() {
@@ -203,6 +216,36 @@ void StyleTest::judgesHealthByItsBands() {
     QCOMPARE(card->findChild<QObject*>("healthLabel")->property("text").toString(), ::tr(key));
     QCOMPARE(card->property("healthColor").value<QColor>(),
              value("GCColor." + color.toLatin1()).value<QColor>());
+}
+
+void StyleTest::drawsNothingWhileNothingMoves() {
+    const Driver driver(*m_lumvale.window());
+    QVERIFY(QTest::qWaitForWindowExposed(m_lumvale.window()));
+    QVERIFY(driver.click("tab_history"));
+    QTRY_COMPARE(framesInAWhile(), 0);
+    QVERIFY(driver.click("tab_cleanup")); // with the title that breathes
+    QVERIFY(framesInAWhile() > 3);
+}
+
+void StyleTest::standsStillUnseen_data() {
+    QTest::addColumn<QWindow::Visibility>("visibility");
+    QTest::newRow("hidden") << QWindow::Hidden;
+    QTest::newRow("minimised") << QWindow::Minimized;
+}
+
+void StyleTest::standsStillUnseen() {
+    QFETCH(QWindow::Visibility, visibility);
+    QVERIFY(QTest::qWaitForWindowExposed(m_lumvale.window()));
+    const QQuickItem* title = Driver(*m_lumvale.window()).item("title");
+    const QSignalSpy breaths(title, SIGNAL(phaseChanged()));
+    m_lumvale.window()->setVisibility(visibility);
+    QTest::qWait(100); // what was on its way
+    const auto before = breaths.count();
+    QCOMPARE(framesInAWhile(), 0);
+    QCOMPARE(breaths.count(), before);
+    QVERIFY(title->isVisible()); // which is why it is not enough to ask it
+    m_lumvale.window()->setVisibility(QWindow::Windowed);
+    QTRY_VERIFY(framesInAWhile() > 3 && breaths.count() > before + 3);
 }
 
 int main(int argc, char** argv) {

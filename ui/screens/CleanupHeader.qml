@@ -39,6 +39,7 @@ Item {
             }
 
             BreathingTitle {
+                objectName: "title"
                 title: "Lumvale"
             }
         }

@@ -5,7 +5,7 @@ GlowText {
     id: root
 
     required property string title
-    property real phase: 0
+    readonly property real phase: Motion.phase(Motion.breathing, clock.time)
 
     text: title
     font: Type.title
@@ -14,8 +14,8 @@ GlowText {
     radius: 6 + 10 * phase
     maximumRadius: 16
 
-    FrameAnimation {
-        running: root.visible
-        onTriggered: root.phase = Motion.phase(Motion.breathing, Motion.now())
+    Clock {
+        id: clock
+        seen: root
     }
 }

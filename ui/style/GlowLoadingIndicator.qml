@@ -6,8 +6,8 @@ Column {
 
     required property string label
     property string subtitle
-    property real time: 0
 
+    readonly property alias time: clock.time
     readonly property real phase: Motion.phase(Motion.breathing, time)
 
     spacing: 16
@@ -15,9 +15,9 @@ Column {
     Accessible.name: label
     Accessible.description: subtitle
 
-    FrameAnimation {
-        running: root.visible
-        onTriggered: root.time = Motion.now()
+    Clock {
+        id: clock
+        seen: root
     }
 
     Ring {
