@@ -36,6 +36,7 @@ private Q_SLOTS:
     void standsButtonsOnWholePixels();
     void judgesHealthByItsBands_data();
     void judgesHealthByItsBands();
+    void drawsAnArcAlsoWithoutShaders();
     void drawsNothingWhileNothingMoves();
     void standsStillUnseen_data();
     void standsStillUnseen();
@@ -216,6 +217,16 @@ void StyleTest::judgesHealthByItsBands() {
     QCOMPARE(card->findChild<QObject*>("healthLabel")->property("text").toString(), ::tr(key));
     QCOMPARE(card->property("healthColor").value<QColor>(),
              value("GCColor." + color.toLatin1()).value<QColor>());
+}
+
+void StyleTest::drawsAnArcAlsoWithoutShaders() {
+    const auto object = make("Ring { x: 400; y: 300; width: 80; height: 80; lineWidth: 10; share: 0.5 }");
+    qobject_cast<QQuickItem*>(object.get())->setParentItem(m_lumvale.window()->contentItem());
+    const auto brightnessAt = [this](int x, int y) {
+        return m_lumvale.window()->grabWindow().pixelColor(x, y).value();
+    };
+    QTRY_VERIFY(brightnessAt(480, 340) > 200);
+    QVERIFY(brightnessAt(400, 340) < 100);
 }
 
 void StyleTest::drawsNothingWhileNothingMoves() {

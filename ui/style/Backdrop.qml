@@ -1,18 +1,22 @@
 import QtQuick
 
 /// What lies behind everything in the window.
-Rectangle {
+Item {
     id: root
 
-    // Also alone a backdrop: all that is left where the machine draws no shaders.
-    gradient: Gradient {
-        GradientStop {
-            position: 0
-            color: GCColor.bgTop
-        }
-        GradientStop {
-            position: 1
-            color: GCColor.bgBottom
+    // All that is left where the machine draws no shaders; beneath them it would be drawn for nothing.
+    Rectangle {
+        anchors.fill: parent
+        visible: root.GraphicsInfo.api === GraphicsInfo.Software
+        gradient: Gradient {
+            GradientStop {
+                position: 0
+                color: GCColor.bgTop
+            }
+            GradientStop {
+                position: 1
+                color: GCColor.bgBottom
+            }
         }
     }
 

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 
 /// An arc that starts at the top and runs clockwise over a full ring, with a glow of its own.
@@ -11,7 +12,6 @@ Item {
     property color glow: "transparent"
     property real blur: 8
 
-    // A plain ring, so that without shaders something is left.
     Rectangle {
         anchors.fill: parent
         anchors.margins: -root.lineWidth / 2
@@ -37,5 +37,16 @@ Item {
         layer.enabled: true
         layer.smooth: true
         fragmentShader: Qt.resolvedUrl("shaders/ring.frag.qsb")
+    }
+
+    Loader {
+        anchors.fill: parent
+        anchors.margins: -root.lineWidth / 2
+        active: root.GraphicsInfo.api === GraphicsInfo.Software
+        sourceComponent: PlainArc {
+            share: root.share
+            lineWidth: root.lineWidth
+            color: root.from
+        }
     }
 }
