@@ -8,11 +8,12 @@ Item {
 
     required property ScanViewModel model
 
-    implicitHeight: Math.max(texts.height, button.height) + 14
+    implicitHeight: Math.max(texts.height, button.height) + 2 * Metrics.footerPadding
 
     Column {
         id: texts
         anchors.left: parent.left
+        anchors.leftMargin: Metrics.footerPadding
         anchors.right: button.left
         anchors.rightMargin: 16
         anchors.verticalCenter: button.verticalCenter
@@ -40,10 +41,10 @@ Item {
         objectName: "deleteButton"
         anchors.right: parent.right
         anchors.bottom: parent.bottom
+        anchors.margins: Metrics.footerPadding
         from: GCColor.danger
         to: GCColor.dangerLight
         glow: GCColor.alpha(GCColor.danger, 0.3)
-        symbol: "trash.fill"
         text: Texts.tr("btn_trash_selection")
         enabled: root.model.checkedCount > 0
         onClicked: root.model.requestDelete()

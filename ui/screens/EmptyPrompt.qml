@@ -12,8 +12,7 @@ Column {
 
     Symbol {
         anchors.horizontalCenter: parent.horizontalCenter
-        width: 44
-        height: 44
+        size: 44
         name: root.symbol
         color: GCColor.alpha(GCColor.glowTeal, 0.55)
     }

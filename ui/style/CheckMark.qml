@@ -33,9 +33,8 @@ Rectangle {
         }
 
         Symbol {
-            anchors.centerIn: parent
-            width: 11
-            height: 11
+            anchors.fill: parent
+            size: 10
             name: "checkmark"
             color: GCColor.ink
         }

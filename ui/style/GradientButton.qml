@@ -31,31 +31,12 @@ T.Button {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    contentItem: Row {
-        spacing: root.spacing
-
-        Symbol {
-            anchors.verticalCenter: parent.verticalCenter
-            width: root.symbolSize
-            height: root.symbolSize
-            name: root.symbol
-            color: root.textColor
-            visible: root.symbol.length > 0 && !root.busy
-        }
-
-        BusySign {
-            anchors.verticalCenter: parent.verticalCenter
-            width: 12
-            height: 12
-            visible: root.busy
-        }
-
-        PlainText {
-            anchors.verticalCenter: parent.verticalCenter
-            text: root.text
-            font: root.font
-            color: root.textColor
-        }
+    contentItem: ButtonContent {
+        button: root
+        color: root.textColor
+        symbol: root.symbol
+        symbolSize: root.symbolSize
+        busy: root.busy
     }
 
     background: Item {

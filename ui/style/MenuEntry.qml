@@ -19,10 +19,9 @@ T.MenuItem {
     Accessible.checked: isChosen
 
     indicator: Symbol {
-        x: root.horizontalPadding
-        anchors.verticalCenter: parent.verticalCenter
-        width: 10
-        height: 10
+        x: root.leftPadding
+        y: (root.height - height) / 2
+        size: 10
         name: "checkmark"
         color: GCColor.glowTeal
         visible: root.isChosen

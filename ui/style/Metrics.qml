@@ -6,6 +6,7 @@ QtObject {
     readonly property int screenPadding: 24
     readonly property int listPadding: 20
     readonly property int cardPadding: 18
+    readonly property int footerPadding: 14
     readonly property int cardRadius: 16
     readonly property int buttonRadius: 11
     readonly property int smallButtonRadius: 10

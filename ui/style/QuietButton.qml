@@ -5,8 +5,12 @@ import QtQuick.Templates as T
 T.Button {
     id: root
 
+    property string symbol
+    property real symbolSize: 11
+
     horizontalPadding: 16
     verticalPadding: 10
+    spacing: 7
     font: Type.smallButton
     opacity: enabled ? 1 : 0.45
     // Whole, since buttons stand in rows from the right: a fraction would smear whatever is left of it.
@@ -18,11 +22,11 @@ T.Button {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    contentItem: PlainText {
-        text: root.text
-        font: root.font
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
+    contentItem: ButtonContent {
+        button: root
+        color: GCColor.textPrimary
+        symbol: root.symbol
+        symbolSize: root.symbolSize
     }
 
     background: Rectangle {

@@ -33,7 +33,7 @@ ListView {
 
     leftMargin: Metrics.listPadding
     rightMargin: Metrics.listPadding
-    topMargin: Metrics.listPadding - 8
+    topMargin: Metrics.listPadding
     bottomMargin: Metrics.listPadding
     clip: true
     reuseItems: true
