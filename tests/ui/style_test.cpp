@@ -17,8 +17,26 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
+
+namespace {
+
+/// How far two colours are apart for the eye, from 1 to 21.
+double contrast(const QColor& a, const QColor& b) {
+    const auto luminance = [](const QColor& color) {
+        const auto linear = [](double value) {
+            return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
+               + 0.0722 * linear(color.blueF());
+    };
+    const auto [dark, light] = std::minmax({luminance(a), luminance(b)});
+    return (light + 0.05) / (dark + 0.05);
+}
+
+} // namespace
 
 /// The look that all screens share, asked in QML as the screens ask.
 class StyleTest : public QObject {
@@ -27,6 +45,8 @@ class StyleTest : public QObject {
 private Q_SLOTS:
     void mixesColours_data();
     void mixesColours();
+    void canBeRead_data();
+    void canBeRead();
     void breathesBetweenNoneAndAll();
     void hasADrawingForEverySymbol();
     void drawsTheTypeScale_data();
@@ -90,6 +110,30 @@ void StyleTest::mixesColours() {
     QFETCH(QByteArray, expression);
     QFETCH(QColor, mixed);
     QCOMPARE(value(expression).value<QColor>().name(QColor::HexArgb), mixed.name(QColor::HexArgb));
+}
+
+void StyleTest::canBeRead_data() {
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("ground");
+    const auto add = [](const QByteArray& text, const QByteArray& ground) {
+        QTest::newRow(text + " on " + ground) << text << ground;
+    };
+    for (const char* text : {"textPrimary", "textSecondary", "glowTeal", "danger"})
+        for (const char* ground : {"bgTop", "bgBottom", "dialog"})
+            add(text, ground);
+    for (const char* ground : {"deepTeal", "glowTeal", "danger", "dangerLight"})
+        add("ink", ground);
+    // Of a button that is disabled, where the backdrop is brightest.
+    add("faded", "mix(GCColor.mix(GCColor.bgTop, GCColor.glowTeal, 0.14), GCColor.glowTeal, 0.22)");
+}
+
+void StyleTest::canBeRead() {
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArray, ground);
+    const auto below = value("GCColor." + ground).value<QColor>();
+    const QByteArray shown =
+        "GCColor.mix(GCColor." + ground + ", GCColor." + text + ", GCColor." + text + ".a)";
+    QVERIFY(contrast(value(shown).value<QColor>(), below) >= 4.5);
 }
 
 void StyleTest::breathesBetweenNoneAndAll() {

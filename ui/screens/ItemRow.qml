@@ -43,8 +43,8 @@ T.AbstractButton {
         anchors.rightMargin: -10
         radius: 9
         color: root.hovered ? GCColor.hover : "transparent"
-        border.color: GCColor.focus
-        border.width: root.isCurrent ? 2 : 0
+        border.color: root.isCurrent ? GCColor.focus : GCColor.panelStroke
+        border.width: root.isCurrent ? 2 : root.hovered ? 1 : 0
     }
 
     CheckMark {

@@ -19,9 +19,12 @@ QtObject {
     readonly property color deepTeal: Qt.rgba(0.13, 0.76, 0.69, 1)
     /// Text on what glows.
     readonly property color ink: Qt.rgba(0.02, 0.08, 0.06, 1)
+    /// Text on what has lost its glow for now: less than before, and still to be read.
+    readonly property color faded: alpha(textPrimary, 0.75)
     readonly property color track: white(0.08)
     readonly property color checkOutline: white(0.3)
-    readonly property color hover: white(0.04)
+    /// Barely: more of it would take the contrast from the texts on it.
+    readonly property color hover: white(0.015)
     readonly property color hoverVeil: white(0.12)
     readonly property color pressedVeil: Qt.rgba(0, 0, 0, 0.12)
     readonly property color selectedTab: white(0.08)

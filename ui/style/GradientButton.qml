@@ -16,7 +16,7 @@ T.Button {
     property bool busy: false
 
     readonly property bool isLit: enabled || busy
-    readonly property color textColor: isLit ? GCColor.ink : GCColor.textSecondary
+    readonly property color textColor: isLit ? GCColor.ink : GCColor.faded
 
     horizontalPadding: 18
     verticalPadding: 11

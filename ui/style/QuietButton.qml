@@ -12,7 +12,7 @@ T.Button {
     verticalPadding: 10
     spacing: 7
     font: Type.smallButton
-    opacity: enabled ? 1 : 0.45
+    opacity: enabled ? 1 : 0.6
     // Whole, since buttons stand in rows from the right: a fraction would smear whatever is left of it.
     implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
