@@ -67,17 +67,14 @@ Result<Descriptor> openToWrite(const Place& place) {
 
 Result<std::string> readAll(int file, std::size_t limit) {
     std::string content;
+    char block[blockSize];
     for (;;) {
-        const std::size_t length = content.size();
-        content.resize(length + blockSize);
-        const ssize_t count = ::read(file, content.data() + length, blockSize);
-        if (count < 0 && errno == EINTR) {
-            content.resize(length);
+        const ssize_t count = ::read(file, block, sizeof block);
+        if (count < 0 && errno == EINTR)
             continue;
-        }
         if (count < 0)
             return posixError(errno);
-        content.resize(length + static_cast<std::size_t>(count));
+        content.append(block, static_cast<std::size_t>(count));
         if (content.size() > limit)
             return posixError(EFBIG);
         if (count == 0)

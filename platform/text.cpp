@@ -16,6 +16,10 @@ namespace platform {
 
 namespace {
 
+bool isAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
 bool isPrintableAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
 }
@@ -27,7 +31,7 @@ icu::StringPiece piece(std::string_view text) {
 } // namespace
 
 std::string displayed(std::string_view bytes) {
-    if (isPrintableAscii(bytes))
+    if (isAscii(bytes))
         return std::string(bytes);
     // Decoding puts U+FFFD where it must.
     std::string text;
