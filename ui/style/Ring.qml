@@ -1,4 +1,3 @@
-pragma ComponentBehavior: Bound
 import QtQuick
 
 /// An arc that starts at the top and runs clockwise over a full ring, with a glow of its own.
@@ -39,14 +38,12 @@ Item {
         fragmentShader: Qt.resolvedUrl("shaders/ring.frag.qsb")
     }
 
-    Loader {
+    PlainArc {
         anchors.fill: parent
         anchors.margins: -root.lineWidth / 2
-        active: root.GraphicsInfo.api === GraphicsInfo.Software
-        sourceComponent: PlainArc {
-            share: root.share
-            lineWidth: root.lineWidth
-            color: root.from
-        }
+        visible: GraphicsInfo.api === GraphicsInfo.Software
+        share: root.share
+        lineWidth: root.lineWidth
+        color: root.from
     }
 }

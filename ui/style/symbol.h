@@ -5,8 +5,8 @@
 #include <QString>
 #include <QtQmlIntegration>
 
-/// One of the program's own drawings, in a colour of the palette. It stands in the middle of the item, as sharp
-/// where that lies between two pixels, and is as large as the item unless it has a size of its own.
+/// One of the program's own drawings, in a colour of the palette. It stands in the middle of the item, as
+/// sharp where that lies between two pixels, and is as large as the item unless it has a size of its own.
 class Symbol : public QQuickPaintedItem {
     Q_OBJECT
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
