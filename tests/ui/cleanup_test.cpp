@@ -533,8 +533,6 @@ void CleanupTest::showsThatItIsBusyWhileItBlocks() {
 int main(int argc, char** argv) {
     const OwnSettings settings;
     QGuiApplication application(argc, argv);
-    QGuiApplication::setOrganizationName(QStringLiteral("Lumvale Tests"));
-    QGuiApplication::setApplicationName(QStringLiteral("Tests"));
     QAccessible::setActive(true); // as with a screen reader
     CleanupTest test;
     return QTest::qExec(&test, argc, argv);

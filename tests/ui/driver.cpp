@@ -1,9 +1,12 @@
 #include "tests/ui/driver.h"
 
 #include <QAccessible>
+#include <QCoreApplication>
+#include <QSettings>
 #include <QTest>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace {
 
@@ -135,4 +138,14 @@ OwnSettings::OwnSettings() {
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("TZ", "UTC");
     qunsetenv("LANGUAGE");
+    QCoreApplication::setOrganizationName("Lumvale Tests");
+    QCoreApplication::setApplicationName("Tests");
+
+    QSettings settings;
+    settings.setValue("didOnboard", true);
+    settings.sync();
+    // Whoever a test may be shall find them, and store others: the file keeps its mode.
+    const std::filesystem::path file = settings.fileName().toStdString();
+    for (const std::filesystem::path& path : {file, file.parent_path(), file.parent_path().parent_path()})
+        std::filesystem::permissions(path, std::filesystem::perms::all);
 }

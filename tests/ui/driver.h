@@ -48,8 +48,9 @@ private:
     QQuickWindow& m_window;
 };
 
-/// While it lives, the program's settings are nobody's, and the language and the formats are the same on
-/// every machine. Made before the application object.
+/// While it lives, the program's settings are those of somebody who is through with the introduction and has
+/// chosen nothing else, and the language and the formats are the same on every machine. Made before the
+/// application object.
 class OwnSettings {
 public:
     OwnSettings();

@@ -306,8 +306,6 @@ void StyleTest::standsStillUnseen() {
 int main(int argc, char** argv) {
     const OwnSettings settings;
     QGuiApplication application(argc, argv);
-    QGuiApplication::setOrganizationName("Lumvale Tests");
-    QGuiApplication::setApplicationName("Tests");
     StyleTest test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -242,8 +242,6 @@ int main(int argc, char** argv) {
 
     const OwnSettings settings;
     QGuiApplication application(argc, argv);
-    QGuiApplication::setOrganizationName("Lumvale");
-    QGuiApplication::setApplicationName("Lumvale");
 
     Tour tour(*disk, pictures);
     for (const AppLanguage language : {AppLanguage::en, AppLanguage::fr})
