@@ -15,7 +15,9 @@ T.Popup {
     signal focusLost(reason: int)
 
     parent: T.Overlay.overlay
-    anchors.centerIn: parent
+    // In the middle, but on whole pixels.
+    x: parent ? Math.round((parent.width - width) / 2) : 0
+    y: parent ? Math.round((parent.height - height) / 2) : 0
     modal: true
     focus: true
     closePolicy: T.Popup.CloseOnEscape
