@@ -44,7 +44,7 @@ FocusScope {
         EmptyPrompt {
             anchors.centerIn: parent
             visible: list.count === 0
-            symbol: "clock.fill"
+            symbol: "clock"
             text: Texts.tr("history_empty")
         }
 
