@@ -19,8 +19,7 @@ Column {
 
     Label {
         objectName: "emptyPrompt"
-        // As wide as gives lines of much the same length: a last line of one word looks like a mistake.
-        width: Math.min(implicitWidth / Math.ceil(implicitWidth / Metrics.promptWidth) + 30, Metrics.promptWidth)
+        width: evenWidth(Metrics.promptWidth)
         text: root.text
         color: GCColor.textSecondary
         horizontalAlignment: Text.AlignHCenter

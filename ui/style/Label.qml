@@ -2,6 +2,11 @@ import QtQuick
 
 /// A text that is never cut: it wraps, also inside a word that is too long.
 PlainText {
+    /// As wide as gives lines of much the same length: a last line of one word looks like a mistake.
+    function evenWidth(maximum: real): real {
+        return Math.min(implicitWidth / Math.ceil(implicitWidth / maximum) + 30, maximum);
+    }
+
     wrapMode: Text.Wrap
     font: Type.body
     Accessible.role: Accessible.StaticText
