@@ -65,13 +65,19 @@ T.Button {
     T.Menu {
         id: menu
 
-        // Below the button, and to the left of its right edge: it stands at the right of the window.
-        x: root.width - width
-        y: root.height + 6
+        readonly property int gap: 6
+
+        // In the middle of the button's width, unless it stands at the edge of the window.
+        x: Math.round((root.width - width) / 2)
+        margins: Metrics.screenPadding
         implicitWidth: 190
         implicitHeight: contentItem.implicitHeight + 2 * padding
         padding: 6
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
+        onAboutToShow: {
+            const end = root.mapToItem(null, 0, root.height).y + gap + implicitHeight + margins;
+            y = end > root.Window.height ? -gap - implicitHeight : root.height + gap;
+        }
         onOpened: currentIndex = Localizer.language
         onClosed: root.forceActiveFocus(root.openedBy)
 
