@@ -1,6 +1,6 @@
 #version 440
 
-// A vertical gradient under two soft lights.
+// A vertical gradient under two soft lights, in a rectangle that may be rounded.
 
 layout(location = 0) in vec2 qt_TexCoord0;
 layout(location = 0) out vec4 fragColor;
@@ -18,6 +18,7 @@ layout(std140, binding = 0) uniform buf {
     float startRadius;
     float firstEnd;
     float secondEnd;
+    float cornerRadius;
 };
 
 vec3 lit(vec3 ground, vec4 light, vec2 centre, float end) {
@@ -33,5 +34,7 @@ void main() {
 
     // Half a level of noise, or the dark gradients would show as bands.
     float noise = fract(sin(dot(gl_FragCoord.xy, vec2(12.9898, 78.233))) * 43758.5453);
-    fragColor = vec4(color + (noise - 0.5) / 255.0, 1.0) * qt_Opacity;
+    vec2 corner = abs(qt_TexCoord0 - 0.5) * area - area / 2.0 + cornerRadius;
+    float inside = clamp(cornerRadius - length(max(corner, 0.0)) + 0.5, 0.0, 1.0);
+    fragColor = vec4(color + (noise - 0.5) / 255.0, 1.0) * inside * qt_Opacity;
 }

@@ -1,6 +1,6 @@
 #version 440
 
-// What a blur of a rounded rectangle leaves outside of it.
+// A blurred rounded rectangle, or what the blur leaves outside of it.
 
 layout(location = 0) in vec2 qt_TexCoord0;
 layout(location = 0) out vec4 fragColor;
@@ -13,6 +13,7 @@ layout(std140, binding = 0) uniform buf {
     vec2 area;
     float radius;
     float blur;
+    float filled;
 };
 
 void main() {
@@ -21,7 +22,7 @@ void main() {
     float outside = length(max(q, 0.0)) + min(max(q.x, q.y), 0.0) - radius;
 
     float blurred = 0.5 - 0.5 * tanh(outside * 1.2 / (blur * 0.7071));
-    // Not beneath the rectangle: that one may be translucent.
-    float shown = clamp(outside + 0.5, 0.0, 1.0);
+    // Else not beneath the rectangle: that one may be translucent.
+    float shown = max(filled, clamp(outside + 0.5, 0.0, 1.0));
     fragColor = glow * blurred * shown * qt_Opacity;
 }
