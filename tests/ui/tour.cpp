@@ -15,6 +15,7 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QImage>
+#include <QSettings>
 #include <QTest>
 
 #include <algorithm>
@@ -75,6 +76,7 @@ public:
         : m_disk(disk),
           m_folder(std::move(folder)),
           m_trash(disk.hostRoot() + platform::trashFolder(disk)),
+          m_mail(disk.hostRoot() + disk.inHome("Library/Mail")),
           m_history(disk) {}
 
     void run(AppLanguage language) {
@@ -83,21 +85,46 @@ public:
         qputenv("LC_ALL", language == AppLanguage::fr ? "fr_FR.UTF-8" : "en_US.UTF-8");
         m_language = rawValue(language);
         m_number = 0;
+        QSettings().remove("didOnboard");
+        // Where this folder can't be listed the program takes it that it has no permission yet.
+        fs::rename(m_mail, m_mail.native() + " aside");
         LumvaleWindow lumvale(m_disk, m_history, qtExecutor());
         m_window = lumvale.window();
         expect(m_window && QTest::qWaitForWindowExposed(m_window), "the window opens");
         m_driver.emplace(*m_window);
         m_model = m_window->findChild<ScanViewModel*>();
 
+        introduce();
         take("empty");
         scan();
         tick();
         move();
         failToEmpty();
         empty();
+        lookBack();
     }
 
 private:
+    /// Goes through the introduction, and gives on the way the permission that it asks for.
+    void introduce() {
+        waitFor("a first run is introduced",
+                [this] { return m_driver->text("onboardingTitle") == tr("onboard_title_welcome"); });
+        take("welcome");
+        expect(m_driver->click("next"), "the introduction goes on");
+        take("features");
+        m_driver->click("next");
+        expect(m_driver->isShown("onboard_fda_step1"), "it asks for permission");
+        take("access");
+        fs::rename(m_mail.native() + " aside", m_mail);
+        m_driver->click("checkAgain");
+        expect(m_driver->isShown("onboard_fda_granted"), "permission is given");
+        take("access granted");
+        m_driver->click("next");
+        take("ready");
+        m_driver->click("next");
+        waitFor("the introduction is over", [this] { return !m_driver->isShown("onboardingTitle"); });
+    }
+
     void scan() {
         expect(m_driver->click("scanButton"), "the scan begins");
         take("scanning", 0);
@@ -175,6 +202,12 @@ private:
         take("emptied");
     }
 
+    void lookBack() {
+        expect(m_driver->click("tab_history"), "the history is chosen");
+        waitFor("the history shows what was done", [this] { return !m_driver->rows().empty(); });
+        take("history");
+    }
+
     /// Presses a button, then the one in its dialog, and waits until all is done.
     void confirm(const char* button, const char* name) {
         expect(m_driver->click(button), std::string(button) + " is pressed");
@@ -219,6 +252,7 @@ private:
     QList<std::pair<QString, QImage>> m_pictures; ///< not saved yet
     std::optional<ClosedTrash> m_closed;
     fs::path m_trash;
+    fs::path m_mail;
     HistoryStore m_history;
     QString m_language;
     int m_number = 0;

@@ -17,6 +17,8 @@ FocusScope {
     /// Every run starts with the cleanup.
     property int tab: RootView.AppTab.Cleanup
 
+    readonly property OnboardingModel onboarding: ScreenModels.onboarding(root)
+
     readonly property list<Component> screens: [
         Component {
             CleanupView {}
@@ -75,6 +77,7 @@ FocusScope {
 
     // Only the screen in sight exists: another tab discards it with its model, and makes both anew on return.
     Loader {
+        id: screen
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: header.bottom
@@ -82,5 +85,16 @@ FocusScope {
         focus: true
         sourceComponent: root.screens[root.tab]
         onLoaded: (item as Item).focus = true
+    }
+
+    // Most runs never make it.
+    Loader {
+        active: !root.onboarding.didOnboard
+        sourceComponent: OnboardingView {
+            model: root.onboarding // qmllint disable unqualified
+            totalPages: 4
+            visible: true
+            onFocusLost: reason => screen.forceActiveFocus(reason) // qmllint disable unqualified
+        }
     }
 }

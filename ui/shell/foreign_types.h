@@ -2,6 +2,7 @@
 
 #include "app/i18n/localizer.h"
 #include "app/models/history_model.h"
+#include "app/models/onboarding_model.h"
 #include "app/models/scan_items_model.h"
 #include "app/models/scan_view_model.h"
 
@@ -42,5 +43,12 @@ struct ForeignHistoryModel {
     Q_GADGET
     QML_FOREIGN(HistoryModel)
     QML_NAMED_ELEMENT(HistoryModel)
+    QML_UNCREATABLE("ScreenModels makes them")
+};
+
+struct ForeignOnboardingModel {
+    Q_GADGET
+    QML_FOREIGN(OnboardingModel)
+    QML_NAMED_ELEMENT(OnboardingModel)
     QML_UNCREATABLE("ScreenModels makes them")
 };

@@ -19,3 +19,7 @@ ScanViewModel* ScreenModels::cleanup(QObject* screen) const {
 HistoryModel* ScreenModels::history(QObject* screen) const {
     return new HistoryModel(m_history, screen);
 }
+
+OnboardingModel* ScreenModels::onboarding(QObject* shell) const {
+    return new OnboardingModel(m_disk, shell);
+}

@@ -2,6 +2,7 @@
 
 #include "app/history/history_store.h"
 #include "app/models/history_model.h"
+#include "app/models/onboarding_model.h"
 #include "app/models/scan_view_model.h"
 #include "platform/disk.h"
 #include "platform/executor.h"
@@ -24,6 +25,7 @@ public:
 
     Q_INVOKABLE ScanViewModel* cleanup(QObject* screen) const;
     Q_INVOKABLE HistoryModel* history(QObject* screen) const;
+    Q_INVOKABLE OnboardingModel* onboarding(QObject* shell) const;
 
 private:
     platform::Disk m_disk;

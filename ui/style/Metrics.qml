@@ -12,6 +12,10 @@ QtObject {
     readonly property int smallButtonRadius: 10
     readonly property int dialogWidth: 420
     readonly property int dialogRadius: 18
+    readonly property int onboardingWidth: 460
+    readonly property int onboardingPadding: 32
+    readonly property int onboardingSpacing: 24
+    readonly property int messageWidth: 360
     readonly property int tabBarRadius: 13
     readonly property int tabRadius: 9
     readonly property int tabSpacing: 4

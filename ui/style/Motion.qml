@@ -4,6 +4,7 @@ import QtQuick
 /// How things move. Animated components compute what they show from the time alone and keep no state.
 QtObject {
     readonly property real breathing: 1.3 // speed of the phase
+    readonly property real calmBreathing: 1.1
     readonly property real spinning: 160 // degrees in a second
     readonly property int quick: 120 // milliseconds, for what answers a hand
 

@@ -14,9 +14,11 @@ QtObject {
     readonly property font row: text(13.5, Font.Normal)
     readonly property font body: text(13, Font.Normal)
     readonly property font smallButton: text(12.5, Font.DemiBold)
+    readonly property font step: text(12.5, Font.Normal)
     readonly property font section: text(12.5, Font.DemiBold)
     readonly property font message: text(12, Font.Normal)
     readonly property font caption: text(11.5, Font.Normal)
+    readonly property font stepNumber: text(11, Font.DemiBold)
     readonly property font fine: text(10.5, Font.Normal)
 
     // Controls would take another family than texts do, were it not said.

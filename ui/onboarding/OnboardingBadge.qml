@@ -1,0 +1,58 @@
+import QtQuick
+import Lumvale.Style
+
+/// The sign of a page, breathing light.
+Item {
+    id: root
+
+    required property string symbol
+    readonly property real phase: Motion.phase(Motion.calmBreathing, clock.time)
+
+    implicitWidth: 92
+    implicitHeight: 92
+
+    Clock {
+        id: clock
+        seen: root
+    }
+
+    Halo {
+        glow: GCColor.glowTeal
+        opacity: 0.22 + 0.1 * root.phase
+        radius: root.width / 2
+        blur: 14
+        isFilled: true
+    }
+
+    Rectangle {
+        anchors.centerIn: parent
+        width: 72
+        height: 72
+        radius: 20
+        gradient: Gradient {
+            GradientStop {
+                position: 0
+                color: GCColor.glowTeal
+            }
+            GradientStop {
+                position: 1
+                color: GCColor.glowViolet
+            }
+        }
+
+        Halo {
+            glow: GCColor.glowTeal
+            opacity: 0.4 + 0.2 * root.phase
+            radius: parent.radius
+            blur: 12 + 6 * root.phase
+            maximumBlur: 18
+        }
+
+        Symbol {
+            anchors.centerIn: parent
+            size: 30
+            name: root.symbol
+            color: GCColor.ink
+        }
+    }
+}

@@ -1,0 +1,140 @@
+import QtQuick
+import Lumvale
+import Lumvale.Style
+
+/// The introduction of the first run, page by page and never back. However it is left, it is over for good.
+Sheet {
+    id: root
+
+    required property OnboardingModel model
+    required property int totalPages
+
+    property int page: 0
+
+    readonly property var pages: [
+        {
+            symbol: "sparkles",
+            key: "welcome"
+        },
+        {
+            symbol: "square.grid.2x2.fill",
+            key: "features"
+        },
+        {
+            symbol: "lock.open.fill",
+            key: "fda"
+        },
+        {
+            symbol: "checkmark.seal.fill",
+            key: "ready"
+        }
+    ]
+    readonly property var shown: pages[Math.min(page, pages.length - 1)]
+    readonly property bool isLast: page >= totalPages - 1
+
+    padding: Metrics.onboardingPadding
+    implicitWidth: Metrics.onboardingWidth
+    implicitHeight: content.implicitHeight + 2 * padding
+    onAboutToShow: model.checkAccess()
+    onClosed: model.finish()
+
+    background: Backdrop {
+        radius: Metrics.dialogRadius
+        topColor: GCColor.bgBottom
+        tealCentre: Qt.point(0.2, 0.05)
+        violetCentre: Qt.point(0.9, 0.95)
+        tealEnd: 360
+        violetEnd: 360
+
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            color: "transparent"
+            border.color: GCColor.panelStroke
+        }
+    }
+
+    Column {
+        id: content
+        objectName: "onboardingContent"
+        width: parent.width
+        spacing: Metrics.onboardingSpacing
+        Accessible.role: Accessible.Dialog
+        Accessible.name: title.text
+        Accessible.description: message.text
+
+        OnboardingBadge {
+            anchors.horizontalCenter: parent.horizontalCenter
+            symbol: root.shown.symbol
+        }
+
+        Column {
+            width: parent.width
+            spacing: 8
+
+            Label {
+                id: title
+                objectName: "onboardingTitle"
+                width: parent.width
+                text: Texts.tr("onboard_title_" + root.shown.key)
+                font: Type.screenTitle
+                horizontalAlignment: Text.AlignHCenter
+                Accessible.role: Accessible.Heading
+            }
+
+            Label {
+                id: message
+                objectName: "onboardingMessage"
+                anchors.horizontalCenter: parent.horizontalCenter
+                width: evenWidth(Metrics.messageWidth)
+                height: Math.ceil(implicitHeight) // else what is below would stand between pixels
+                text: Texts.tr("onboard_message_" + root.shown.key)
+                font: Type.row
+                color: GCColor.textSecondary
+                horizontalAlignment: Text.AlignHCenter
+                lineHeight: 1.25
+            }
+        }
+
+        LanguageMenu {
+            objectName: "languagePicker"
+            anchors.horizontalCenter: parent.horizontalCenter
+            visible: root.page === 0
+        }
+
+        FeatureList {
+            width: parent.width
+            visible: root.page === 1
+        }
+
+        AccessStep {
+            width: parent.width
+            visible: root.page === 2
+            isGranted: root.model.hasFullDiskAccess
+            onCheckRequested: root.model.checkAccess()
+            onFocusLost: reason => next.forceActiveFocus(reason)
+        }
+
+        PageDots {
+            anchors.horizontalCenter: parent.horizontalCenter
+            page: root.page
+            count: root.totalPages
+        }
+
+        GradientButton {
+            id: next
+            objectName: "next"
+            width: parent.width
+            focus: true
+            verticalPadding: 12
+            text: Texts.tr(root.isLast ? "btn_start" : "btn_next")
+            glow: GCColor.alpha(GCColor.glowTeal, 0.35)
+            onClicked: {
+                if (root.isLast)
+                    root.close();
+                else
+                    ++root.page;
+            }
+        }
+    }
+}

@@ -1,0 +1,38 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Lumvale.Style
+
+/// Which page of how many.
+Row {
+    id: root
+
+    required property int page
+    required property int count
+
+    spacing: 8
+    Accessible.role: Accessible.Indicator
+    Accessible.name: (page + 1) + " / " + count
+
+    Repeater {
+        model: root.count
+
+        Rectangle {
+            required property int index
+
+            readonly property bool isCurrent: index === root.page
+
+            objectName: isCurrent ? "currentDot" : "dot"
+            width: 7
+            height: 7
+            radius: 3.5
+            color: isCurrent ? GCColor.glowTeal : GCColor.white(0.18)
+
+            Halo {
+                visible: parent.isCurrent
+                glow: GCColor.alpha(GCColor.glowTeal, 0.7)
+                radius: parent.radius
+                blur: 4
+            }
+        }
+    }
+}
