@@ -1,6 +1,6 @@
-// Goes through the window by real clicks on the disk that LUMVALE_DISK and LUMVALE_HOME name, leaves a
-// picture of each state in the folder given as its argument, and says what it moved. What it does, it does
-// for real.
+// Goes through the window by real clicks on the disk that LUMVALE_DISK and LUMVALE_HOME name, in English and
+// French or the languages that it is told, leaves a picture of each state in a folder, and says what it
+// moved. What it does, it does for real.
 
 #include "app/history/history_store.h"
 #include "app/i18n/localizer.h"
@@ -70,19 +70,45 @@ private:
     std::optional<OrdinaryUser> m_user;
 };
 
+/// How its speakers write figures and dates.
+const char* locale(AppLanguage language) {
+    switch (language) {
+    case AppLanguage::automatic:
+    case AppLanguage::fr:
+        return "fr_FR.UTF-8";
+    case AppLanguage::en:
+        return "en_US.UTF-8";
+    case AppLanguage::srLatin:
+        return "sr_RS.UTF-8@latin";
+    case AppLanguage::srCyrillic:
+        return "sr_RS.UTF-8";
+    case AppLanguage::de:
+        return "de_DE.UTF-8";
+    case AppLanguage::es:
+        return "es_ES.UTF-8";
+    case AppLanguage::it:
+        return "it_IT.UTF-8";
+    case AppLanguage::pt:
+        return "pt_PT.UTF-8";
+    case AppLanguage::ru:
+        return "ru_RU.UTF-8";
+    }
+    return "C.UTF-8";
+}
+
 class Tour {
 public:
-    Tour(const platform::Disk& disk, QDir folder)
+    Tour(const platform::Disk& disk, QDir folder, QSize size)
         : m_disk(disk),
           m_folder(std::move(folder)),
+          m_size(size),
           m_trash(disk.hostRoot() + platform::trashFolder(disk)),
           m_mail(disk.hostRoot() + disk.inHome("Library/Mail")),
           m_history(disk) {}
 
     void run(AppLanguage language) {
         Localizer::shared().setLanguage(language);
-        // Figures and dates are written as the environment says.
-        qputenv("LC_ALL", language == AppLanguage::fr ? "fr_FR.UTF-8" : "en_US.UTF-8");
+        qputenv("LC_ALL", locale(language));
         m_language = rawValue(language);
         m_number = 0;
         QSettings().remove("didOnboard");
@@ -90,7 +116,10 @@ public:
         fs::rename(m_mail, m_mail.native() + " aside");
         LumvaleWindow lumvale(m_disk, m_history, qtExecutor());
         m_window = lumvale.window();
-        expect(m_window && QTest::qWaitForWindowExposed(m_window), "the window opens");
+        expect(m_window, "the window is made");
+        if (m_size.isValid())
+            m_window->resize(m_size);
+        expect(QTest::qWaitForWindowExposed(m_window), "the window opens");
         m_driver.emplace(*m_window);
         m_model = m_window->findChild<ScanViewModel*>();
 
@@ -249,6 +278,7 @@ private:
 
     platform::Disk m_disk;
     QDir m_folder;
+    QSize m_size;                                 ///< of the window; invalid for its own
     QList<std::pair<QString, QImage>> m_pictures; ///< not saved yet
     std::optional<ClosedTrash> m_closed;
     fs::path m_trash;
@@ -264,21 +294,35 @@ private:
 } // namespace
 
 int main(int argc, char** argv) {
-    const char* root = std::getenv("LUMVALE_DISK");
-    const char* home = std::getenv("LUMVALE_HOME");
-    if (argc != 2 || !root || !home)
-        fail("usage: LUMVALE_DISK=… LUMVALE_HOME=… lumvale-tour FOLDER-FOR-PICTURES");
-    const auto disk = platform::Disk::open(root, home);
-    if (!disk)
-        fail(disk.error().description);
-    const QDir pictures(QString::fromLocal8Bit(argv[1]));
-    expect(pictures.mkpath("."), "the folder for the pictures is made");
-
     const OwnSettings settings;
     QGuiApplication application(argc, argv);
+    const char* root = std::getenv("LUMVALE_DISK");
+    const char* home = std::getenv("LUMVALE_HOME");
+    QStringList arguments = QGuiApplication::arguments().mid(1);
+    QSize size;
+    if (arguments.value(0) == "--size" && arguments.size() >= 3) {
+        const QStringList sides = arguments[1].split('x');
+        size = {sides.value(0).toInt(), sides.value(1).toInt()};
+        arguments.remove(0, 2);
+    }
+    std::vector<AppLanguage> languages;
+    for (const QString& name : arguments.mid(1)) {
+        languages.push_back(appLanguage(name).value_or(AppLanguage::automatic));
+        expect(languages.back() != AppLanguage::automatic, name.toStdString() + " is a language");
+    }
+    if (languages.empty())
+        languages = {AppLanguage::en, AppLanguage::fr};
+    if (arguments.isEmpty() || !root || !home)
+        fail("usage: LUMVALE_DISK=… LUMVALE_HOME=… lumvale-tour [--size WIDTHxHEIGHT] FOLDER-FOR-PICTURES "
+             "[LANGUAGE…]");
+    const auto disk = platform::Disk::ofEnvironment();
+    if (!disk)
+        fail(disk.error().description);
+    const QDir pictures(arguments.front());
+    expect(pictures.mkpath("."), "the folder for the pictures is made");
 
-    Tour tour(*disk, pictures);
-    for (const AppLanguage language : {AppLanguage::en, AppLanguage::fr})
+    Tour tour(*disk, pictures, size);
+    for (const AppLanguage language : languages)
         tour.run(language);
     std::printf("The pictures are in %s\n", qPrintable(pictures.absolutePath()));
 }
