@@ -5,7 +5,7 @@
 #include <algorithm>
 
 int StorageEntriesModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(m_entries.size());
+    return parent.isValid() ? 0 : count();
 }
 
 QVariant StorageEntriesModel::data(const QModelIndex& index, int role) const {
@@ -17,8 +17,6 @@ QVariant StorageEntriesModel::data(const QModelIndex& index, int role) const {
         return display::text(entry.name);
     case SizeRole:
         return display::size(entry.sizeBytes);
-    case SizeBytesRole:
-        return static_cast<double>(entry.sizeBytes);
     case ShareRole:
         return static_cast<double>(entry.sizeBytes) / static_cast<double>(m_largest);
     default:
@@ -30,7 +28,6 @@ QHash<int, QByteArray> StorageEntriesModel::roleNames() const {
     return {
         {NameRole, "name"},
         {SizeRole, "size"},
-        {SizeBytesRole, "sizeBytes"},
         {ShareRole, "share"},
     };
 }
@@ -42,4 +39,5 @@ void StorageEntriesModel::setEntries(std::vector<StorageEntry> entries) {
     for (const StorageEntry& entry : m_entries)
         m_largest = std::max(m_largest, entry.sizeBytes);
     endResetModel();
+    Q_EMIT entriesChanged();
 }

@@ -9,13 +9,13 @@
 /// The rows of the storage breakdown, in the order in which the core gives them.
 class StorageEntriesModel : public QAbstractListModel {
     Q_OBJECT
+    Q_PROPERTY(int count READ count NOTIFY entriesChanged)
 
 public:
     enum Role {
         NameRole = Qt::UserRole + 1,
-        SizeRole,      ///< formatted
-        SizeBytesRole, ///< as a number, for areas
-        ShareRole,     ///< of the largest row's size, 0 to 1
+        SizeRole,  ///< formatted
+        ShareRole, ///< of the largest row's size, 0 to 1
     };
 
     using QAbstractListModel::QAbstractListModel;
@@ -24,8 +24,12 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
+    int count() const { return static_cast<int>(m_entries.size()); }
     void setEntries(std::vector<StorageEntry> entries);
     const std::vector<StorageEntry>& entries() const { return m_entries; }
+
+Q_SIGNALS:
+    void entriesChanged();
 
 private:
     std::vector<StorageEntry> m_entries;

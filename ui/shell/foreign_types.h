@@ -5,6 +5,7 @@
 #include "app/models/onboarding_model.h"
 #include "app/models/scan_items_model.h"
 #include "app/models/scan_view_model.h"
+#include "app/models/storage_entries_model.h"
 
 #include <QJSEngine>
 #include <QQmlEngine>
@@ -51,4 +52,11 @@ struct ForeignOnboardingModel {
     QML_FOREIGN(OnboardingModel)
     QML_NAMED_ELEMENT(OnboardingModel)
     QML_UNCREATABLE("ScreenModels makes them")
+};
+
+struct ForeignStorageEntriesModel {
+    Q_GADGET
+    QML_FOREIGN(StorageEntriesModel)
+    QML_NAMED_ELEMENT(StorageEntriesModel)
+    QML_UNCREATABLE("a part of ScanViewModel")
 };

@@ -22,6 +22,8 @@ QtObject {
     /// Text on what has lost its glow for now: less than before, and still to be read.
     readonly property color faded: alpha(textPrimary, 0.75)
     readonly property color track: white(0.08)
+    readonly property color barTrack: white(0.07)
+    readonly property color selection: white(0.07)
     readonly property color checkOutline: white(0.3)
     /// Barely: more of it would take the contrast from the texts on it.
     readonly property color hover: white(0.015)
@@ -34,6 +36,24 @@ QtObject {
     /// Dialogs lie above everything, so nothing may show through them.
     readonly property color dialog: Qt.rgba(0.075, 0.095, 0.14, 1)
     readonly property color shade: Qt.rgba(0.01, 0.015, 0.03, 0.66)
+
+    /// Of the tiles of a map and of whatever stands for the same thing, by position, again from the first after the
+    /// last.
+    readonly property list<color> tiles: [
+        glowTeal,
+        glowViolet,
+        amber,
+        Qt.rgba(1, 0.56, 0.48, 1),
+        Qt.rgba(0.42, 0.74, 1, 1),
+        Qt.rgba(0.73, 0.55, 1, 1),
+        Qt.rgba(0.55, 0.86, 0.56, 1),
+        Qt.rgba(1, 0.62, 0.8, 1)
+    ]
+
+    function tile(position: int): color {
+        // A row that is about to go is at -1.
+        return tiles[Math.max(0, position) % tiles.length];
+    }
 
     function white(opacity: real): color {
         return Qt.rgba(1, 1, 1, opacity);

@@ -16,6 +16,11 @@ QtObject {
     readonly property int onboardingPadding: 32
     readonly property int onboardingSpacing: 24
     readonly property int messageWidth: 360
+    readonly property int breakdownWidth: 480
+    readonly property int breakdownHeight: 620
+    readonly property int tileRadius: 12
+    readonly property int rowRadius: 9
+    readonly property int rowPadding: 10
     readonly property int tabBarRadius: 13
     readonly property int tabRadius: 9
     readonly property int tabSpacing: 4

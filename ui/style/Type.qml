@@ -8,18 +8,22 @@ QtObject {
     readonly property font title: text(26, Font.Bold)
     readonly property font screenTitle: text(21, Font.Bold)
     readonly property font score: text(17, Font.Bold)
+    readonly property font sheetTitle: text(17, Font.Bold)
     readonly property font heading: text(15, Font.DemiBold)
     readonly property font loading: text(14.5, Font.DemiBold)
     readonly property font button: text(13.5, Font.DemiBold)
+    readonly property font rowName: text(13.5, Font.Medium)
     readonly property font row: text(13.5, Font.Normal)
     readonly property font body: text(13, Font.Normal)
     readonly property font smallButton: text(12.5, Font.DemiBold)
     readonly property font step: text(12.5, Font.Normal)
+    readonly property font sheetSubtitle: text(12.5, Font.Normal)
     readonly property font section: text(12.5, Font.DemiBold)
     readonly property font message: text(12, Font.Normal)
     readonly property font caption: text(11.5, Font.Normal)
     readonly property font stepNumber: text(11, Font.DemiBold)
     readonly property font fine: text(10.5, Font.Normal)
+    readonly property font finest: text(9.5, Font.Normal)
 
     // Controls would take another family than texts do, were it not said.
     readonly property FontMetrics ofApplication: FontMetrics {}

@@ -1,0 +1,127 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lumvale.Style
+
+/// One tile of the map. All of its place can be hit; what is seen of it keeps a little off its neighbours. It has
+/// words only where there is room for them, and then whole.
+T.AbstractButton {
+    id: root
+
+    required property rect rect
+    required property string name
+    required property string size
+
+    property color color
+    property bool isSelected: false
+
+    // Narrow tiles need all the room for their words.
+    readonly property int margin: width > 80 ? 7 : 4
+    readonly property real wordsHeight: face.height - 2 * 5
+    readonly property bool hasRoom: width > 46 && height > 30
+    readonly property bool showsName: hasRoom && nameText.contentHeight <= wordsHeight
+    readonly property bool showsSize: showsName && height > 46 && sizeText.contentWidth <= nameText.width && nameText.contentHeight + sizeText.contentHeight <= wordsHeight
+
+    objectName: "tile"
+    x: rect.x
+    y: rect.y
+    z: visualFocus ? 2 : isSelected ? 1 : 0
+    width: rect.width
+    height: rect.height
+    hoverEnabled: true
+    focusPolicy: Qt.ClickFocus
+
+    Accessible.role: Accessible.Button
+    Accessible.name: name + ", " + size
+    Accessible.selectable: true
+    Accessible.selected: isSelected
+    Accessible.onPressAction: clicked()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    // On whole pixels of the screen, one short of each edge unless that leaves next to nothing.
+    Rectangle {
+        id: face
+
+        readonly property int across: Math.round(root.rect.right) - Math.round(root.rect.left)
+        readonly property int down: Math.round(root.rect.bottom) - Math.round(root.rect.top)
+        readonly property int fromSide: across > 3 ? 1 : 0
+        readonly property int fromTop: down > 3 ? 1 : 0
+
+        x: Math.round(root.x) - root.x + fromSide
+        y: Math.round(root.y) - root.y + fromTop
+        width: across - 2 * fromSide
+        height: down - 2 * fromTop
+        radius: Metrics.tileRadius
+        color: root.color
+
+        // White letters need some dusk behind them.
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            visible: root.showsName
+            gradient: Gradient {
+                GradientStop {
+                    position: 0
+                    color: GCColor.alpha(GCColor.ink, 0.62)
+                }
+                GradientStop {
+                    position: Math.min(1, (sizeText.y + sizeText.contentHeight) / face.height)
+                    color: GCColor.alpha(GCColor.ink, 0.54)
+                }
+                GradientStop {
+                    position: 1
+                    color: GCColor.alpha(GCColor.ink, 0)
+                }
+            }
+        }
+
+        PlainText {
+            id: nameText
+            objectName: "tileName"
+            x: root.margin
+            y: 5
+            width: face.width - 2 * x
+            visible: root.showsName
+            text: root.hasRoom ? root.name : ""
+            wrapMode: Text.Wrap
+            font: Type.fine
+            // Rather a little smaller than a word broken for one letter.
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: Type.finest.pixelSize
+            color: GCColor.white(0.75)
+        }
+
+        PlainText {
+            id: sizeText
+            objectName: "tileSize"
+            x: root.margin
+            y: nameText.y + nameText.contentHeight
+            visible: root.showsSize
+            text: root.hasRoom ? root.size : ""
+            font: Type.finest
+            color: GCColor.white(0.6)
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            visible: root.hovered
+            color: GCColor.hoverVeil
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            visible: root.isSelected
+            color: "transparent"
+            border.color: GCColor.white(1)
+            border.width: 2
+        }
+
+        FocusRing {
+            outset: 2
+            parentRadius: parent.radius
+            visible: root.visualFocus
+        }
+    }
+}
