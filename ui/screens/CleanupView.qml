@@ -29,12 +29,33 @@ FocusScope {
         anchors.rightMargin: Metrics.screenPadding
         spacing: 16
 
-        HealthCard {
+        Item {
             width: parent.width
+            height: card.height
             visible: root.model.hasHealth
-            score: root.model.healthScore
-            freeDisk: root.model.freeDisk
-            totalDisk: root.model.totalDisk
+
+            HealthCard {
+                id: card
+                anchors.left: parent.left
+                anchors.right: storageButton.left
+                anchors.rightMargin: 16
+                score: root.model.healthScore
+                freeDisk: root.model.freeDisk
+                totalDisk: root.model.totalDisk
+            }
+
+            QuietButton {
+                id: storageButton
+                objectName: "storageButton"
+                anchors.right: parent.right
+                anchors.verticalCenter: card.verticalCenter
+                horizontalPadding: 14
+                verticalPadding: 9
+                symbol: "chart.pie.fill"
+                symbolSize: 11
+                text: Texts.tr("btn_storage_breakdown")
+                onClicked: root.model.loadStorageBreakdown()
+            }
         }
 
         TrashRow {
@@ -109,5 +130,12 @@ FocusScope {
         confirmText: Texts.tr("btn_empty_trash")
         onConfirmed: root.model.confirmEmptyTrash()
         onClosed: root.model.showEmptyTrashConfirm = false
+    }
+
+    StorageBreakdownView {
+        visible: root.model.showStorageBreakdown
+        entries: root.model.storageEntries
+        isLoading: root.model.isLoadingStorageBreakdown
+        onClosed: root.model.showStorageBreakdown = false
     }
 }

@@ -1,0 +1,90 @@
+import QtQuick
+import Lumvale
+import Lumvale.Style
+
+/// Where the space goes: a sheet that only shows, and changes nothing.
+Sheet {
+    id: root
+
+    required property StorageEntriesModel entries
+    required property bool isLoading
+
+    implicitWidth: Metrics.breakdownWidth
+    implicitHeight: Metrics.breakdownHeight
+    // Unless a quick hand was there before; and with a ring only for those who came by keys.
+    onOpened: if (!content.activeFocus)
+        closeButton.forceActiveFocus(returnReason)
+    onClosed: content.focus = false
+
+    FocusScope {
+        id: content
+        anchors.fill: parent
+        Accessible.role: Accessible.Dialog
+        Accessible.name: Texts.tr("storage_breakdown_title")
+
+        Column {
+            id: header
+            anchors.left: parent.left
+            anchors.right: closeButton.left
+            anchors.rightMargin: 20
+            spacing: 5
+
+            Label {
+                objectName: "storageTitle"
+                width: parent.width
+                text: Texts.tr("storage_breakdown_title")
+                font: Type.sheetTitle
+                Accessible.role: Accessible.Heading
+            }
+
+            Label {
+                objectName: "storageSubtitle"
+                width: parent.width
+                text: Texts.tr("storage_breakdown_subtitle")
+                font: Type.sheetSubtitle
+                color: GCColor.textSecondary
+                lineHeight: 1.2
+            }
+        }
+
+        QuietButton {
+            id: closeButton
+            objectName: "closeButton"
+            anchors.right: parent.right
+            horizontalPadding: 8
+            verticalPadding: 8
+            symbol: "xmark"
+            symbolSize: 11
+            Accessible.name: Texts.tr("btn_cancel")
+            onClicked: root.close()
+        }
+
+        Item {
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: header.bottom
+            anchors.topMargin: 18
+            anchors.bottom: parent.bottom
+
+            GlowLoadingIndicator {
+                objectName: "storageLoading"
+                anchors.centerIn: parent
+                visible: root.isLoading
+                label: Texts.tr("storage_breakdown_loading")
+            }
+
+            EmptyPrompt {
+                objectName: "storageEmpty"
+                anchors.centerIn: parent
+                visible: !root.isLoading && root.entries.count === 0
+                text: Texts.tr("storage_breakdown_empty")
+            }
+
+            StorageBreakdown {
+                anchors.fill: parent
+                visible: !root.isLoading && root.entries.count > 0
+                entries: root.entries
+            }
+        }
+    }
+}
