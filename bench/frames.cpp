@@ -1,0 +1,275 @@
+#include "app/history/history_store.h"
+#include "app/models/background.h"
+#include "app/models/scan_items_model.h"
+#include "app/models/scan_view_model.h"
+#include "ui/shell/lumvale_window.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <sys/resource.h>
+
+// What the window costs the processor, all threads of the program together: a frame of what moves on its
+// screens, and a result of 100,000 rows from the end of the scan to the first frame that shows some of it.
+// Scenes take turns, so that a busy moment of the machine falls on all of them; the medians are printed.
+
+namespace {
+
+constexpr int rowCount = 100'000;
+constexpr int rounds = 7;
+constexpr int framesBefore = 20; ///< textures and shaders are made in them
+constexpr int framesMeasured = 90;
+
+double processorMilliseconds() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto milliseconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) * 1000 + static_cast<double>(time.tv_usec) / 1000;
+    };
+    return milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
+}
+
+double median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+[[noreturn]] void fail(const QString& what) {
+    std::fprintf(stderr, "bench-frames: %s\n", qPrintable(what));
+    std::exit(EXIT_FAILURE);
+}
+
+/// Runs the event loop until a frame is swapped after which this holds.
+void runUntilFrame(QQuickWindow& window, const std::function<bool()>& holds) {
+    QEventLoop loop;
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &loop, [&] {
+        if (holds())
+            loop.quit();
+    });
+    loop.exec();
+}
+
+/// Of a window where something moves in every frame.
+double processorPerFrame(QQuickWindow& window) {
+    window.show();
+    int frame = 0;
+    runUntilFrame(window, [&] { return ++frame == framesBefore; });
+    const double start = processorMilliseconds();
+    runUntilFrame(window, [&] { return ++frame == framesBefore + framesMeasured; });
+    const double end = processorMilliseconds();
+    window.hide();
+    return (end - start) / framesMeasured;
+}
+
+std::unique_ptr<QObject> make(QQmlEngine& engine, const QByteArray& qml, const QVariantMap& properties = {}) {
+    QQmlComponent component(&engine);
+    component.setData("import QtQuick\nimport Lumvale\nimport Lumvale.Style\n" + qml, QUrl());
+    std::unique_ptr<QObject> object(component.createWithInitialProperties(properties));
+    if (!object)
+        fail(component.errorString());
+    return object;
+}
+
+/// Scrolls a list for as long as it lives, about a row a frame.
+std::unique_ptr<QObject> makeScroll(QQmlEngine& engine, QQuickItem* list) {
+    return make(engine, "Clock { onTriggered: seen.contentY += 48 }", {{"seen", QVariant::fromValue(list)}});
+}
+
+/// A home whose scan finds as many rows, the first so large that its tick changes the sum that is shown.
+void fillHome(const std::filesystem::path& home) {
+    const std::filesystem::path caches = home / "Library/Caches";
+    std::filesystem::create_directories(caches);
+    for (int i = 0; i < rowCount; ++i) {
+        const std::filesystem::path cache = caches / ("com.example.application-" + std::to_string(i));
+        std::ofstream(cache).close();
+        std::filesystem::resize_file(cache, i == 0 ? 4'000'000'000'000 : 1'234'567 * (i % 97 + 1));
+    }
+}
+
+struct Cost {
+    double wall;
+    double processor;
+};
+
+/// The cleanup screen in the program's own window, with a real result.
+class Screen {
+public:
+    Screen(const platform::Disk& disk, HistoryStore& history)
+        : m_lumvale(disk, history, executor()), m_model(m_lumvale.window()->findChild<ScanViewModel*>()) {}
+
+    QQuickWindow& window() const { return *m_lumvale.window(); }
+    QQmlEngine& engine() const { return *qmlEngine(m_lumvale.window()); }
+    QQuickItem* list() const { return m_lumvale.window()->findChild<QQuickItem*>("resultsList"); }
+
+    ScanItemsModel* items() const { return m_model->items(); }
+
+    /// From the moment when the model is handed its result.
+    Cost firstRows() {
+        m_model->runScan();
+        runUntilFrame(window(), [this] { return m_model->hasResult() && !m_model->isScanning(); });
+        if (list()->property("count").toInt() != rowCount || !list()->isVisible())
+            fail("the list is not what was scanned");
+        return {static_cast<double>(m_sinceHandedOver.nsecsElapsed()) / 1e6,
+                processorMilliseconds() - m_processorBefore};
+    }
+
+    /// Ticking a row, up to the swap of the frame that shows it.
+    Cost toggle() {
+        QElapsedTimer timer;
+        const auto* label = m_lumvale.window()->findChild<QQuickItem*>("selectionLabel");
+        const QString before = label->property("text").toString();
+        const double processorBefore = processorMilliseconds();
+        timer.start();
+        m_model->items()->toggle(0);
+        const QString after = label->property("text").toString();
+        if (before.section("·", 0, 0) == after.section("·", 0, 0)
+            || before.section("·", 1) == after.section("·", 1))
+            fail("count and size don't follow a toggle at once");
+        runUntilFrame(window(), [] { return true; });
+        return {static_cast<double>(timer.nsecsElapsed()) / 1e6, processorMilliseconds() - processorBefore};
+    }
+
+private:
+    platform::Executor executor() {
+        return {.background = qtExecutor().background,
+                .interfaceThread = [this](platform::Executor::Job job) {
+                    qtExecutor().interfaceThread([this, job = std::move(job)] {
+                        m_sinceHandedOver.start();
+                        m_processorBefore = processorMilliseconds();
+                        job();
+                    });
+                }};
+    }
+
+    QElapsedTimer m_sinceHandedOver;
+    double m_processorBefore = 0;
+    LumvaleWindow m_lumvale;
+    ScanViewModel* m_model;
+};
+
+struct Scene {
+    const char* name;
+    const char* content; ///< of a window; none for the program's own
+};
+
+// The names are as a reader of the table wants them.
+constexpr Scene scenes[] = {
+    {"an empty window where a dot moves", R"(
+        Rectangle {
+            id: dot
+            width: 4
+            height: 4
+            Clock { seen: dot; onTriggered: dot.x = currentFrame % 100 }
+        })"},
+    {"the list while it scrolls, as large as in the window", R"(
+        ResultsList { x: 24; y: 342; width: 992; height: 367; items: window.items })"},
+    {"the list while it scrolls, filling the window", R"(
+        ResultsList { anchors.fill: parent; items: window.items })"},
+    {"the sign of a long wait", R"(
+        GlowLoadingIndicator { anchors.centerIn: parent; label: 'Searching the disk' })"},
+    {"a ring that turns", R"(
+        Ring {
+            id: ring
+            anchors.centerIn: parent
+            width: 42
+            height: 42
+            share: 0.72
+            to: GCColor.glowViolet
+            glow: GCColor.glowTeal
+            Clock { seen: ring; onTriggered: ring.rotation = currentFrame }
+        })"},
+    {"a glowing text", R"(
+        BreathingTitle { anchors.centerIn: parent; title: 'Lumvale' })"},
+    {"the whole cleanup screen while its list scrolls", nullptr},
+};
+
+void measureFrames(const Screen& screen) {
+    struct Measured {
+        std::unique_ptr<QObject> own;
+        QQuickWindow* window;
+        std::unique_ptr<QObject> scroll;
+        std::vector<double> costs;
+    };
+    std::vector<Measured> all;
+    for (const Scene& scene : scenes) {
+        Measured& measured = all.emplace_back();
+        if (scene.content)
+            measured.own = make(screen.engine(),
+                                "Window { id: window; width: 1040; height: 800; color: GCColor.bgBottom\n"
+                                "property ScanItemsModel items\n"
+                                    + QByteArray(scene.content) + "}",
+                                {{"items", QVariant::fromValue(screen.items())}});
+        measured.window = scene.content ? qobject_cast<QQuickWindow*>(measured.own.get()) : &screen.window();
+        if (auto* list = measured.window->findChild<QQuickItem*>("resultsList"))
+            measured.scroll = makeScroll(screen.engine(), list);
+    }
+    screen.window().hide();
+    for (int round = 0; round < rounds; ++round)
+        for (Measured& measured : all)
+            measured.costs.push_back(processorPerFrame(*measured.window));
+
+    const double floor = median(all.front().costs);
+    std::printf("| what moves | CPU ms a frame | above the empty window |\n|---|---:|---:|\n");
+    for (std::size_t i = 0; i < all.size(); ++i)
+        std::printf("| %s | %.2f | %.2f |\n", scenes[i].name, median(all[i].costs),
+                    median(all[i].costs) - floor);
+}
+
+void measureMoments(Screen& screen) {
+    struct Moment {
+        const char* name;
+        Cost (Screen::*happens)();
+        std::vector<double> wall;
+        std::vector<double> processor;
+    } moments[] = {
+        {"from the result to the frame with the first rows", &Screen::firstRows, {}, {}},
+        {"from a toggle to the frame with it, the count and the sum", &Screen::toggle, {}, {}},
+    };
+    for (int round = 0; round < rounds; ++round)
+        for (Moment& moment : moments) {
+            const Cost cost = (screen.*moment.happens)();
+            moment.wall.push_back(cost.wall);
+            moment.processor.push_back(cost.processor);
+        }
+    std::printf("| with 100,000 rows | wall ms | CPU ms |\n|---|---:|---:|\n");
+    for (const Moment& moment : moments)
+        std::printf("| %s | %.0f | %.0f |\n", moment.name, median(moment.wall), median(moment.processor));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QGuiApplication::setOrganizationName("Lumvale Bench");
+    const QTemporaryDir folder;
+    fillHome(folder.filePath("Users/me").toStdString());
+    const platform::Result<platform::Disk> disk =
+        platform::Disk::open(folder.path().toStdString(), "/Users/me");
+    if (!disk)
+        fail(QString::fromStdString(disk.error().description));
+
+    HistoryStore history(*disk);
+    Screen screen(*disk, history);
+    measureMoments(screen);
+    std::printf("\n");
+    measureFrames(screen);
+}
