@@ -292,6 +292,7 @@ void StyleTest::standsStillUnseen() {
     QFETCH(QWindow::Visibility, visibility);
     QVERIFY(QTest::qWaitForWindowExposed(m_lumvale.window()));
     const QQuickItem* title = Driver(*m_lumvale.window()).item("title");
+    QVERIFY(title);
     const QSignalSpy breaths(title, SIGNAL(phaseChanged()));
     m_lumvale.window()->setVisibility(visibility);
     QTest::qWait(100); // what was on its way

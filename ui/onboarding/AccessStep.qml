@@ -33,7 +33,7 @@ Column {
             objectName: "onboard_fda_granted"
             width: Math.min(implicitWidth, root.width - 25)
             text: Texts.tr("onboard_fda_granted")
-            font: Type.step
+            font: Type.note
             Accessible.role: Accessible.AlertMessage
         }
     }
@@ -74,7 +74,7 @@ Column {
                 anchors.right: parent.right
                 y: Math.max(0, Math.round((circle.height - height) / 2))
                 text: Texts.tr(step.modelData)
-                font: Type.step
+                font: Type.note
                 Accessible.name: (step.index + 1) + ". " + text
             }
         }

@@ -41,7 +41,7 @@ Sheet {
                 objectName: "storageSubtitle"
                 width: parent.width
                 text: Texts.tr("storage_breakdown_subtitle")
-                font: Type.sheetSubtitle
+                font: Type.note
                 color: GCColor.textSecondary
                 lineHeight: 1.2
             }

@@ -38,17 +38,14 @@ T.Button {
 
         Symbol {
             anchors.verticalCenter: parent.verticalCenter
-            width: 13
-            height: 13
+            size: 11.5
             name: "globe"
             color: GCColor.textSecondary
         }
 
-        Text {
+        PlainText {
             text: root.text
-            textFormat: Text.PlainText
             font: root.font
-            color: GCColor.textPrimary
         }
     }
 

@@ -67,9 +67,8 @@ Panel {
                         root.walkTo(event.key === Qt.Key_Home ? 0 : tabs.count - 1);
                 }
 
-                contentItem: Text {
+                contentItem: PlainText {
                     text: button.text
-                    textFormat: Text.PlainText
                     font: button.font
                     color: button.isCurrent || button.hovered ? GCColor.textPrimary : GCColor.textSecondary
                 }
