@@ -126,6 +126,7 @@ public:
         introduce();
         take("empty");
         scan();
+        seeWhereTheSpaceGoes();
         tick();
         move();
         failToEmpty();
@@ -160,6 +161,16 @@ private:
         waitFor("the scan ends", [this] { return m_model->hasResult() && !m_model->isScanning(); });
         expect(m_model->items()->rowCount() > 0, "the scan finds something");
         take("results");
+    }
+
+    void seeWhereTheSpaceGoes() {
+        expect(m_driver->click("storageButton"), "the storage sheet opens");
+        waitFor("the map is there", [this] { return m_driver->items("tile").size() > 3; });
+        take("storage");
+        m_driver->click(*m_driver->items("tile")[2]);
+        take("storage selected");
+        expect(m_driver->click("closeButton"), "the sheet is closed");
+        waitFor("the sheet is gone", [this] { return !m_driver->isShown("storageTitle"); });
     }
 
     /// Ticks the first row in sight that isn't, or takes the tick from the first one.
