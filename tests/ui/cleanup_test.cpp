@@ -48,19 +48,6 @@ private:
     std::deque<platform::Executor::Job> m_jobs;
 };
 
-/// A click that the window system has to say while the program is blocked: it waits in the queue, and with it
-/// this thread.
-std::jthread clickLater(QQuickWindow& window, QPoint place) {
-    return std::jthread([&window, place, global = window.mapToGlobal(place)] {
-        const auto tell = [&](QEvent::Type type, Qt::MouseButtons buttons) {
-            qt_handleMouseEvent(&window, place, global, buttons, Qt::LeftButton, type, Qt::NoModifier,
-                                ++QTest::lastMouseTimestamp);
-        };
-        tell(QEvent::MouseButtonPress, Qt::LeftButton);
-        tell(QEvent::MouseButtonRelease, Qt::NoButton);
-    });
-}
-
 } // namespace
 
 /// The cleanup screen as its user meets it: the real window, clicks and keys, real files.
@@ -514,7 +501,7 @@ void CleanupTest::showsThatItIsBusyWhileItBlocks() {
     connect(model(), &ScanViewModel::lastDeletedCountChanged, &until, [&] {
         // Here the program is blocked. Its user sees that, and clicks all the same.
         wasSeen = isBusyOnScreen;
-        clicking = clickLater(*window, place);
+        clicking = m_driver->clickLater(place);
         QThread::msleep(50);
     });
     QVERIFY(m_driver->click("confirm"));

@@ -91,6 +91,17 @@ QPoint Driver::centre(const QQuickItem& item) const {
     return inScene(item).center().toPoint();
 }
 
+std::jthread Driver::clickLater(QPoint place) const {
+    return std::jthread([&window = m_window, place, global = m_window.mapToGlobal(place)] {
+        const auto tell = [&](QEvent::Type type, Qt::MouseButtons buttons) {
+            qt_handleMouseEvent(&window, place, global, buttons, Qt::LeftButton, type, Qt::NoModifier,
+                                ++QTest::lastMouseTimestamp);
+        };
+        tell(QEvent::MouseButtonPress, Qt::LeftButton);
+        tell(QEvent::MouseButtonRelease, Qt::NoButton);
+    });
+}
+
 void Driver::key(Qt::Key key) const {
     QTest::keyClick(&m_window, key);
 }

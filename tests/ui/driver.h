@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <thread>
 #include <vector>
 
 /// Eyes and hands on a real window: what it finds is visible, and what it clicks is clicked where it lies.
@@ -32,6 +33,10 @@ public:
     bool click(const char* name) const;
     void click(const QQuickItem& item) const;
     QPoint centre(const QQuickItem& item) const;
+
+    /// A click that the window system has to say while the program is blocked: it waits in the queue, and
+    /// with it the thread.
+    std::jthread clickLater(QPoint place) const;
 
     void key(Qt::Key key) const;
 
