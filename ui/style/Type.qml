@@ -23,6 +23,7 @@ QtObject {
     readonly property font stepNumber: text(11, Font.DemiBold)
     readonly property font fine: text(10.5, Font.Normal)
     readonly property font finest: text(9.5, Font.Normal)
+    readonly property font badge: text(10.5, Font.DemiBold)
 
     // Controls would take another family than texts do, were it not said.
     readonly property FontMetrics ofApplication: FontMetrics {}

@@ -1,0 +1,25 @@
+import QtQuick
+
+/// A few words that set one entry apart from its neighbours. Stands on their baseline.
+Rectangle {
+    id: root
+
+    required property string text
+
+    implicitWidth: Math.ceil(label.implicitWidth) + 2 * 7
+    implicitHeight: Math.ceil(label.implicitHeight) + 2 * 1
+    baselineOffset: label.y + label.baselineOffset
+    radius: height / 2
+    color: GCColor.amber
+
+    Label {
+        id: label
+        objectName: "badge"
+        anchors.centerIn: parent
+        text: root.text
+        font: Type.badge
+        color: GCColor.ink
+        wrapMode: Text.NoWrap
+        Accessible.ignored: true
+    }
+}
