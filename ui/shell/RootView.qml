@@ -29,10 +29,7 @@ FocusScope {
             }
         },
         Component {
-            PlainView {
-                title: Texts.tr("startup_title")
-                subtitle: Texts.tr("startup_subtitle")
-            }
+            StartupView {}
         },
         Component {
             PlainView {

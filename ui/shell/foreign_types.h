@@ -5,6 +5,8 @@
 #include "app/models/onboarding_model.h"
 #include "app/models/scan_items_model.h"
 #include "app/models/scan_view_model.h"
+#include "app/models/startup_items_model.h"
+#include "app/models/startup_view_model.h"
 #include "app/models/storage_entries_model.h"
 
 #include <QJSEngine>
@@ -38,6 +40,20 @@ struct ForeignScanItemsModel {
     QML_FOREIGN(ScanItemsModel)
     QML_NAMED_ELEMENT(ScanItemsModel)
     QML_UNCREATABLE("a part of ScanViewModel")
+};
+
+struct ForeignStartupViewModel {
+    Q_GADGET
+    QML_FOREIGN(StartupViewModel)
+    QML_NAMED_ELEMENT(StartupViewModel)
+    QML_UNCREATABLE("ScreenModels makes them")
+};
+
+struct ForeignStartupItemsModel {
+    Q_GADGET
+    QML_FOREIGN(StartupItemsModel)
+    QML_NAMED_ELEMENT(StartupItemsModel)
+    QML_UNCREATABLE("a part of StartupViewModel")
 };
 
 struct ForeignHistoryModel {

@@ -21,9 +21,9 @@ QtObject {
     readonly property font message: text(12, Font.Normal)
     readonly property font caption: text(11.5, Font.Normal)
     readonly property font stepNumber: text(11, Font.DemiBold)
+    readonly property font badge: text(10.5, Font.DemiBold)
     readonly property font fine: text(10.5, Font.Normal)
     readonly property font finest: text(9.5, Font.Normal)
-    readonly property font badge: text(10.5, Font.DemiBold)
 
     // Controls would take another family than texts do, were it not said.
     readonly property FontMetrics ofApplication: FontMetrics {}

@@ -1,0 +1,106 @@
+import QtQuick
+import Lumvale
+import Lumvale.Style
+
+/// What starts with the session, and the way to end that.
+FocusScope {
+    id: root
+
+    // Made with the screen and gone with it: a list that comes later then has nobody to go to.
+    readonly property StartupViewModel model: ScreenModels.startup(root)
+
+    Component.onCompleted: {
+        if (!model.hasItems)
+            model.load();
+    }
+
+    Column {
+        id: header
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: Metrics.screenPadding
+        spacing: 10
+
+        ScreenHeader {
+            width: parent.width
+            title: Texts.tr("startup_title")
+            subtitle: Texts.tr("startup_subtitle")
+        }
+
+        Label {
+            objectName: "disabledLabel"
+            width: parent.width
+            visible: root.model.hasDisabled
+            text: "✓ « " + root.model.lastDisabledName + " » " + Texts.tr("disabled_confirmation")
+            font: Type.message
+            color: GCColor.glowTeal
+            Accessible.role: Accessible.AlertMessage
+        }
+    }
+
+    Panel {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: header.bottom
+        anchors.bottom: parent.bottom
+        anchors.margins: Metrics.screenPadding
+        anchors.topMargin: 20
+
+        GlowLoadingIndicator {
+            objectName: "loadingIndicator"
+            anchors.centerIn: parent
+            visible: root.model.isLoading
+            label: Texts.tr("loading_startup")
+        }
+
+        EmptyPrompt {
+            anchors.centerIn: parent
+            visible: !root.model.isLoading && !root.model.hasItems
+            symbol: "bolt.fill"
+            text: Texts.tr("startup_empty")
+        }
+
+        StartupList {
+            id: list
+            anchors.fill: parent
+            visible: !root.model.isLoading && root.model.hasItems
+            model: root.model.items
+            onDisableRequested: row => root.model.requestDisable(row)
+        }
+    }
+
+    Connections {
+        target: root.model
+
+        // Not bound: when it is done nothing is asked any more, but the dialog stands a moment longer.
+        function onItemToDisableChanged(): void {
+            if (root.model.showDisableConfirm) {
+                dialog.subject = root.model.itemToDisableName;
+                dialog.open();
+            } else if (!dialog.busy) {
+                dialog.close();
+            }
+        }
+    }
+
+    ConfirmDialog {
+        id: dialog
+
+        property string subject
+
+        objectName: "disableDialog"
+        title: Texts.tr("btn_disable")
+        message: "« " + subject + " »\n" + Texts.tr("alert_confirm_disable_message")
+        cancelText: Texts.tr("btn_cancel")
+        confirmText: Texts.tr("btn_disable")
+        // The row that had the keyboard may be gone by then, so it goes back to the list, as it came from there.
+        onAboutToShow: {
+            returnTo = null;
+            returnReason = list.isWalked ? Qt.TabFocusReason : Qt.MouseFocusReason;
+        }
+        onConfirmed: root.model.confirmDisable()
+        onFocusLost: reason => list.takeFocus(reason)
+        onClosed: root.model.showDisableConfirm = false
+    }
+}
