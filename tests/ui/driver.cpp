@@ -146,6 +146,8 @@ QStringList Driver::silentControls() const {
 OwnSettings::OwnSettings() {
     qputenv("XDG_CONFIG_HOME", m_folder.path().toLocal8Bit());
     qputenv("XDG_CONFIG_DIRS", m_folder.path().toLocal8Bit());
+    // What the driver compiled for one window serves the next.
+    qputenv("MESA_SHADER_CACHE_DIR", m_folder.path().toLocal8Bit());
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("TZ", "UTC");
     qunsetenv("LANGUAGE");
