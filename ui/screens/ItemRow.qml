@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Templates as T
 import Lumvale
 import Lumvale.Style
 
 /// One proposal: the whole row is the button that ticks it.
-T.AbstractButton {
+WalkableRow {
     id: root
 
     required property string name
@@ -13,15 +12,7 @@ T.AbstractButton {
     required property string date
     required checked
 
-    property bool isCurrent: false
-
-    /// The pointer was pressed on it; a click may also come from a key or a screen reader.
-    signal touched
-
-    objectName: "row"
     implicitHeight: Math.max(texts.height, figures.height) + 2 * 10
-    hoverEnabled: true
-    focusPolicy: Qt.NoFocus
 
     // What makes it a check box for screen readers as well; what it shows is still what the model says.
     checkable: true
@@ -29,23 +20,7 @@ T.AbstractButton {
     Accessible.checked: checked
     Accessible.name: name + ", " + size
     Accessible.description: (date.length > 0 ? date + ", " : "") + Texts.tr(explanation)
-    Accessible.onPressAction: clicked()
     Accessible.onToggleAction: clicked()
-
-    PointHandler {
-        onActiveChanged: if (active)
-            root.touched()
-    }
-
-    background: Rectangle {
-        anchors.fill: parent
-        anchors.leftMargin: -10
-        anchors.rightMargin: -10
-        radius: 9
-        color: root.hovered ? GCColor.hover : "transparent"
-        border.color: root.isCurrent ? GCColor.focus : GCColor.panelStroke
-        border.width: root.isCurrent ? 2 : root.hovered ? 1 : 0
-    }
 
     CheckMark {
         id: mark

@@ -47,15 +47,8 @@ Panel {
             required property int index
 
             width: ListView.view.width - 2 * Metrics.listPadding
-            // Bound components would let qmllint follow these, but Qt 6.4 makes no section headings of them.
-            isCurrent: list.isWalked && ListView.isCurrentItem // qmllint disable unqualified
+            // Bound components would let qmllint follow this, but Qt 6.4 makes no section headings of them.
             onClicked: root.toggle(index) // qmllint disable unqualified
-            onTouched: root.takeFocus(Qt.MouseFocusReason) // qmllint disable unqualified
-            // The current row has the keyboard and takes Space itself: the list would never hear of it.
-            Keys.onPressed: event => {
-                list.isWalked = true; // qmllint disable unqualified
-                event.accepted = false;
-            }
         }
     }
 }

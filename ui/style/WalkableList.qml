@@ -8,27 +8,31 @@ ListView {
 
     /// Whether the rows are walked by keys.
     property bool isWalked: false
+    /// Where the walk begins: -1 where the header is a row as well.
+    property int firstRow: 0
 
     function takeFocus(reason: int): void {
         forceActiveFocus(reason);
         isWalked = reason !== Qt.MouseFocusReason;
     }
 
-    /// Where a key leads from the current row; -1 when it isn't for walking.
+    /// Where a key leads from the current row; before the first when it isn't for walking. A step down is the view's.
     function rowByKey(key: int): int {
         // One row less than fits, so that of two pages a row is seen on both.
         const page = Math.max(1, Math.floor(height * count / contentHeight) - 1);
         switch (key) {
         case Qt.Key_Home:
-            return 0;
+            return firstRow;
         case Qt.Key_End:
             return count - 1;
         case Qt.Key_PageUp:
-            return Math.max(0, currentIndex - page);
+            return Math.max(firstRow, currentIndex - page);
         case Qt.Key_PageDown:
             return Math.min(count - 1, currentIndex + page);
+        case Qt.Key_Up:
+            return Math.max(firstRow, currentIndex - 1);
         }
-        return -1;
+        return firstRow - 1;
     }
 
     leftMargin: Metrics.listPadding
@@ -47,13 +51,13 @@ ListView {
         // The current row has the keyboard, and knows whether a click brought it there.
         const row = currentItem as T.Control;
         isWalked = activeFocus && !(row && row.focusReason === Qt.MouseFocusReason);
-        if (activeFocus && currentIndex < 0)
-            currentIndex = 0;
+        if (activeFocus && currentIndex < firstRow)
+            currentIndex = firstRow;
     }
     Keys.onPressed: event => {
         isWalked = true;
         const row = rowByKey(event.key);
-        event.accepted = row >= 0;
+        event.accepted = row >= firstRow;
         if (event.accepted)
             currentIndex = row;
     }

@@ -1,0 +1,48 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lumvale.Style
+
+/// A row of a WalkableList, all of it one button.
+T.AbstractButton {
+    id: root
+
+    property WalkableList list: ListView.view as WalkableList
+    property bool isCurrent: list !== null && list.isWalked && ListView.isCurrentItem
+
+    /// A key that is held presses once, and nothing of what the press has brought.
+    function isHeld(event: KeyEvent): bool {
+        return event.isAutoRepeat && [Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter].includes(event.key);
+    }
+
+    objectName: "row"
+    hoverEnabled: true
+    focusPolicy: Qt.NoFocus
+    Accessible.onPressAction: clicked()
+    // What is kept for reuse isn't drawn, yet screen readers would still find it.
+    ListView.onPooled: visible = false
+    ListView.onReused: visible = true
+    // The current row has the keyboard and takes Space itself: the list would never hear of it.
+    Keys.onPressed: event => {
+        list.isWalked = true;
+        event.accepted = isHeld(event);
+    }
+    Keys.onReleased: event => event.accepted = isHeld(event)
+
+    // A click may also come from a key or a screen reader; this is the pointer's alone.
+    PointHandler {
+        onActiveChanged: {
+            if (active)
+                root.list.takeFocus(Qt.MouseFocusReason);
+        }
+    }
+
+    background: Rectangle {
+        anchors.fill: parent
+        anchors.leftMargin: -10
+        anchors.rightMargin: -10
+        radius: 9
+        color: root.hovered ? GCColor.hover : "transparent"
+        border.color: root.isCurrent ? GCColor.focus : GCColor.panelStroke
+        border.width: root.isCurrent ? 2 : root.hovered ? 1 : 0
+    }
+}
