@@ -24,9 +24,7 @@ FocusScope {
             CleanupView {}
         },
         Component {
-            PlainView {
-                title: Texts.tr("uninstall_title")
-            }
+            UninstallView {}
         },
         Component {
             StartupView {}

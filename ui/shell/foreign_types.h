@@ -2,12 +2,14 @@
 
 #include "app/i18n/localizer.h"
 #include "app/models/history_model.h"
+#include "app/models/installed_apps_model.h"
 #include "app/models/onboarding_model.h"
 #include "app/models/scan_items_model.h"
 #include "app/models/scan_view_model.h"
 #include "app/models/startup_items_model.h"
 #include "app/models/startup_view_model.h"
 #include "app/models/storage_entries_model.h"
+#include "app/models/uninstall_view_model.h"
 
 #include <QJSEngine>
 #include <QQmlEngine>
@@ -75,4 +77,18 @@ struct ForeignStorageEntriesModel {
     QML_FOREIGN(StorageEntriesModel)
     QML_NAMED_ELEMENT(StorageEntriesModel)
     QML_UNCREATABLE("a part of ScanViewModel")
+};
+
+struct ForeignUninstallViewModel {
+    Q_GADGET
+    QML_FOREIGN(UninstallViewModel)
+    QML_NAMED_ELEMENT(UninstallViewModel)
+    QML_UNCREATABLE("ScreenModels makes them")
+};
+
+struct ForeignInstalledAppsModel {
+    Q_GADGET
+    QML_FOREIGN(InstalledAppsModel)
+    QML_NAMED_ELEMENT(InstalledAppsModel)
+    QML_UNCREATABLE("a part of UninstallViewModel")
 };

@@ -16,6 +16,10 @@ ScanViewModel* ScreenModels::cleanup(QObject* screen) const {
     return new ScanViewModel(m_disk, m_history, m_executor, screen);
 }
 
+UninstallViewModel* ScreenModels::uninstall(QObject* screen) const {
+    return new UninstallViewModel(m_disk, m_history, m_executor, screen);
+}
+
 StartupViewModel* ScreenModels::startup(QObject* screen) const {
     return new StartupViewModel(m_disk, m_executor, screen);
 }

@@ -5,6 +5,7 @@
 #include "app/models/onboarding_model.h"
 #include "app/models/scan_view_model.h"
 #include "app/models/startup_view_model.h"
+#include "app/models/uninstall_view_model.h"
 #include "platform/disk.h"
 #include "platform/executor.h"
 
@@ -25,6 +26,7 @@ public:
     static ScreenModels* create(QQmlEngine* engine, QJSEngine*);
 
     Q_INVOKABLE ScanViewModel* cleanup(QObject* screen) const;
+    Q_INVOKABLE UninstallViewModel* uninstall(QObject* screen) const;
     Q_INVOKABLE StartupViewModel* startup(QObject* screen) const;
     Q_INVOKABLE HistoryModel* history(QObject* screen) const;
     Q_INVOKABLE OnboardingModel* onboarding(QObject* shell) const;

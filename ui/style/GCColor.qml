@@ -25,6 +25,8 @@ QtObject {
     readonly property color barTrack: white(0.07)
     readonly property color selection: white(0.07)
     readonly property color checkOutline: white(0.3)
+    readonly property color success: alpha(glowTeal, 0.07)
+    readonly property color successStroke: alpha(glowTeal, 0.2)
     /// Barely: more of it would take the contrast from the texts on it.
     readonly property color hover: white(0.015)
     readonly property color hoverVeil: white(0.12)

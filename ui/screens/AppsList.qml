@@ -1,0 +1,100 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Lumvale
+import Lumvale.Style
+
+/// The installed applications, and above them what became of the last one that was uninstalled.
+FocusScope {
+    id: root
+
+    required property UninstallViewModel model
+    /// The name of the last one, as long as there is room for.
+    required property string lastUninstalled
+
+    /// Whether it is walked by keys.
+    readonly property bool isWalked: list.isWalked
+
+    signal picked(row: int)
+
+    function takeFocus(reason: int): void {
+        list.takeFocus(reason);
+    }
+
+    function pick(row: int): void {
+        if (row < 0)
+            return;
+        list.currentIndex = row;
+        picked(row);
+    }
+
+    Rectangle {
+        id: banner
+        anchors.left: parent.left
+        anchors.right: parent.right
+        height: visible ? outcome.height + 2 * 12 : 0
+        visible: root.model.hasUninstalled
+        radius: Metrics.smallButtonRadius
+        color: GCColor.success
+        border.color: GCColor.successStroke
+
+        Column {
+            id: outcome
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            anchors.leftMargin: Metrics.listPadding
+            anchors.rightMargin: Metrics.listPadding
+            spacing: 3
+
+            Label {
+                objectName: "uninstalledLabel"
+                width: parent.width
+                text: "✓ « " + root.lastUninstalled + " » " + Texts.tr("uninstalled_suffix")
+                color: GCColor.glowTeal
+                Accessible.role: Accessible.AlertMessage
+            }
+
+            Label {
+                objectName: "uninstalledFreeSpace"
+                width: parent.width
+                text: root.model.freeSpaceText
+                font: Type.message
+                color: GCColor.textSecondary
+            }
+        }
+    }
+
+    Panel {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: banner.bottom
+        anchors.topMargin: banner.visible ? 14 : 0
+        anchors.bottom: parent.bottom
+
+        EmptyPrompt {
+            anchors.centerIn: parent
+            visible: !root.model.hasApps
+            symbol: "square.grid.2x2.fill"
+            text: Texts.tr("storage_breakdown_empty")
+        }
+
+        WalkableList {
+            id: list
+            objectName: "appsList"
+            anchors.fill: parent
+            focus: true
+            visible: root.model.hasApps
+            model: root.model.apps
+            Accessible.name: Texts.tr("uninstall_title")
+            Keys.onReturnPressed: root.pick(currentIndex)
+            Keys.onEnterPressed: root.pick(currentIndex)
+
+            delegate: AppRow {
+                required property int index
+
+                width: ListView.view.width - 2 * Metrics.listPadding
+                onClicked: root.pick(index)
+            }
+        }
+    }
+}
