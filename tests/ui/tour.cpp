@@ -131,6 +131,8 @@ public:
         move();
         failToEmpty();
         empty();
+        uninstall();
+        disable();
         lookBack();
     }
 
@@ -242,15 +244,46 @@ private:
         take("emptied");
     }
 
+    void uninstall() {
+        m_driver->click("tab_uninstall");
+        waitFor("the applications are listed", [this] { return m_driver->rows().size() > 3; });
+        take("applications");
+        const QString name = m_driver->rows()[2]->property("name").toString();
+        m_driver->click(*m_driver->rows()[2]);
+        waitFor("the files of one are listed", [this] { return m_driver->isShown("filesList"); });
+        take("application files", 600); // what may be half of a double click is heard by nobody
+        confirm("removeButton", "uninstall");
+        expect(m_driver->isShown("uninstalledLabel") && !m_driver->row(name), "the application is gone");
+        std::printf("%s: uninstalled %s\n", qPrintable(m_language), qPrintable(name));
+        take("uninstalled");
+    }
+
+    void disable() {
+        m_driver->click("tab_startup");
+        waitFor("what starts is listed", [this] { return m_driver->rows().size() > 3; });
+        take("startup");
+        const std::vector<QQuickItem*> rows = m_driver->rows();
+        const auto own = std::find_if_not(rows.begin(), rows.end(), [](const QQuickItem* row) {
+            return row->property("isSystemWide").toBool();
+        });
+        expect(own != rows.end(), "some of it is the user's own");
+        const QString name = (*own)->property("displayName").toString();
+        m_driver->click(*(*own)->findChild<QQuickItem*>("disableButton"));
+        confirm(nullptr, "disable");
+        expect(m_driver->isShown("disabledLabel"), "it is disabled");
+        std::printf("%s: disabled %s\n", qPrintable(m_language), qPrintable(name));
+        take("disabled");
+    }
+
     void lookBack() {
         expect(m_driver->click("tab_history"), "the history is chosen");
         waitFor("the history shows what was done", [this] { return !m_driver->rows().empty(); });
         take("history");
     }
 
-    /// Presses a button, then the one in its dialog, and waits until all is done.
+    /// Presses a button, unless that was done, then the one in its dialog, and waits until all is done.
     void confirm(const char* button, const char* name) {
-        expect(m_driver->click(button), std::string(button) + " is pressed");
+        expect(!button || m_driver->click(button), std::string(name) + " is asked for");
         waitFor("the dialog opens", [this] { return m_driver->isShown("confirm"); });
         take((std::string(name) + " confirmation").c_str());
         const QObject until;
