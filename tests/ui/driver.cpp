@@ -20,14 +20,10 @@ void forEachVisible(QQuickItem* item, Visit visit) {
         forEachVisible(child, visit);
 }
 
-QRectF inScene(const QQuickItem& item) {
-    return item.mapRectToScene(QRectF(0, 0, item.width(), item.height()));
-}
-
 /// What of the item a scrolling view around it lets through.
 bool isScrolledAway(const QQuickItem& item) {
     for (const QQuickItem* around = item.parentItem(); around; around = around->parentItem())
-        if (around->clip() && !inScene(*around).intersects(inScene(item)))
+        if (around->clip() && !Driver::place(*around).intersects(Driver::place(item)))
             return true;
     return false;
 }
@@ -65,7 +61,7 @@ std::vector<QQuickItem*> Driver::rows() const {
             rows.push_back(item);
     });
     std::sort(rows.begin(), rows.end(),
-              [](const QQuickItem* a, const QQuickItem* b) { return inScene(*a).top() < inScene(*b).top(); });
+              [](const QQuickItem* a, const QQuickItem* b) { return place(*a).top() < place(*b).top(); });
     return rows;
 }
 
@@ -87,8 +83,8 @@ void Driver::click(const QQuickItem& item) const {
     QTest::mouseClick(&m_window, Qt::LeftButton, Qt::NoModifier, centre(item));
 }
 
-QPoint Driver::centre(const QQuickItem& item) const {
-    return inScene(item).center().toPoint();
+QRectF Driver::place(const QQuickItem& item) {
+    return item.mapRectToScene(QRectF(0, 0, item.width(), item.height()));
 }
 
 std::jthread Driver::clickLater(QPoint place) const {
@@ -122,10 +118,10 @@ QStringList Driver::cutTexts() const {
             || isScrolledAway(*item))
             return;
         constexpr qreal rounding = 1;
-        const QRectF place = inScene(*item);
+        const QRectF taken = place(*item);
         if (item->property("truncated").toBool() || content.toReal() > item->width() + rounding
             || item->property("contentHeight").toReal() > item->height() + rounding
-            || place.left() < window.left() || place.right() > window.right() + rounding)
+            || taken.left() < window.left() || taken.right() > window.right() + rounding)
             cut.append(item->property("text").toString());
     });
     return cut;

@@ -32,7 +32,8 @@ public:
     /// Clicks in the middle; false when nothing of that name is shown.
     bool click(const char* name) const;
     void click(const QQuickItem& item) const;
-    QPoint centre(const QQuickItem& item) const;
+    static QPoint centre(const QQuickItem& item) { return place(item).center().toPoint(); }
+    static QRectF place(const QQuickItem& item); ///< in the window
 
     /// A click that the window system has to say while the program is blocked: it waits in the queue, and
     /// with it the thread.

@@ -1,27 +1,12 @@
-#include "app/history/history_store.h"
-#include "app/i18n/localizer.h"
-#include "app/models/background.h"
 #include "platform/format.h"
-#include "tests/support/temporary_disk.h"
-#include "tests/ui/driver.h"
-#include "ui/shell/lumvale_window.h"
+#include "tests/ui/window_test.h"
 
-#include <QAccessible>
-#include <QGuiApplication>
-#include <QTest>
-
-#include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 using namespace std::chrono_literals;
 
 namespace {
-
-QString translated(const char* key) {
-    return tr(QLatin1String(key));
-}
 
 QString day(platform::Date date) {
     return QString::fromStdString(platform::formatMediumDate(date));
@@ -30,61 +15,30 @@ QString day(platform::Date date) {
 } // namespace
 
 /// The history screen as its user meets it: the real window, clicks and keys, real files.
-class HistoryTest : public QObject {
+class HistoryTest : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void tellsWhatTheCleanupDid();
     void growsWhereItStands();
     void isWalkedByKeys();
-    void nothingIsCutOffInAnyLanguage_data();
+    void nothingIsCutOffInAnyLanguage_data() { eachLanguage(); }
     void nothingIsCutOffInAnyLanguage();
 
 private:
     /// Opens the window on a disk whose history has these entries, and the history in it.
-    void open(const std::vector<HistoryEntry>& entries = {});
-    QStringList shown(const char* property) const; ///< by the rows in sight
-    std::vector<HistoryEntry> many() const;        ///< a week of them, newest first
+    void openHistory(const std::vector<HistoryEntry>& entries = {});
+    std::vector<HistoryEntry> many() const; ///< a week of them, newest first
 
     const platform::Date m_now = platform::now();
-    std::unique_ptr<TemporaryDisk> m_disk;
-    std::unique_ptr<HistoryStore> m_history;
-    std::unique_ptr<LumvaleWindow> m_lumvale;
-    std::optional<Driver> m_driver;
 };
 
-void HistoryTest::init() {
-    Localizer::shared().setLanguage(AppLanguage::en);
-    m_disk = std::make_unique<TemporaryDisk>();
-}
-
-void HistoryTest::cleanup() {
-    m_driver.reset();
-    m_lumvale.reset();
-    m_history.reset();
-    m_disk.reset();
-}
-
-void HistoryTest::open(const std::vector<HistoryEntry>& entries) {
+void HistoryTest::openHistory(const std::vector<HistoryEntry>& entries) {
     if (!entries.empty())
         m_disk->write(HistoryStore(m_disk->disk()).path(), encodeHistory(entries));
-    m_history = std::make_unique<HistoryStore>(m_disk->disk());
-    m_lumvale = std::make_unique<LumvaleWindow>(m_disk->disk(), *m_history, qtExecutor());
-    QVERIFY(m_lumvale->window());
-    QVERIFY(QTest::qWaitForWindowExposed(m_lumvale->window()));
-    m_driver.emplace(*m_lumvale->window());
+    open();
     QVERIFY(m_driver->click("tab_history"));
     QCOMPARE(m_driver->text("screenTitle"), translated("tab_history"));
-}
-
-QStringList HistoryTest::shown(const char* property) const {
-    QStringList shown;
-    for (const QQuickItem* row : m_driver->rows())
-        shown.append(row->property(property).toString());
-    return shown;
 }
 
 std::vector<HistoryEntry> HistoryTest::many() const {
@@ -97,7 +51,7 @@ std::vector<HistoryEntry> HistoryTest::many() const {
 void HistoryTest::tellsWhatTheCleanupDid() {
     m_disk->make(
         {"~/Library/Caches/com.example.a/blob 4000", "~/Library/Logs/b.log 20", "~/.Trash/thrown away 7"});
-    open();
+    openHistory();
     QCOMPARE(m_driver->text("screenSubtitle"), translated("history_subtitle"));
     QCOMPARE(m_driver->text("historyNote"), translated("history_auto_clear"));
     QCOMPARE(m_driver->text("emptyPrompt"), translated("history_empty"));
@@ -107,12 +61,8 @@ void HistoryTest::tellsWhatTheCleanupDid() {
     QVERIFY(m_driver->click("scanButton"));
     QTRY_VERIFY(!m_driver->rows().empty());
     m_driver->click(*m_driver->row("thrown away"));
-    for (const char* button : {"deleteButton", "emptyTrashButton"}) {
-        QVERIFY(m_driver->click(button));
-        QTRY_VERIFY(m_driver->isShown("confirm"));
-        QVERIFY(m_driver->click("confirm"));
-        QTRY_VERIFY(!m_driver->isShown("confirm"));
-    }
+    confirm("deleteButton");
+    confirm("emptyTrashButton");
     QVERIFY(m_driver->click("tab_history"));
     // Newest first. What was moved lay in the Trash when that was emptied.
     QTRY_COMPARE(shown("name"), (QStringList{translated("cat_trash"), "b.log", "com.example.a"}));
@@ -122,7 +72,7 @@ void HistoryTest::tellsWhatTheCleanupDid() {
 }
 
 void HistoryTest::growsWhereItStands() {
-    open(many());
+    openHistory(many());
     m_history->record("while it is seen", 5);
     QTRY_COMPARE(shown("name").value(0), "while it is seen");
     QCOMPARE(shown("name").value(1), "entry 0");
@@ -132,20 +82,14 @@ void HistoryTest::growsWhereItStands() {
     QTRY_VERIFY(!shown("name").contains("entry 0"));
     const QStringList before = shown("name");
     m_history->record("out of sight", 5);
-    (void)m_lumvale->window()->grabWindow();
+    layOut();
     QCOMPARE(shown("name"), before);
     QCOMPARE(list->property("count").toInt(), 20'002);
 }
 
 void HistoryTest::isWalkedByKeys() {
-    open(many());
+    openHistory(many());
     const QQuickItem* list = m_driver->item("historyList");
-    const auto current = [this] {
-        for (const QQuickItem* row : m_driver->rows())
-            if (row->property("isCurrent").toBool())
-                return row->property("name").toString();
-        return QString();
-    };
     QCOMPARE(current(), QString());
     m_driver->item("languageMenu")->forceActiveFocus(Qt::TabFocusReason);
     m_driver->key(Qt::Key_Tab);
@@ -172,29 +116,18 @@ void HistoryTest::isWalkedByKeys() {
     QCOMPARE(current(), QString());
 }
 
-void HistoryTest::nothingIsCutOffInAnyLanguage_data() {
-    QTest::addColumn<AppLanguage>("language");
-    for (const AppLanguage language : allAppLanguages)
-        QTest::newRow(rawValue(language).toLatin1().constData()) << language;
-}
-
 void HistoryTest::nothingIsCutOffInAnyLanguage() {
     QFETCH(AppLanguage, language);
     const std::string endless(200, 'w');
-    open({{m_now, endless, 123'456'789'012}, {m_now, "<b>bold", 1}, {m_now, "two\nlines", 2}});
-    m_lumvale->window()->resize(820, 700);
-    QTRY_COMPARE(m_lumvale->window()->contentItem()->size(), QSizeF(820, 700));
+    openHistory({{m_now, endless, 123'456'789'012}, {m_now, "<b>bold", 1}, {m_now, "two\nlines", 2}});
     Localizer::shared().setLanguage(language);
-    (void)m_lumvale->window()->grabWindow(); // everything laid out
+    checkEverythingIsSaid();
     QCOMPARE(m_driver->text("screenTitle"), translated("tab_history"));
     QCOMPARE(m_driver->text("historyNote"), translated("history_auto_clear"));
     QCOMPARE(shown("name"), (QStringList{QString::fromStdString(endless), "<b>bold", "two\u240Alines"}));
-    QCOMPARE(m_driver->cutTexts().join("; "), QString());
-    QCOMPARE(m_driver->silentControls().join("; "), QString());
 
-    const auto* list = QAccessible::queryAccessibleInterface(m_driver->item("historyList"));
-    QCOMPARE(list->role(), QAccessible::List);
-    QCOMPARE(list->text(QAccessible::Name), translated("tab_history"));
+    QCOMPARE(told("historyList")->role(), QAccessible::List);
+    QCOMPARE(told("historyList")->text(QAccessible::Name), translated("tab_history"));
     const auto* row = QAccessible::queryAccessibleInterface(m_driver->row("<b>bold"));
     QCOMPARE(row->role(), QAccessible::ListItem);
     QCOMPARE(row->text(QAccessible::Name), "<b>bold, 1 byte");
@@ -202,11 +135,7 @@ void HistoryTest::nothingIsCutOffInAnyLanguage() {
 }
 
 int main(int argc, char** argv) {
-    const OwnSettings settings;
-    QGuiApplication application(argc, argv);
-    QAccessible::setActive(true); // as with a screen reader
-    HistoryTest test;
-    return QTest::qExec(&test, argc, argv);
+    return runTest<HistoryTest>(argc, argv);
 }
 
 #include "history_test.moc"

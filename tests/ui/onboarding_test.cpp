@@ -1,33 +1,13 @@
-#include "app/history/history_store.h"
-#include "app/i18n/localizer.h"
-#include "app/models/background.h"
 #include "app/models/scan_view_model.h"
-#include "tests/support/temporary_disk.h"
-#include "tests/ui/driver.h"
-#include "ui/shell/lumvale_window.h"
+#include "tests/ui/window_test.h"
 
-#include <QAccessible>
 #include <QDesktopServices>
-#include <QGuiApplication>
 #include <QSettings>
-#include <QTest>
-
-#include <algorithm>
-#include <memory>
-#include <optional>
 
 namespace {
 
-QString translated(const char* key) {
-    return tr(QLatin1String(key));
-}
-
 bool didOnboard() {
     return QSettings().value("didOnboard").toBool();
-}
-
-QRectF inScene(const QQuickItem& item) {
-    return item.mapRectToScene(QRectF(0, 0, item.width(), item.height()));
 }
 
 constexpr const char* pages[] = {"welcome", "features", "fda", "ready"};
@@ -35,7 +15,7 @@ constexpr const char* pages[] = {"welcome", "features", "fda", "ready"};
 } // namespace
 
 /// The introduction as its user meets it: the real window, clicks and keys, real files.
-class OnboardingTest : public QObject {
+class OnboardingTest : public WindowTest {
     Q_OBJECT
 
 public Q_SLOTS:
@@ -43,7 +23,6 @@ public Q_SLOTS:
 
 private Q_SLOTS:
     void init();
-    void cleanup();
 
     void isShownUntilItIsOver_data();
     void isShownUntilItIsOver();
@@ -56,53 +35,29 @@ private Q_SLOTS:
     void speaksTheLanguageThatIsChosen();
     void seesThePermissionOnceItIsGiven();
     void handsTheAddressOfTheSettingsOver();
-    void nothingIsCutOffInAnyLanguage_data();
+    void nothingIsCutOffInAnyLanguage_data() { eachLanguage(); }
     void nothingIsCutOffInAnyLanguage();
 
 private:
-    void open();
+    void openIntroduction();
     void turnTo(int page) const;
     bool showsPage(int page) const;
     QString focused() const; ///< the name of what has the keyboard
 
-    std::optional<OrdinaryUser> m_user;
-    std::unique_ptr<TemporaryDisk> m_disk;
-    std::unique_ptr<HistoryStore> m_history;
-    std::unique_ptr<LumvaleWindow> m_lumvale;
-    std::optional<Driver> m_driver;
     QStringList m_opened;
 };
 
 void OnboardingTest::init() {
+    WindowTest::init();
     QSettings().remove("didOnboard");
-    Localizer::shared().setLanguage(AppLanguage::en);
     // Only an ordinary user is kept from looking.
-    m_user.emplace();
-    m_disk = std::make_unique<TemporaryDisk>();
     m_disk->make("~/Library/Mail/");
     m_disk->setMode("~/Library/Mail", 0);
-    m_history = std::make_unique<HistoryStore>(m_disk->disk());
 }
 
-void OnboardingTest::cleanup() {
-    m_driver.reset();
-    m_lumvale.reset();
-    m_history.reset();
-    m_disk.reset();
-    m_user.reset();
-}
-
-void OnboardingTest::open() {
-    m_lumvale = std::make_unique<LumvaleWindow>(m_disk->disk(), *m_history, qtExecutor());
-    QVERIFY(m_lumvale->window());
-    m_lumvale->window()->resize(820, 700);
-    QVERIFY(QTest::qWaitForWindowExposed(m_lumvale->window()));
-    QTRY_COMPARE(m_lumvale->window()->contentItem()->size(), QSizeF(820, 700));
-    // As when the window system makes it the active one, which it doesn't do on every machine.
-    m_lumvale->window()->contentItem()->setFocus(true, Qt::ActiveWindowFocusReason);
-    m_driver.emplace(*m_lumvale->window());
-    if (!didOnboard())
-        QTRY_VERIFY(showsPage(0));
+void OnboardingTest::openIntroduction() {
+    open();
+    QTRY_VERIFY(showsPage(0));
 }
 
 void OnboardingTest::turnTo(int page) const {
@@ -123,7 +78,7 @@ bool OnboardingTest::showsPage(int page) const {
 }
 
 QString OnboardingTest::focused() const {
-    const QQuickItem* item = m_lumvale->window()->activeFocusItem();
+    const QQuickItem* item = window()->activeFocusItem();
     return item ? item->objectName() : QString();
 }
 
@@ -146,7 +101,7 @@ void OnboardingTest::isShownUntilItIsOver() {
 }
 
 void OnboardingTest::isGoneThroughByClicks() {
-    open();
+    openIntroduction();
     for (int page = 0; page < 4; ++page) {
         QVERIFY(showsPage(page));
         QVERIFY(!didOnboard());
@@ -158,16 +113,13 @@ void OnboardingTest::isGoneThroughByClicks() {
     QVERIFY(m_driver->click("scanButton"));
     QTRY_VERIFY(m_driver->isShown("resultsList"));
 
-    cleanup();
-    init();
-    QSettings().setValue("didOnboard", true);
-    open();
+    open(); // the next run
     QTest::qWait(200);
     QVERIFY(!m_driver->isShown("onboardingTitle"));
 }
 
 void OnboardingTest::isGoneThroughByKeys() {
-    open();
+    openIntroduction();
     const QStringList stops[]{
         {"languagePicker", "next"}, {"next"}, {"openSettings", "checkAgain", "next"}, {"next"}};
     for (int page = 0; page < 4; ++page) {
@@ -178,7 +130,7 @@ void OnboardingTest::isGoneThroughByKeys() {
             m_driver->key(Qt::Key_Tab);
             QCOMPARE(focused(), stop);
         }
-        QTest::keyClick(m_lumvale->window(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QTest::keyClick(window(), Qt::Key_Backtab, Qt::ShiftModifier);
         QCOMPARE(focused(), stops[page].value(stops[page].size() - 2, "next"));
         m_driver->key(Qt::Key_Tab);
         m_driver->key(page % 2 ? Qt::Key_Space : Qt::Key_Return);
@@ -188,7 +140,7 @@ void OnboardingTest::isGoneThroughByKeys() {
 }
 
 void OnboardingTest::isOverOnceItIsDismissed() {
-    open();
+    openIntroduction();
     // Escape closes what is in front, first.
     QVERIFY(m_driver->click("languagePicker"));
     QTRY_VERIFY(m_driver->isShown("menuEntry"));
@@ -210,48 +162,40 @@ void OnboardingTest::isNotOverWhenTheProgramEnds_data() {
 
 void OnboardingTest::isNotOverWhenTheProgramEnds() {
     QFETCH(bool, isClosed);
-    open();
+    openIntroduction();
     turnTo(3);
     if (isClosed) {
-        m_lumvale->window()->close();
-        QTRY_VERIFY(!m_lumvale->window()->isVisible());
+        window()->close();
+        QTRY_VERIFY(!window()->isVisible());
     }
-    m_driver.reset();
-    m_lumvale.reset();
+    close();
     QCoreApplication::processEvents();
     QVERIFY(!QSettings().contains("didOnboard"));
-    open();
-    QVERIFY(showsPage(0));
+    openIntroduction();
 }
 
 void OnboardingTest::keepsWhatLiesBehindFromAnswering() {
-    open();
-    const auto* model = m_lumvale->window()->findChild<ScanViewModel*>();
+    openIntroduction();
     for (const char* behind : {"scanButton", "emptyTrashButton", "tab_history", "languageMenu"})
         QVERIFY(m_driver->click(behind));
-    QVERIFY(!model->isScanning() && !model->showEmptyTrashConfirm());
+    QVERIFY(!model<ScanViewModel>()->isScanning() && !model<ScanViewModel>()->showEmptyTrashConfirm());
     QVERIFY(m_driver->isShown("scanButton") && !m_driver->isShown("menuEntry"));
     QVERIFY(showsPage(0) && !didOnboard());
 }
 
 void OnboardingTest::speaksTheLanguageThatIsChosen() {
-    open();
+    openIntroduction();
     const QString before = m_driver->text("onboardingMessage");
     QVERIFY(m_driver->click("languagePicker"));
     QTRY_VERIFY(m_driver->isShown("menuEntry"));
     QTRY_VERIFY(m_driver->item("menuEntry")->parentItem()->opacity() == 1);
-    const auto entries = m_driver->item("menuEntry")->parentItem()->childItems();
-    const auto french = std::find_if(entries.begin(), entries.end(), [](const QQuickItem* entry) {
-        return entry->property("text") == "Français";
-    });
-    QVERIFY(french != entries.end());
     // All of the menu is in the window, and none of it where a second click in haste would choose.
     const QPoint pressed = m_driver->centre(*m_driver->item("languagePicker"));
-    for (const QQuickItem* entry : entries) {
-        const QRectF place = inScene(*entry);
-        QVERIFY(QRectF(0, 0, 820, 700).contains(place) && !place.contains(pressed));
+    for (const QQuickItem* entry : m_driver->items("menuEntry")) {
+        const QRectF place = Driver::place(*entry);
+        QVERIFY(QRectF({}, smallest).contains(place) && !place.contains(pressed));
     }
-    m_driver->click(**french);
+    m_driver->click(*menuEntry("Français"));
     QCOMPARE(Localizer::shared().language(), AppLanguage::fr);
     QVERIFY(showsPage(0));
     QVERIFY(m_driver->text("onboardingMessage") != before);
@@ -262,7 +206,7 @@ void OnboardingTest::speaksTheLanguageThatIsChosen() {
 }
 
 void OnboardingTest::seesThePermissionOnceItIsGiven() {
-    open();
+    openIntroduction();
     turnTo(2);
     for (const char* step : {"onboard_fda_step1", "onboard_fda_step2", "onboard_fda_step3"})
         QCOMPARE(m_driver->text(step), translated(step));
@@ -284,16 +228,14 @@ void OnboardingTest::seesThePermissionOnceItIsGiven() {
     QVERIFY(showsPage(3));
 
     // With permission given meanwhile, another run knows from the start.
-    m_driver.reset();
-    m_lumvale.reset();
-    open();
+    openIntroduction();
     turnTo(2);
     QVERIFY(m_driver->isShown("onboard_fda_granted"));
 }
 
 void OnboardingTest::handsTheAddressOfTheSettingsOver() {
     QDesktopServices::setUrlHandler("x-apple.systempreferences", this, "take");
-    open();
+    openIntroduction();
     turnTo(2);
     QVERIFY(m_driver->click("openSettings"));
     QCOMPARE(m_opened,
@@ -302,27 +244,19 @@ void OnboardingTest::handsTheAddressOfTheSettingsOver() {
     QVERIFY(showsPage(2) && m_driver->isShown("onboard_fda_step1"));
 }
 
-void OnboardingTest::nothingIsCutOffInAnyLanguage_data() {
-    QTest::addColumn<AppLanguage>("language");
-    for (const AppLanguage language : allAppLanguages)
-        QTest::newRow(rawValue(language).toLatin1().constData()) << language;
-}
-
 void OnboardingTest::nothingIsCutOffInAnyLanguage() {
     QFETCH(AppLanguage, language);
     Localizer::shared().setLanguage(language);
-    open();
+    openIntroduction();
     const auto check = [this] {
-        (void)m_lumvale->window()->grabWindow(); // everything laid out
-        QCOMPARE(m_driver->cutTexts().join("; "), QString());
-        QCOMPARE(m_driver->silentControls().join("; "), QString());
-        const QRectF place = inScene(*m_driver->item("onboardingContent"));
-        QVERIFY(QRectF(0, 0, 820, 700).contains(place.adjusted(-32, -32, 32, 32)));
+        checkEverythingIsSaid();
+        const QRectF place = Driver::place(*m_driver->item("onboardingContent"));
+        QVERIFY(QRectF({}, smallest).contains(place.adjusted(-32, -32, 32, 32)));
         QCOMPARE(place, QRectF(place.toRect())); // on whole pixels
-        const auto* told = QAccessible::queryAccessibleInterface(m_driver->item("onboardingContent"));
-        QCOMPARE(told->role(), QAccessible::Dialog);
-        QCOMPARE(told->text(QAccessible::Name), m_driver->text("onboardingTitle"));
-        QCOMPARE(told->text(QAccessible::Description), m_driver->text("onboardingMessage"));
+        const auto* sheet = told("onboardingContent");
+        QCOMPARE(sheet->role(), QAccessible::Dialog);
+        QCOMPARE(sheet->text(QAccessible::Name), m_driver->text("onboardingTitle"));
+        QCOMPARE(sheet->text(QAccessible::Description), m_driver->text("onboardingMessage"));
     };
     for (int page = 0; page < 4; ++page) {
         QVERIFY(showsPage(page));
@@ -338,11 +272,7 @@ void OnboardingTest::nothingIsCutOffInAnyLanguage() {
 }
 
 int main(int argc, char** argv) {
-    const OwnSettings settings;
-    QGuiApplication application(argc, argv);
-    QAccessible::setActive(true); // as with a screen reader
-    OnboardingTest test;
-    return QTest::qExec(&test, argc, argv);
+    return runTest<OnboardingTest>(argc, argv);
 }
 
 #include "onboarding_test.moc"

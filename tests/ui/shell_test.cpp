@@ -1,38 +1,22 @@
-#include "app/history/history_store.h"
-#include "app/i18n/localizer.h"
-#include "app/models/background.h"
 #include "app/models/scan_view_model.h"
-#include "tests/support/temporary_disk.h"
-#include "tests/ui/driver.h"
-#include "ui/shell/lumvale_window.h"
+#include "tests/app/hand_cranked.h"
+#include "tests/ui/window_test.h"
 
-#include <QAccessible>
-#include <QGuiApplication>
 #include <QPointer>
-#include <QSettings>
-#include <QTest>
-
-#include <memory>
-#include <optional>
 
 namespace {
 
 constexpr const char* tabs[] = {"tab_cleanup", "tab_uninstall", "tab_startup", "tab_duplicates",
                                 "tab_history"};
 
-QString translated(const char* key) {
-    return tr(QLatin1String(key));
-}
-
 } // namespace
 
 /// What stands round the screens: the tabs, the language, the window itself.
-class ShellTest : public QObject {
+class ShellTest : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
-    void cleanup();
 
     void showsTheScreenOfEachTab();
     void discardsAScreenWithItsModel();
@@ -40,54 +24,14 @@ private Q_SLOTS:
     void changesEveryTextWithTheLanguage();
     void choosesALanguageByKeys();
     void tellsAScreenReaderWhichTabIsChosen();
-    void keepsEverythingInSightAtItsSmallest_data();
+    void keepsEverythingInSightAtItsSmallest_data() { eachLanguage(); }
     void keepsEverythingInSightAtItsSmallest();
-
-private:
-    QStringList menuEntries() const;
-    QQuickItem* menuEntry(const QString& text) const;
-    bool hasFocus(const char* name) const;
-
-    std::unique_ptr<TemporaryDisk> m_disk;
-    std::unique_ptr<HistoryStore> m_history;
-    std::unique_ptr<LumvaleWindow> m_lumvale;
-    std::optional<Driver> m_driver;
 };
 
 void ShellTest::init() {
-    Localizer::shared().setLanguage(AppLanguage::en);
-    m_disk = std::make_unique<TemporaryDisk>();
+    WindowTest::init();
     m_disk->make("~/Library/Caches/com.example.a/blob 4000");
-    m_history = std::make_unique<HistoryStore>(m_disk->disk());
-    m_lumvale = std::make_unique<LumvaleWindow>(m_disk->disk(), *m_history, qtExecutor());
-    QVERIFY(m_lumvale->window() && QTest::qWaitForWindowExposed(m_lumvale->window()));
-    m_driver.emplace(*m_lumvale->window());
-}
-
-void ShellTest::cleanup() {
-    m_driver.reset();
-    m_lumvale.reset();
-    m_history.reset();
-    m_disk.reset();
-}
-
-QStringList ShellTest::menuEntries() const {
-    QStringList texts;
-    for (const QQuickItem* entry : m_driver->items("menuEntry"))
-        texts.append(entry->property("text").toString() + (entry->property("isChosen").toBool() ? "*" : ""));
-    return texts;
-}
-
-QQuickItem* ShellTest::menuEntry(const QString& text) const {
-    for (QQuickItem* entry : m_driver->items("menuEntry"))
-        if (entry->property("text").toString() == text)
-            return entry;
-    return nullptr;
-}
-
-bool ShellTest::hasFocus(const char* name) const {
-    const QQuickItem* found = m_driver->item(name);
-    return found && found->hasActiveFocus();
+    open();
 }
 
 void ShellTest::showsTheScreenOfEachTab() {
@@ -106,24 +50,26 @@ void ShellTest::showsTheScreenOfEachTab() {
         if (subtitle)
             QCOMPARE(m_driver->text("screenSubtitle"), translated(subtitle));
         QVERIFY(!m_driver->isShown("scanButton") || tab == QLatin1String("tab_duplicates"));
-        QCOMPARE(m_driver->silentControls().join("; "), QString());
     }
     QVERIFY(m_driver->click("tab_cleanup"));
     QVERIFY(m_driver->isShown("scanButton"));
 }
 
 void ShellTest::discardsAScreenWithItsModel() {
-    const auto model = [this] {
-        return m_lumvale->window()->findChild<ScanViewModel*>();
-    };
+    HandCranked jobs;
+    open(smallest, jobs.executor());
     QVERIFY(m_driver->click("scanButton"));
+    jobs.run();
     QTRY_VERIFY(!m_driver->rows().empty());
-    const QPointer<ScanViewModel> first(model());
+    QVERIFY(m_driver->click("scanButton")); // one more is under way
+    const QPointer first(model<ScanViewModel>());
     QVERIFY(m_driver->click("tab_history"));
     QTRY_VERIFY(!first);
     QVERIFY(m_driver->click("tab_cleanup"));
+    QVERIFY(!jobs.isIdle());
+    jobs.run();
     QVERIFY(m_driver->isShown("emptyPrompt") && m_driver->rows().empty());
-    QVERIFY(model() && !model()->hasResult());
+    QVERIFY(model<ScanViewModel>() && !model<ScanViewModel>()->hasResult());
 }
 
 void ShellTest::walksTheTabsByKeysAndChoosesOnlyWhenTold() {
@@ -203,9 +149,6 @@ void ShellTest::choosesALanguageByKeys() {
 }
 
 void ShellTest::tellsAScreenReaderWhichTabIsChosen() {
-    const auto told = [this](const char* name) {
-        return QAccessible::queryAccessibleInterface(m_driver->item(name));
-    };
     QVERIFY(m_driver->click("tab_history"));
     for (const char* tab : tabs) {
         QCOMPARE(told(tab)->role(), QAccessible::PageTab);
@@ -216,36 +159,20 @@ void ShellTest::tellsAScreenReaderWhichTabIsChosen() {
     QCOMPARE(told("languageMenu")->text(QAccessible::Name), translated("language_label") + ", English");
 }
 
-void ShellTest::keepsEverythingInSightAtItsSmallest_data() {
-    QTest::addColumn<int>("language");
-    for (const AppLanguage language : allAppLanguages)
-        QTest::newRow(rawValue(language).toLatin1().constData()) << static_cast<int>(language);
-}
-
 void ShellTest::keepsEverythingInSightAtItsSmallest() {
-    QFETCH(int, language);
-    QCOMPARE(m_lumvale->window()->minimumSize(), QSize(820, 700));
-    m_lumvale->window()->resize(820, 700);
-    QTRY_COMPARE(m_lumvale->window()->contentItem()->size(), QSizeF(820, 700));
-    Localizer::shared().setLanguageIndex(language);
+    QFETCH(AppLanguage, language);
+    QCOMPARE(window()->minimumSize(), smallest);
+    Localizer::shared().setLanguage(language);
     for (const char* tab : tabs) {
         QVERIFY(m_driver->click(tab));
-        (void)m_lumvale->window()->grabWindow(); // everything laid out
-        QCOMPARE(m_driver->cutTexts().join("; "), QString());
-        QCOMPARE(m_driver->silentControls().join("; "), QString());
-        const QQuickItem* last = m_driver->item("tab_history");
-        const QQuickItem* menu = m_driver->item("languageMenu");
-        QVERIFY(last->mapToScene(QPointF(last->width(), 0)).x() + 10 <= menu->mapToScene(QPointF()).x());
+        checkEverythingIsSaid();
+        QVERIFY(Driver::place(*m_driver->item("tab_history")).right() + 10
+                <= Driver::place(*m_driver->item("languageMenu")).left());
     }
 }
 
 int main(int argc, char** argv) {
-    const OwnSettings settings;
-    QGuiApplication application(argc, argv);
-    QGuiApplication::setOrganizationName("Lumvale Tests");
-    QGuiApplication::setApplicationName("Tests");
-    ShellTest test;
-    return QTest::qExec(&test, argc, argv);
+    return runTest<ShellTest>(argc, argv);
 }
 
 #include "shell_test.moc"

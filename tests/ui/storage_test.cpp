@@ -1,29 +1,14 @@
-#include "app/history/history_store.h"
-#include "app/i18n/localizer.h"
-#include "app/models/background.h"
-#include "tests/support/temporary_disk.h"
-#include "tests/ui/driver.h"
-#include "ui/shell/lumvale_window.h"
+#include "tests/app/hand_cranked.h"
+#include "tests/ui/window_test.h"
 
-#include <QAccessible>
 #include <QColor>
-#include <QCoreApplication>
-#include <QGuiApplication>
-#include <QTest>
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
-#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace {
-
-QString translated(const char* key) {
-    return tr(QLatin1String(key));
-}
 
 bool isSelected(const QQuickItem* item) {
     return item->property("isSelected").toBool();
@@ -40,13 +25,10 @@ QString nameOf(const QQuickItem* item) {
 } // namespace
 
 /// Where the space goes, as the user sees and asks it: the real window, clicks and keys, real files.
-class StorageTest : public QObject {
+class StorageTest : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void opensAtOnceAndFillsLater();
     void saysWhenThereIsNothing();
     void selectsInMapAndRowsAlike();
@@ -55,69 +37,43 @@ private Q_SLOTS:
     void showsNoRingToWhoClicks();
     void tellsAScreenReaderWhatIsSeen();
     void hasWholeWordsOrNoneOnItsTiles();
-    void followsTheLanguageAndCutsNothing_data();
+    void followsTheLanguageAndCutsNothing_data() { eachLanguage(); }
     void followsTheLanguageAndCutsNothing();
 
 private:
-    void openSheet(); ///< its entries are still computed
-    void fillSheet(); ///< now they are there
-    void runHeld();
+    void openSheet();                  ///< its entries are still computed
+    void fillSheet();                  ///< now they are there
+    void makeFolders(int count) const; ///< "folder 10" and on, each a little smaller
     std::vector<QQuickItem*> rows() const;
     std::vector<QQuickItem*> tiles() const { return m_driver->items("tile"); }
     QQuickItem* tile(const char* name) const;
     QStringList selected() const; ///< the names of what is selected in sight, tiles first
 
-    std::unique_ptr<TemporaryDisk> m_disk;
-    std::unique_ptr<HistoryStore> m_history;
-    std::vector<platform::Executor::Job> m_held;
-    std::unique_ptr<LumvaleWindow> m_lumvale;
-    std::optional<Driver> m_driver;
+    HandCranked m_jobs;
 };
 
-void StorageTest::init() {
-    Localizer::shared().setLanguage(AppLanguage::en);
-    m_disk = std::make_unique<TemporaryDisk>(TemporaryDisk::Where::inMemory);
-    m_history = std::make_unique<HistoryStore>(m_disk->disk());
-}
-
-void StorageTest::cleanup() {
-    m_driver.reset();
-    m_lumvale.reset();
-    m_held.clear();
-    m_history.reset();
-    m_disk.reset();
-}
-
 void StorageTest::openSheet() {
-    const platform::Executor executor{
-        .background = [this](platform::Executor::Job job) { m_held.push_back(std::move(job)); },
-        .interfaceThread = qtExecutor().interfaceThread};
-    m_lumvale = std::make_unique<LumvaleWindow>(m_disk->disk(), *m_history, executor);
-    QQuickWindow* window = m_lumvale->window();
-    QVERIFY(window);
-    window->resize(820, 700);
-    QVERIFY(QTest::qWaitForWindowExposed(window));
-    QTRY_COMPARE(window->contentItem()->size(), QSizeF(820, 700));
-    m_driver.emplace(*window);
+    m_jobs = {};
+    open(smallest, m_jobs.executor());
     QVERIFY(!m_driver->isShown("storageButton")); // before the disk's health is known
     QVERIFY(m_driver->click("scanButton"));
-    runHeld();
+    m_jobs.run();
     QTRY_VERIFY(m_driver->isShown("storageButton"));
-    (void)window->grabWindow(); // everything laid out
+    layOut();
     QVERIFY(m_driver->click("storageButton"));
     QTRY_VERIFY(m_driver->isShown("storageTitle"));
 }
 
 void StorageTest::fillSheet() {
-    runHeld();
+    QVERIFY(!m_jobs.isIdle());
+    m_jobs.run();
     QTRY_VERIFY(!m_driver->isShown("storageLoading"));
-    (void)m_lumvale->window()->grabWindow(); // everything laid out
+    layOut();
 }
 
-void StorageTest::runHeld() {
-    QVERIFY(!m_held.empty());
-    for (platform::Executor::Job& job : std::exchange(m_held, {}))
-        job();
+void StorageTest::makeFolders(int count) const {
+    for (int i = 0; i < count; ++i)
+        m_disk->make("~/folder " + std::to_string(10 + i) + "/x " + std::to_string(40'000 - 1000 * i));
 }
 
 std::vector<QQuickItem*> StorageTest::rows() const {
@@ -146,7 +102,6 @@ void StorageTest::opensAtOnceAndFillsLater() {
     m_disk->make({"~/Movies/film 8000", "~/Music/a 4000", "~/Pictures/b 4000", "~/Empty/", "~/.hidden/c 9000",
                   "~/file 9000", "/Applications/Foo.app/x 16000"});
     openSheet();
-    QQuickWindow* window = m_lumvale->window();
     const QQuickItem* title = m_driver->item("storageTitle");
     QCOMPARE(m_driver->text("storageTitle"), translated("storage_breakdown_title"));
     QVERIFY(m_driver->isShown("storageSubtitle"));
@@ -178,7 +133,7 @@ void StorageTest::opensAtOnceAndFillsLater() {
         area += tile->width() * tile->height();
         // And it is what is seen, once the sheet has faded in.
         const QPoint low = tile->mapToScene({tile->width() / 2, tile->height() - 3}).toPoint();
-        QTRY_VERIFY(isLike(window->grabWindow().pixelColor(low), color));
+        QTRY_VERIFY(isLike(window()->grabWindow().pixelColor(low), color));
     }
     QCOMPARE(std::round(area), 432.0 * 210);
     QCOMPARE(tiles()[0]->property("color").value<QColor>(), QColor::fromRgbF(0.18f, 0.95f, 0.78f));
@@ -206,8 +161,7 @@ void StorageTest::saysWhenThereIsNothing() {
 }
 
 void StorageTest::selectsInMapAndRowsAlike() {
-    for (int i = 0; i < 20; ++i)
-        m_disk->make("~/folder " + std::to_string(10 + i) + "/x " + std::to_string(40'000 - 1000 * i));
+    makeFolders(20);
     openSheet();
     fillSheet();
     QCOMPARE(selected(), QStringList());
@@ -243,10 +197,9 @@ void StorageTest::isHitAtEveryPoint() {
         m_disk->make("~/folder " + std::to_string(i) + "/x " + std::to_string(1LL << (30 - i)));
     openSheet();
     fillSheet();
-    QQuickWindow* window = m_lumvale->window();
     int small = 0;
     for (QQuickItem* tile : tiles()) {
-        const QRectF place = tile->mapRectToScene({0, 0, tile->width(), tile->height()});
+        const QRectF place = Driver::place(*tile);
         std::vector<QPoint> points;
         const bool isSmall = place.width() < 20 && place.height() < 20;
         small += isSmall;
@@ -257,7 +210,7 @@ void StorageTest::isHitAtEveryPoint() {
             points = {points.front(), points.back(), {points.front().x(), points.back().y()}};
         for (const QPoint point : points) {
             m_driver->click(*rows().front()); // another one, or none
-            QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, point);
+            QTest::mouseClick(window(), Qt::LeftButton, Qt::NoModifier, point);
             QVERIFY2(isSelected(tile), qPrintable(nameOf(tile)));
         }
     }
@@ -265,13 +218,11 @@ void StorageTest::isHitAtEveryPoint() {
 }
 
 void StorageTest::isWalkedByKeys() {
-    for (int i = 0; i < 12; ++i)
-        m_disk->make("~/folder " + std::to_string(10 + i) + "/x " + std::to_string(40'000 - 1000 * i));
+    makeFolders(12);
     openSheet();
     m_driver->key(Qt::Key_Escape);
     QTRY_VERIFY(!m_driver->isShown("storageTitle"));
-    QVERIFY(!m_held.empty());
-    m_held.clear();
+    m_jobs = {}; // what is shown then is computed anew
 
     m_driver->item("scanButton")->forceActiveFocus(Qt::TabFocusReason);
     m_driver->key(Qt::Key_Tab);
@@ -287,12 +238,6 @@ void StorageTest::isWalkedByKeys() {
         for (const QQuickItem* tile : tiles())
             if (tile->hasActiveFocus() && tile->property("visualFocus").toBool())
                 return nameOf(tile);
-        return QString();
-    };
-    const auto current = [this] {
-        for (const QQuickItem* row : rows())
-            if (row->property("isCurrent").toBool())
-                return nameOf(row);
         return QString();
     };
     m_driver->key(Qt::Key_Tab);
@@ -330,8 +275,8 @@ void StorageTest::isWalkedByKeys() {
 
     m_driver->key(Qt::Key_Tab);
     QVERIFY(close->hasActiveFocus());
-    QTest::keyClick(m_lumvale->window(), Qt::Key_Backtab);
-    QTest::keyClick(m_lumvale->window(), Qt::Key_Backtab);
+    QTest::keyClick(window(), Qt::Key_Backtab);
+    QTest::keyClick(window(), Qt::Key_Backtab);
     QCOMPARE(walked(), "folder 10"); // where it was left
     m_driver->key(Qt::Key_Escape);
     QTRY_VERIFY(!m_driver->isShown("storageTitle"));
@@ -352,11 +297,9 @@ void StorageTest::showsNoRingToWhoClicks() {
         for (const char* name : {"closeButton", "storageButton"})
             if (QQuickItem* shown = m_driver->item(name))
                 controls.push_back(shown);
-        const auto listed = rows();
-        return std::any_of(controls.begin(), controls.end(),
-                           [](const QQuickItem* item) { return item->property("visualFocus").toBool(); })
-               || std::any_of(listed.begin(), listed.end(),
-                              [](const QQuickItem* row) { return row->property("isCurrent").toBool(); });
+        return !current().isEmpty()
+               || std::any_of(controls.begin(), controls.end(),
+                              [](const QQuickItem* item) { return item->property("visualFocus").toBool(); });
     };
     QVERIFY(!isAnyRingShown());
     m_driver->click(*tile("Movies"));
@@ -368,7 +311,7 @@ void StorageTest::showsNoRingToWhoClicks() {
     m_driver->click(*m_driver->row("Movies"));
     QVERIFY(m_driver->item("storageRows")->hasActiveFocus() && !isAnyRingShown());
     m_driver->key(Qt::Key_Down);
-    QTRY_VERIFY(m_driver->row("Music")->property("isCurrent").toBool());
+    QTRY_COMPARE(current(), "Music");
     QVERIFY(m_driver->click("closeButton"));
     QTRY_VERIFY(!m_driver->isShown("storageTitle"));
     QVERIFY(m_driver->item("storageButton")->hasActiveFocus() && !isAnyRingShown());
@@ -378,41 +321,32 @@ void StorageTest::tellsAScreenReaderWhatIsSeen() {
     m_disk->make({"~/Movies/film 8000", "~/Music/a 4000"});
     openSheet();
     fillSheet();
-    const auto told = [](QQuickItem* item) {
-        return QAccessible::queryAccessibleInterface(item);
-    };
     m_driver->click(*tile("Music"));
     for (QQuickItem* item :
          {tile("Movies"), tile("Music"), m_driver->row("Movies"), m_driver->row("Music")}) {
-        QVERIFY(item && told(item));
-        QCOMPARE(told(item)->role(), QAccessible::Button);
-        QCOMPARE(told(item)->text(QAccessible::Name),
-                 nameOf(item) + ", " + item->property("size").toString());
-        QVERIFY(told(item)->state().selectable);
-        QCOMPARE(told(item)->state().selected, nameOf(item) == "Music");
-        QCOMPARE(told(item)->childCount(), 0); // and nothing is said twice
+        QVERIFY(item);
+        auto* told = QAccessible::queryAccessibleInterface(item);
+        QCOMPARE(told->role(), QAccessible::Button);
+        QCOMPARE(told->text(QAccessible::Name), nameOf(item) + ", " + item->property("size").toString());
+        QVERIFY(told->state().selectable);
+        QCOMPARE(told->state().selected, nameOf(item) == "Music");
+        QCOMPARE(told->childCount(), 0); // and nothing is said twice
     }
     // Pressed by a screen reader, a row toggles as by hand.
-    told(m_driver->row("Music"))->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QAccessible::queryAccessibleInterface(m_driver->row("Music"))
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
     QCOMPARE(selected(), QStringList());
-    QCOMPARE(told(m_driver->item("storageRows"))->role(), QAccessible::List);
+    QCOMPARE(told("storageRows")->role(), QAccessible::List);
     for (const char* named : {"storageMap", "storageRows"})
-        QCOMPARE(told(m_driver->item(named))->text(QAccessible::Name), translated("storage_breakdown_title"));
-    QCOMPARE(told(m_driver->item("closeButton"))->text(QAccessible::Name), translated("btn_cancel"));
+        QCOMPARE(told(named)->text(QAccessible::Name), translated("storage_breakdown_title"));
+    QCOMPARE(told("closeButton")->text(QAccessible::Name), translated("btn_cancel"));
 }
 
 void StorageTest::hasWholeWordsOrNoneOnItsTiles() {
-    const struct {
-        const char* name;
-        const char* size;
-    } folders[] = {
-        {"Library", "84200"},         {"Movies", "61000"},    {"Pictures", "48300"},
-        {"Documents", "23100"},       {"Downloads", "17600"}, {"Music", "12400"},
-        {"Developer", "9800"},        {"Desktop", "4300"},    {"Virtual Machines", "2100"},
-        {"Old things kept", "31200"}, {"Sites", "850"},       {"bin", "40"},
-    };
-    for (const auto& folder : folders)
-        m_disk->make("~/" + std::string(folder.name) + "/x " + folder.size);
+    m_disk->make({"~/Library/x 84200", "~/Movies/x 61000", "~/Pictures/x 48300", "~/Documents/x 23100",
+                  "~/Downloads/x 17600", "~/Music/x 12400", "~/Developer/x 9800", "~/Desktop/x 4300",
+                  "~/Virtual Machines/x 2100", "~/Old things kept/x 31200", "~/Sites/x 850", "~/bin/x 40"});
     m_disk->make("~/" + std::string(200, 'w') + "/x 5200");
     openSheet();
     fillSheet();
@@ -442,47 +376,29 @@ void StorageTest::hasWholeWordsOrNoneOnItsTiles() {
     QCOMPARE(m_driver->cutTexts().join("; "), QString());
 }
 
-void StorageTest::followsTheLanguageAndCutsNothing_data() {
-    QTest::addColumn<int>("language");
-    for (const AppLanguage language : allAppLanguages)
-        QTest::newRow(rawValue(language).toLatin1().constData()) << static_cast<int>(language);
-}
-
 void StorageTest::followsTheLanguageAndCutsNothing() {
-    QFETCH(int, language);
+    QFETCH(AppLanguage, language);
     m_disk->make({"~/Movies/film 8000", "~/<b>bold/a 4000", "~/two\nlines/a 3000"});
     m_disk->make("~/" + std::string(200, 'w') + "/x 5200");
-    const auto check = [this] {
-        (void)m_lumvale->window()->grabWindow(); // everything laid out
-        QCOMPARE(m_driver->cutTexts().join("; "), QString());
-        QCOMPARE(m_driver->silentControls().join("; "), QString());
-    };
     openSheet();
-    Localizer::shared().setLanguageIndex(language);
+    Localizer::shared().setLanguage(language);
     QCOMPARE(m_driver->text("storageLoading", "label"), translated("storage_breakdown_loading"));
-    check();
+    checkEverythingIsSaid();
     fillSheet();
     Localizer::shared().setLanguage(AppLanguage::en);
-    check();
-    Localizer::shared().setLanguageIndex(language);
+    checkEverythingIsSaid();
+    Localizer::shared().setLanguage(language);
     QCOMPARE(m_driver->text("storageTitle"), translated("storage_breakdown_title"));
     QCOMPARE(m_driver->text("storageSubtitle"), translated("storage_breakdown_subtitle"));
     QCOMPARE(m_driver->text("storageHint"), translated("storage_breakdown_tap_hint"));
     QCOMPARE(m_driver->text("storageButton"), translated("btn_storage_breakdown"));
-    QCOMPARE(QAccessible::queryAccessibleInterface(m_driver->item("closeButton"))->text(QAccessible::Name),
-             translated("btn_cancel"));
-    check();
+    QCOMPARE(told("closeButton")->text(QAccessible::Name), translated("btn_cancel"));
+    checkEverythingIsSaid();
     QVERIFY(m_driver->row("<b>bold"));
 }
 
 int main(int argc, char** argv) {
-    const OwnSettings settings;
-    QGuiApplication application(argc, argv);
-    QGuiApplication::setOrganizationName(QStringLiteral("Lumvale Tests"));
-    QGuiApplication::setApplicationName(QStringLiteral("Tests"));
-    QAccessible::setActive(true); // as with a screen reader
-    StorageTest test;
-    return QTest::qExec(&test, argc, argv);
+    return runTest<StorageTest>(argc, argv);
 }
 
 #include "storage_test.moc"

@@ -1,21 +1,13 @@
-#include "app/history/history_store.h"
-#include "app/i18n/localizer.h"
-#include "app/models/background.h"
-#include "tests/support/temporary_disk.h"
-#include "tests/ui/driver.h"
-#include "ui/shell/lumvale_window.h"
+#include "tests/ui/window_test.h"
 
 #include <QColor>
 #include <QDirIterator>
 #include <QFile>
-#include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
-#include <QQuickItem>
 #include <QRegularExpression>
 #include <QSet>
 #include <QSignalSpy>
-#include <QTest>
 
 #include <algorithm>
 #include <cmath>
@@ -305,10 +297,7 @@ void StyleTest::standsStillUnseen() {
 }
 
 int main(int argc, char** argv) {
-    const OwnSettings settings;
-    QGuiApplication application(argc, argv);
-    StyleTest test;
-    return QTest::qExec(&test, argc, argv);
+    return runTest<StyleTest>(argc, argv);
 }
 
 #include "style_test.moc"

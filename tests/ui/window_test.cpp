@@ -1,0 +1,92 @@
+#include "tests/ui/window_test.h"
+
+void WindowTest::init() {
+    Localizer::shared().setLanguage(AppLanguage::en);
+    m_user.emplace();
+    m_disk.emplace();
+}
+
+void WindowTest::cleanup() {
+    close();
+    m_disk.reset();
+    m_user.reset();
+}
+
+void WindowTest::open(QSize size, const platform::Executor& executor) {
+    close();
+    m_history.emplace(m_disk->disk());
+    m_lumvale.emplace(m_disk->disk(), *m_history, executor);
+    QVERIFY(window());
+    window()->resize(size);
+    QVERIFY(QTest::qWaitForWindowExposed(window()));
+    QTRY_COMPARE(window()->contentItem()->size(), QSizeF(size));
+    // As when the window system makes it the active one, which it doesn't do on every machine.
+    window()->contentItem()->setFocus(true, Qt::ActiveWindowFocusReason);
+    m_driver.emplace(*window());
+}
+
+void WindowTest::close() {
+    m_driver.reset();
+    m_lumvale.reset();
+    m_history.reset();
+}
+
+void WindowTest::confirm(const char* button) const {
+    QVERIFY(m_driver->click(button));
+    QTRY_VERIFY(m_driver->isShown("confirm"));
+    QVERIFY(m_driver->click("confirm"));
+    QTRY_VERIFY(!m_driver->isShown("confirm"));
+}
+
+QStringList WindowTest::shown(const char* property) const {
+    QStringList shown;
+    for (const QQuickItem* row : m_driver->rows())
+        shown.append(row->property(property).toString());
+    return shown;
+}
+
+QString WindowTest::current() const {
+    for (const QQuickItem* row : m_driver->rows())
+        if (row->property("isCurrent").toBool())
+            return row->property("name").toString();
+    return {};
+}
+
+bool WindowTest::hasFocus(const char* name) const {
+    const QQuickItem* found = m_driver->item(name);
+    return found && found->hasActiveFocus();
+}
+
+QStringList WindowTest::menuEntries() const {
+    QStringList texts;
+    for (const QQuickItem* entry : m_driver->items("menuEntry"))
+        texts.append(entry->property("text").toString() + (entry->property("isChosen").toBool() ? "*" : ""));
+    return texts;
+}
+
+QQuickItem* WindowTest::menuEntry(const QString& text) const {
+    for (QQuickItem* entry : m_driver->items("menuEntry"))
+        if (entry->property("text").toString() == text)
+            return entry;
+    return nullptr;
+}
+
+QAccessibleInterface* WindowTest::told(const char* name) const {
+    return QAccessible::queryAccessibleInterface(m_driver->item(name));
+}
+
+void WindowTest::checkEverythingIsSaid() const {
+    layOut();
+    QCOMPARE(m_driver->cutTexts().join("; "), QString());
+    QCOMPARE(m_driver->silentControls().join("; "), QString());
+}
+
+void WindowTest::eachLanguage() {
+    QTest::addColumn<AppLanguage>("language");
+    for (const AppLanguage language : allAppLanguages)
+        QTest::newRow(rawValue(language).toLatin1().constData()) << language;
+}
+
+QString translated(const char* key) {
+    return tr(QLatin1String(key));
+}
