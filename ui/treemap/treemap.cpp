@@ -18,13 +18,12 @@ struct Piece {
 
 using Pieces = std::span<const Piece>;
 
-/// A row along a side of the free space. Its worst ratio is that of the tile that is least a square, as the
-/// longer of its sides over the shorter; infinite where a tile would have no extent. The side has some: what
-/// is too thin is left empty before.
+/// A row along a side of the free space, which takes pieces from the largest down. Its worst ratio is that of
+/// the tile that is least a square, as the longer of its sides over the shorter; infinite where a tile would
+/// have no extent. The side has some: what is too thin is left empty before.
 class Row {
 public:
-    Row(const Piece& first, double side)
-        : m_square(side * side), m_sum(first.area), m_largest(first.area), m_smallest(first.area) {
+    Row(const Piece& first, double side) : m_square(side * side), m_largest(first.area), m_sum(first.area) {
         if (first.area > 0)
             m_worst = std::max(m_square / first.area, first.area / m_square);
     }
@@ -33,31 +32,24 @@ public:
 
     /// Takes the piece in unless that makes the worst ratio worse; says whether it did.
     bool takes(const Piece& piece) {
-        Row longer = *this;
-        longer.m_sum += piece.area;
-        longer.m_largest = std::max(m_largest, piece.area);
-        longer.m_smallest = std::min(m_smallest, piece.area);
-        longer.m_worst = longer.ratio();
-        const bool isNoWorse = longer.m_worst <= m_worst;
-        if (isNoWorse)
-            *this = longer;
+        const double sum = m_sum + piece.area;
+        const double worst =
+            piece.area > 0 ? std::max(m_square * m_largest / (sum * sum), sum * sum / (m_square * piece.area))
+                           : infinity;
+        const bool isNoWorse = worst <= m_worst;
+        if (isNoWorse) {
+            m_sum = sum;
+            m_worst = worst;
+        }
         return isNoWorse;
     }
 
 private:
     static constexpr double infinity = std::numeric_limits<double>::infinity();
 
-    double ratio() const {
-        if (!(m_sum > 0 && m_smallest > 0))
-            return infinity;
-        const double sums = m_sum * m_sum;
-        return std::max(m_square * m_largest / sums, sums / (m_square * m_smallest));
-    }
-
     double m_square;
-    double m_sum;
     double m_largest;
-    double m_smallest;
+    double m_sum;
     double m_worst = infinity;
 };
 
