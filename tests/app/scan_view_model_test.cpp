@@ -15,11 +15,6 @@ namespace {
 
 using Paths = std::set<std::string>;
 
-Paths setAt(std::initializer_list<std::string_view> paths) {
-    const std::vector<std::string> all = at(paths);
-    return {all.begin(), all.end()};
-}
-
 class ScanViewModelTest : public testing::Test {
 protected:
     void scan() {

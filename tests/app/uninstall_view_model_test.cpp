@@ -19,11 +19,6 @@ namespace {
 using Lines = std::vector<std::string>;
 using Paths = std::set<std::string>;
 
-Paths setAt(std::initializer_list<std::string_view> paths) {
-    const std::vector<std::string> all = at(paths);
-    return {all.begin(), all.end()};
-}
-
 class UninstallViewModelTest : public testing::Test {
 protected:
     /// Two applications with files of theirs, one of which is both's.
@@ -111,6 +106,9 @@ TEST_F(UninstallViewModelTest, ListsApplicationsAndThenTheFilesOfOne) {
     EXPECT_TRUE(line.ends_with(
         " sur " + display::size(LumvaleScanner::healthScore(m_disk.disk()).totalDiskBytes).toStdString()))
         << line;
+    Localizer::shared().setLanguage(AppLanguage::en);
+    EXPECT_TRUE(m_model.freeSpaceText().startsWith(u"Free space : ")) << "as soon as the language changes";
+    Localizer::shared().setLanguage(AppLanguage::automatic);
     m_jobs.runBackground();
     EXPECT_FALSE(m_model.hasApps());
     m_jobs.publish();
@@ -211,20 +209,11 @@ TEST_F(UninstallViewModelTest, MovesTheTickedInTheirOrderAndChangesNothingElse) 
     ASSERT_EQ(m_model.selectedApp()->path, "/Applications/Notes.app");
     toggle("~/Library/Preferences/com.paint-notes.plist");
     auto expected = m_disk.entries();
-    const auto moves = [&](const std::string& path, const std::string& name) {
-        auto after = expected;
-        for (const auto& [where, facts] : expected)
-            if (where == path || where.starts_with(path + "/")) {
-                after.erase(where);
-                after[at("~/.Trash/") + name + where.substr(path.size())] = facts;
-            }
-        expected = after;
-    };
     // Of the two of one name the file came first, the application last.
-    moves(at("~/Library/Caches/notes"), "notes");
-    moves(at("~/Library/Logs/notes"), "notes 2");
-    moves(at("~/Library/WebKit/Notes.app"), "Notes.app");
-    moves("/Applications/Notes.app", "Notes 2.app");
+    moveToTrash(expected, "~/Library/Caches/notes", "notes");
+    moveToTrash(expected, "~/Library/Logs/notes", "notes 2");
+    moveToTrash(expected, "~/Library/WebKit/Notes.app", "Notes.app");
+    moveToTrash(expected, "/Applications/Notes.app", "Notes 2.app");
 
     QSignalSpy freeSpace(&m_model, &UninstallViewModel::freeSpaceTextChanged);
     m_model.requestUninstall();
@@ -310,15 +299,6 @@ TEST_F(UninstallViewModelTest, GoesByRowsNotByWhatTheyLookLike) {
     m_model.leftoversModel()->toggle(0);
     m_model.confirmUninstall();
     EXPECT_TRUE(m_disk.exists("~/Library/Caches/other\xFE") && m_disk.exists("~/.Trash/other\xFF"));
-}
-
-TEST_F(UninstallViewModelTest, TellsOfFreeSpaceInTheLanguageOfTheMoment) {
-    load();
-    Localizer::shared().setLanguage(AppLanguage::en);
-    EXPECT_TRUE(m_model.freeSpaceText().startsWith(u"Free space : "));
-    EXPECT_TRUE(m_model.freeSpaceText().contains(u" of "));
-    Localizer::shared().setLanguage(AppLanguage::automatic);
-    EXPECT_TRUE(m_model.freeSpaceText().startsWith(u"Espace libre : "));
 }
 
 TEST_F(UninstallViewModelTest, TellsOnceTheNewValueCanBeRead) {

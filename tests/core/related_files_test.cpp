@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
 
 #include <gtest/gtest.h>
 
@@ -170,16 +169,6 @@ TEST_F(RelatedFiles, ComeFromThePlacesThatCanBeListed) {
 
 namespace {
 
-/// `entries` as they are once the entry at `path` lies in the Trash as `name`.
-void move(std::map<std::string, std::string>& entries, const std::string& path, const std::string& name) {
-    std::map<std::string, std::string> after;
-    for (const auto& [where, facts] : entries) {
-        const bool goes = where == path || where.starts_with(path + "/");
-        after[goes ? at("~/.Trash/") + name + where.substr(path.size()) : where] = facts;
-    }
-    entries = after;
-}
-
 Lines failedPaths(const DeletionOutcome& outcome) {
     Lines paths;
     for (const DeletionFailure& failure : outcome.failed)
@@ -196,9 +185,9 @@ TEST_F(RelatedFiles, AreUninstalledInTheirOrderBeforeTheBundleAndNothingElseIs) 
                "/System/Library/notes"});
     disk.setMode("~/Library/Preferences", 0500);
     auto expected = disk.entries();
-    move(expected, at("~/Library/WebKit/notes"), "notes 2");
-    move(expected, at("~/Library/Caches/notes"), "notes 3");
-    move(expected, "/Applications/Notes.app", "Notes.app");
+    moveToTrash(expected, "~/Library/WebKit/notes", "notes 2");
+    moveToTrash(expected, "~/Library/Caches/notes", "notes 3");
+    moveToTrash(expected, "/Applications/Notes.app", "Notes.app");
 
     const DeletionOutcome outcome = LumvaleUninstaller::uninstall(
         notes,
@@ -218,7 +207,7 @@ TEST_F(RelatedFiles, AreUninstalledAlsoWhereTheBundleStays) {
     disk.make({"/Applications/Notes.app/x", "~/Library/Logs/notes", "~/Library/Caches/notes"});
     disk.setMode("/Applications", 0500);
     auto expected = disk.entries();
-    move(expected, at("~/Library/Logs/notes"), "notes");
+    moveToTrash(expected, "~/Library/Logs/notes", "notes");
     expected[at("~/.Trash")]; // made
     const DeletionOutcome outcome =
         LumvaleUninstaller::uninstall(notes, at({"~/Library/Logs/notes"}), disk.disk());

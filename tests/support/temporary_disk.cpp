@@ -167,6 +167,21 @@ std::vector<std::string> at(std::initializer_list<std::string_view> paths) {
     return result;
 }
 
+std::set<std::string> setAt(std::initializer_list<std::string_view> paths) {
+    const std::vector<std::string> all = at(paths);
+    return {all.begin(), all.end()};
+}
+
+void moveToTrash(std::map<std::string, std::string>& entries, std::string_view path, std::string_view name) {
+    const std::string from = at(path);
+    std::map<std::string, std::string> after;
+    for (const auto& [where, facts] : entries) {
+        const bool goes = where == from || where.starts_with(from + "/");
+        after[goes ? at("~/.Trash/").append(name) + where.substr(from.size()) : where] = facts;
+    }
+    entries = after;
+}
+
 OrdinaryUser::OrdinaryUser() {
     if (geteuid() == 0) {
         setfsgid(nobody);

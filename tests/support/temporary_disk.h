@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -69,6 +70,10 @@ inline std::string at(std::string_view path) {
     return TemporaryDisk::path(path);
 }
 std::vector<std::string> at(std::initializer_list<std::string_view> paths);
+std::set<std::string> setAt(std::initializer_list<std::string_view> paths);
+
+/// Makes entries() what they are once the entry at `path` lies in the Trash under this name.
+void moveToTrash(std::map<std::string, std::string>& entries, std::string_view path, std::string_view name);
 
 /// Sets the immutable flag of entries of the disk, or skips the test.
 #define LOCK_OR_SKIP(disk, ...)                                                                              \
