@@ -15,10 +15,7 @@ const QString didOnboardKey = u"didOnboard"_s;
 } // namespace
 
 OnboardingModel::OnboardingModel(platform::Disk disk, QObject* parent)
-    : QObject(parent),
-      m_disk(std::move(disk)),
-      m_didOnboard(QSettings().value(didOnboardKey).toBool()),
-      m_hasFullDiskAccess(LumvalePermissions::hasFullDiskAccess(m_disk)) {}
+    : QObject(parent), m_disk(std::move(disk)), m_didOnboard(QSettings().value(didOnboardKey).toBool()) {}
 
 void OnboardingModel::finish() {
     if (m_didOnboard)

@@ -12,11 +12,11 @@ class OnboardingModel : public QObject {
     Q_PROPERTY(bool hasFullDiskAccess READ hasFullDiskAccess NOTIFY hasFullDiskAccessChanged)
 
 public:
-    /// Reads the settings and probes the disk; writes nothing.
+    /// Reads the settings; writes nothing, and leaves the disk alone.
     explicit OnboardingModel(platform::Disk disk, QObject* parent = nullptr);
 
     bool didOnboard() const { return m_didOnboard; }
-    bool hasFullDiskAccess() const { return m_hasFullDiskAccess; } ///< when it was probed last
+    bool hasFullDiskAccess() const { return m_hasFullDiskAccess; } ///< at the last check; before, no
 
     Q_INVOKABLE void finish(); ///< for good: stored among the program's settings
     Q_INVOKABLE void checkAccess();
@@ -28,5 +28,5 @@ Q_SIGNALS:
 private:
     platform::Disk m_disk;
     bool m_didOnboard;
-    bool m_hasFullDiskAccess;
+    bool m_hasFullDiskAccess = false;
 };
