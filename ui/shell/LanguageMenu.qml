@@ -5,7 +5,7 @@ import Lumvale
 import Lumvale.Style
 
 /// The language of the texts, and the menu to choose another.
-T.Button {
+BaseButton {
     id: root
 
     /// How the keyboard had come to the button that opened the menu, which takes it.
@@ -22,15 +22,9 @@ T.Button {
     horizontalPadding: 12
     verticalPadding: 8
     spacing: 6
-    implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding)
-    implicitHeight: implicitContentHeight + topPadding + bottomPadding
     focusPolicy: Qt.TabFocus
-    Accessible.role: Accessible.Button
     Accessible.name: Texts.tr("language_label") + ", " + text
-    Accessible.onPressAction: clicked()
     onClicked: menu.visible ? menu.close() : open()
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
     Keys.onDownPressed: open()
 
     contentItem: Row {

@@ -1,9 +1,7 @@
 import QtQuick
-import QtQuick.Templates as T
-import Lumvale.Style
 
 /// A button that invites: dark ink on a gradient.
-T.Button {
+BaseButton {
     id: root
 
     property color from: GCColor.deepTeal
@@ -22,14 +20,6 @@ T.Button {
     verticalPadding: 11
     spacing: 7
     font: Type.button
-    // Whole, since buttons stand in rows from the right: a fraction would smear whatever is left of it.
-    implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding)
-    implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Accessible.onPressAction: clicked()
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
 
     contentItem: ButtonContent {
         button: root

@@ -1,8 +1,7 @@
 import QtQuick
-import QtQuick.Templates as T
 
 /// A button that doesn't invite.
-T.Button {
+BaseButton {
     id: root
 
     property string symbol
@@ -13,14 +12,6 @@ T.Button {
     spacing: 7
     font: Type.smallButton
     opacity: enabled ? 1 : 0.6
-    // Whole, since buttons stand in rows from the right: a fraction would smear whatever is left of it.
-    implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding)
-    implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Accessible.onPressAction: clicked()
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
 
     contentItem: ButtonContent {
         button: root

@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Templates as T
-import Lumvale.Style
 
 /// What stands in front of the window until it is closed; nothing behind it answers meanwhile. Escape closes it.
 T.Popup {
