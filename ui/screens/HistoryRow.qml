@@ -19,9 +19,9 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        anchors.leftMargin: -10
-        anchors.rightMargin: -10
-        radius: 9
+        anchors.leftMargin: -Metrics.rowPadding
+        anchors.rightMargin: -Metrics.rowPadding
+        radius: Metrics.rowRadius
         color: "transparent"
         border.color: GCColor.focus
         border.width: root.isCurrent ? 2 : 0

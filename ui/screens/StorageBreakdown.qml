@@ -61,11 +61,11 @@ Item {
         anchors.top: hint.bottom
         anchors.bottom: parent.bottom
         // What they say stands in line with the map; their background reaches beyond, and the scroll bar farther.
-        anchors.leftMargin: -Metrics.rowPadding
-        anchors.rightMargin: -Metrics.rowPadding - rightMargin
+        anchors.leftMargin: -leftMargin
+        anchors.rightMargin: -rightMargin
         anchors.topMargin: 8
-        leftMargin: 0
-        rightMargin: 10
+        leftMargin: Metrics.rowPadding
+        rightMargin: 2 * Metrics.rowPadding
         topMargin: 0
         bottomMargin: 0
         highlightMoveDuration: Motion.quick
@@ -77,17 +77,10 @@ Item {
         delegate: StorageRow {
             required property int index
 
-            width: rows.width - rows.rightMargin
+            width: map.width
             color: GCColor.tile(index)
             isSelected: index === root.selected
-            isCurrent: rows.isWalked && ListView.isCurrentItem
             onClicked: root.toggle(index)
-            onTouched: rows.takeFocus(Qt.MouseFocusReason)
-            // The current row has the keyboard and takes Space itself: the list would never hear of it.
-            Keys.onPressed: event => {
-                rows.isWalked = true;
-                event.accepted = false;
-            }
         }
     }
 }

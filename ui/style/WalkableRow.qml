@@ -7,6 +7,7 @@ T.AbstractButton {
     id: root
 
     property WalkableList list: ListView.view as WalkableList
+    property bool isSelected: false
     property bool isCurrent: list !== null && list.isWalked && ListView.isCurrentItem
 
     /// A key that is held presses once, and nothing of what the press has brought.
@@ -38,10 +39,10 @@ T.AbstractButton {
 
     background: Rectangle {
         anchors.fill: parent
-        anchors.leftMargin: -10
-        anchors.rightMargin: -10
-        radius: 9
-        color: root.hovered ? GCColor.hover : "transparent"
+        anchors.leftMargin: -Metrics.rowPadding
+        anchors.rightMargin: -Metrics.rowPadding
+        radius: Metrics.rowRadius
+        color: root.isSelected ? GCColor.selection : root.hovered ? GCColor.hover : "transparent"
         border.color: root.isCurrent ? GCColor.focus : GCColor.panelStroke
         border.width: root.isCurrent ? 2 : root.hovered ? 1 : 0
     }
