@@ -22,6 +22,7 @@ private Q_SLOTS:
     void movesWhatIsTickedAndOnlyThat();
     void emptiesTheTrash_data();
     void emptiesTheTrash();
+    void actsOnceForAHastyHand();
     void isWalkedByKeys();
     void isWalkedByPages();
     void listsWhatStayedInWholeLines();
@@ -138,6 +139,38 @@ void CleanupTest::emptiesTheTrash() {
 
     QVERIFY(m_driver->click("scanButton"));
     QVERIFY(!m_driver->isShown("trashSuccess") && !m_driver->isShown("trashWarning"));
+}
+
+void CleanupTest::actsOnceForAHastyHand() {
+    for (int i = 0; i < 8; ++i)
+        m_disk->make("~/Library/Caches/cache" + std::to_string(i) + "/blob 8000");
+    open();
+    scan();
+    const int ticked = model()->checkedCount();
+    m_driver->doubleClick(*m_driver->item("emptyTrashButton"));
+    QTRY_VERIFY(m_driver->isShown("cancel"));
+
+    // There is a row below Cancel, for the second click.
+    const QPoint cancel = m_driver->centre(*m_driver->item("cancel"));
+    const std::vector<QQuickItem*> rows = m_driver->rows();
+    QVERIFY(std::any_of(rows.begin(), rows.end(), [cancel](const QQuickItem* row) {
+        return row->contains(row->mapFromScene(cancel));
+    }));
+    m_driver->doubleClick(*m_driver->item("cancel"));
+    QTRY_VERIFY(!m_driver->isShown("cancel"));
+    QCOMPARE(model()->checkedCount(), ticked);
+
+    // A double click on a row is one, and a click after it one more.
+    for (const int expected : {ticked - 1, ticked}) {
+        m_driver->doubleClick(*rows.front());
+        QCOMPARE(model()->checkedCount(), expected);
+    }
+    m_driver->item("deleteButton")->forceActiveFocus(Qt::TabFocusReason);
+    m_driver->holdKey(Qt::Key_Return);
+    QTRY_VERIFY(m_driver->isShown("cancel"));
+    m_driver->holdKey(Qt::Key_Space);
+    QTRY_VERIFY(!m_driver->isShown("cancel"));
+    QVERIFY(m_disk->exists("~/Library/Caches/cache0/blob"));
 }
 
 void CleanupTest::isWalkedByKeys() {

@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QCoreApplication>
+#include <QKeyEvent>
 #include <QSettings>
 #include <QTest>
 
@@ -100,6 +101,22 @@ std::jthread Driver::clickLater(QPoint place) const {
 
 void Driver::key(Qt::Key key) const {
     QTest::keyClick(&m_window, key);
+}
+
+void Driver::doubleClick(const QQuickItem& item) const {
+    QTest::mouseDClick(&m_window, Qt::LeftButton, Qt::NoModifier, centre(item));
+}
+
+void Driver::holdKey(Qt::Key key) const {
+    QTest::keyPress(&m_window, key);
+    for (int i = 0; i < 5; ++i) {
+        for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+            QKeyEvent repeated(type, key, Qt::NoModifier, {}, true);
+            QCoreApplication::sendEvent(&m_window, &repeated);
+        }
+        QTest::qWait(10);
+    }
+    QTest::keyRelease(&m_window, key);
 }
 
 BlockingAction* Driver::blockingAction() const {

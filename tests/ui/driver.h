@@ -41,6 +41,10 @@ public:
 
     void key(Qt::Key key) const;
 
+    /// What a hand does without meaning it: two clicks in haste, a key held down until it repeats.
+    void doubleClick(const QQuickItem& item) const;
+    void holdKey(Qt::Key key) const;
+
     /// What the open dialog does once it is confirmed; null without a dialog.
     BlockingAction* blockingAction() const;
 

@@ -28,6 +28,7 @@ private Q_SLOTS:
     void isShownUntilItIsOver();
     void isGoneThroughByClicks();
     void isGoneThroughByKeys();
+    void turnsOnePageForAHastyHand();
     void isOverOnceItIsDismissed();
     void isNotOverWhenTheProgramEnds_data();
     void isNotOverWhenTheProgramEnds();
@@ -139,6 +140,21 @@ void OnboardingTest::isGoneThroughByKeys() {
     }
     QTRY_VERIFY(!m_driver->isShown("onboardingTitle"));
     QVERIFY(didOnboard());
+}
+
+void OnboardingTest::turnsOnePageForAHastyHand() {
+    open();
+    m_driver->doubleClick(*m_driver->item("next"));
+    QVERIFY(showsPage(1));
+    m_driver->holdKey(Qt::Key_Return);
+    QVERIFY(showsPage(2));
+    m_driver->holdKey(Qt::Key_Space);
+    QVERIFY(showsPage(3));
+    // What closes it must not press what lies behind.
+    m_driver->item("next")->forceActiveFocus(Qt::TabFocusReason);
+    m_driver->holdKey(Qt::Key_Return);
+    QTRY_COMPARE(focused(), "scanButton");
+    QVERIFY(m_driver->isShown("emptyPrompt"));
 }
 
 void OnboardingTest::isOverOnceItIsDismissed() {

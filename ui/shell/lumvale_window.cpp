@@ -1,5 +1,6 @@
 #include "ui/shell/lumvale_window.h"
 
+#include "ui/shell/deliberate_input.h"
 #include "ui/shell/screen_models.h"
 
 #include <QFontDatabase>
@@ -24,6 +25,8 @@ LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platfor
     new ScreenModels(std::move(disk), history, std::move(executor), &m_engine);
     m_engine.addImportPath(QStringLiteral("qrc:/qml"));
     m_engine.load(QUrl(QStringLiteral("qrc:/qml/Lumvale/shell/Main.qml")));
+    if (window())
+        new DeliberateInput(window());
 }
 
 QQuickWindow* LumvaleWindow::window() const {

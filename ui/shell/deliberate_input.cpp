@@ -1,0 +1,51 @@
+#include "ui/shell/deliberate_input.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QStyleHints>
+
+#include <utility>
+
+namespace {
+
+bool presses(int key) {
+    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
+}
+
+} // namespace
+
+DeliberateInput::DeliberateInput(QObject* window) : QObject(window) {
+    window->installEventFilter(this);
+}
+
+bool DeliberateInput::eventFilter(QObject* /*watched*/, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease: {
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        return key.isAutoRepeat() && presses(key.key());
+    }
+    case QEvent::MouseButtonPress:
+        m_dropping = isSecondOfDoubleClick(static_cast<const QMouseEvent&>(*event));
+        return m_dropping;
+    case QEvent::MouseButtonDblClick: // follows the second press
+        return m_dropping;
+    case QEvent::MouseButtonRelease:
+        return std::exchange(m_dropping, false);
+    default:
+        return false;
+    }
+}
+
+bool DeliberateInput::isSecondOfDoubleClick(const QMouseEvent& press) {
+    const QStyleHints& hints = *QGuiApplication::styleHints();
+    const QPointF distance = press.position() - m_pressedWhere;
+    const bool isSecond =
+        m_pressedAt > 0
+        && press.timestamp() - m_pressedAt < static_cast<quint64>(hints.mouseDoubleClickInterval())
+        && distance.manhattanLength() <= hints.mouseDoubleClickDistance();
+    m_pressedAt = isSecond ? 0 : press.timestamp();
+    m_pressedWhere = press.position();
+    return isSecond;
+}
