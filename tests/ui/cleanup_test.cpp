@@ -23,6 +23,7 @@ private Q_SLOTS:
     void emptiesTheTrash_data();
     void emptiesTheTrash();
     void actsOnceForAHastyHand();
+    void startsEachDialogOnTheHarmlessButton();
     void isWalkedByKeys();
     void isWalkedByPages();
     void listsWhatStayedInWholeLines();
@@ -171,6 +172,32 @@ void CleanupTest::actsOnceForAHastyHand() {
     m_driver->holdKey(Qt::Key_Space);
     QTRY_VERIFY(!m_driver->isShown("cancel"));
     QVERIFY(m_disk->exists("~/Library/Caches/cache0/blob"));
+}
+
+void CleanupTest::startsEachDialogOnTheHarmlessButton() {
+    open();
+    scan();
+    QVERIFY(m_driver->click("deleteButton"));
+    const QQuickItem* cancel = m_driver->item("cancel");
+    QVERIFY(cancel && cancel->hasActiveFocus());
+    QTest::qWait(200); // until it has faded in
+    QVERIFY(cancel->hasActiveFocus() && !cancel->property("visualFocus").toBool());
+    m_driver->key(Qt::Key_Tab);
+    QVERIFY(m_driver->item("confirm")->hasActiveFocus());
+    m_driver->key(Qt::Key_Escape);
+    QTRY_VERIFY(!m_driver->isShown("cancel"));
+
+    // Opened once more, it takes a Return at once as a hasty one.
+    QVERIFY(m_driver->click("deleteButton"));
+    m_driver->key(Qt::Key_Return);
+    QTRY_VERIFY(!m_driver->isShown("cancel"));
+    QVERIFY(m_disk->exists("~/Library/Logs/b.log"));
+
+    m_driver->item("scanButton")->forceActiveFocus();
+    m_driver->item("deleteButton")->forceActiveFocus(Qt::TabFocusReason);
+    m_driver->key(Qt::Key_Return);
+    QTRY_VERIFY(cancel->property("visualFocus").toBool());
+    m_driver->key(Qt::Key_Escape);
 }
 
 void CleanupTest::isWalkedByKeys() {

@@ -20,7 +20,10 @@ Sheet {
     closePolicy: busy ? T.Popup.NoAutoClose : T.Popup.CloseOnEscape
     implicitWidth: Metrics.dialogWidth
     implicitHeight: content.implicitHeight + 2 * padding
-    onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)
+    // Also where it was left on the other button: keys may come before it has faded in. A ring is for those who came
+    // by keys.
+    onAboutToShow: cancel.focus = true
+    onOpened: cancel.focusReason = returnReason
 
     BlockingAction {
         id: action
