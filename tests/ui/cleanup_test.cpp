@@ -24,6 +24,7 @@ private Q_SLOTS:
     void emptiesTheTrash();
     void actsOnceForAHastyHand();
     void startsEachDialogOnTheHarmlessButton();
+    void standsNamesOfAllScriptsAtTheLeft();
     void isWalkedByKeys();
     void isWalkedByPages();
     void listsWhatStayedInWholeLines();
@@ -198,6 +199,36 @@ void CleanupTest::startsEachDialogOnTheHarmlessButton() {
     m_driver->key(Qt::Key_Return);
     QTRY_VERIFY(cancel->property("visualFocus").toBool());
     m_driver->key(Qt::Key_Escape);
+}
+
+void CleanupTest::standsNamesOfAllScriptsAtTheLeft() {
+    const QString name = QStringLiteral("ذاكرة التخزين");
+    m_disk->make("~/Library/Caches/" + name.toStdString() + "/blob 8000");
+    const std::string kept = "~/.Trash/" + name.toStdString();
+    m_disk->make(kept + "/inside 9");
+    m_disk->setMode(kept, 0555);
+    open();
+    scan();
+    const auto* label = m_driver->row(name)->findChild<QQuickItem*>();
+    for (const QQuickItem* text : m_driver->row(name)->findChildren<QQuickItem*>())
+        if (text->property("text") == name)
+            label = text;
+    QCOMPARE(label->property("text").toString(), name);
+    QCOMPARE(label->property("effectiveHorizontalAlignment").toInt(), int(Qt::AlignLeft));
+
+    // And before the reason why they stay.
+    QVERIFY(m_driver->click("emptyTrashButton"));
+    QTRY_VERIFY(m_driver->isShown("confirm"));
+    QVERIFY(m_driver->click("confirm"));
+    QTRY_VERIFY(!m_driver->isShown("confirm"));
+    const auto* lines = m_driver->item("trashFailures")->property("contentItem").value<QQuickItem*>();
+    int reasons = 0;
+    for (const QQuickItem* line : lines->childItems()) {
+        const QString text = line->property("text").toString();
+        reasons += text.contains(name);
+        QVERIFY(!text.isRightToLeft());
+    }
+    QCOMPARE(reasons, 1);
 }
 
 void CleanupTest::isWalkedByKeys() {

@@ -96,7 +96,8 @@ Column {
                 required property string modelData
 
                 width: ListView.view.width - 14
-                text: modelData + " : " + Texts.tr(root.model.trashFailedReasonKeys[index])
+                // The mark keeps name and reason in this order also where the name runs from the right.
+                text: "\u200e" + modelData + " : " + Texts.tr(root.model.trashFailedReasonKeys[index])
                 font: Type.fine
                 color: GCColor.danger
                 lineHeightMode: Text.FixedHeight

@@ -6,4 +6,6 @@ Text {
     textFormat: Text.PlainText
     renderType: Text.NativeRendering
     color: GCColor.textPrimary
+    // Names in scripts that run from the right stand where all others do.
+    horizontalAlignment: Text.AlignLeft
 }
