@@ -10,7 +10,8 @@ T.ScrollBar {
     // Clear of the round corners that lists have.
     topPadding: 10
     bottomPadding: 10
-    minimumSize: 0.06
+    // Long enough to be caught, also beside a view of a few lines.
+    minimumSize: Math.min(1, 24 / availableHeight)
     visible: size < 1
     Accessible.ignored: true
 

@@ -54,6 +54,8 @@ ListView {
         if (activeFocus && currentIndex < firstRow)
             currentIndex = firstRow;
     }
+    // Where rows have gone, the last of those that are left.
+    onCountChanged: currentIndex = Math.min(currentIndex, count - 1)
     Keys.onPressed: event => {
         isWalked = true;
         const row = rowByKey(event.key);
