@@ -385,6 +385,11 @@ void CleanupTest::tellsAScreenReaderWhatIsSeen() {
         QCOMPARE(told(outcome)->role(), QAccessible::AlertMessage);
         QCOMPARE(told(outcome)->text(QAccessible::Name), m_driver->text(outcome));
     }
+    // What is disabled isn't pressed by it either.
+    QVERIFY(!m_driver->isEnabled("deleteButton"));
+    told("deleteButton")->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QVERIFY(!model()->showDeleteConfirm());
+    QCOMPARE(told("title")->role(), QAccessible::Heading);
     QCOMPARE(told("trashFailures")->role(), QAccessible::List);
     QCOMPARE(told("trashFailures")->text(QAccessible::Name), m_driver->text("trashWarning"));
 }

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void changesEveryTextWithTheLanguage();
     void choosesALanguageByKeys();
     void tellsAScreenReaderWhichTabIsChosen();
+    void tellsAScreenReaderWhichLanguageIsChosen();
     void keepsEverythingInSightAtItsSmallest_data() { eachLanguage(); }
     void keepsEverythingInSightAtItsSmallest();
 };
@@ -157,6 +158,33 @@ void ShellTest::tellsAScreenReaderWhichTabIsChosen() {
     }
     QCOMPARE(told("languageMenu")->role(), QAccessible::Button);
     QCOMPARE(told("languageMenu")->text(QAccessible::Name), translated("language_label") + ", English");
+}
+
+void ShellTest::tellsAScreenReaderWhichLanguageIsChosen() {
+    const auto toldOf = [this](const char* language) {
+        return QAccessible::queryAccessibleInterface(menuEntry(language));
+    };
+    const auto press = [](QAccessibleInterface* control) {
+        control->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    };
+    // Chosen twice, the present one stays chosen.
+    for (int i = 0; i < 2; ++i) {
+        press(told("languageMenu"));
+        QTRY_COMPARE(menuEntries().size(), 10);
+        QVERIFY(toldOf("English")->state().checkable && toldOf("Deutsch")->state().checkable);
+        QCOMPARE(bool(toldOf("English")->state().checked), i == 0);
+        QCOMPARE(bool(toldOf("Deutsch")->state().checked), i == 1);
+        press(toldOf("Deutsch"));
+        QTRY_VERIFY(menuEntries().isEmpty());
+        QCOMPARE(Localizer::shared().language(), AppLanguage::de);
+    }
+    QVERIFY(m_driver->click("languageMenu"));
+    QTRY_COMPARE(menuEntries().size(), 10);
+    m_driver->click(*menuEntry("Deutsch"));
+    QTRY_VERIFY(menuEntries().isEmpty());
+    QVERIFY(m_driver->click("languageMenu"));
+    QTRY_COMPARE(menuEntries().size(), 10);
+    QVERIFY(toldOf("Deutsch")->state().checked && !toldOf("English")->state().checked);
 }
 
 void ShellTest::keepsEverythingInSightAtItsSmallest() {

@@ -129,6 +129,8 @@ Sheet {
             verticalPadding: 12
             text: Texts.tr(root.isLast ? "btn_start" : "btn_next")
             glow: GCColor.alpha(GCColor.glowTeal, 0.35)
+            // It keeps the keyboard while the page turns: what a screen reader tells of it is how the new one is heard.
+            Accessible.description: root.page > 0 ? title.text + ". " + message.text : ""
             onClicked: {
                 if (root.isLast)
                     root.close();

@@ -41,6 +41,7 @@ Item {
             BreathingTitle {
                 objectName: "title"
                 title: "Lumvale"
+                Accessible.role: Accessible.Heading
             }
         }
 

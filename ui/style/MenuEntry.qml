@@ -2,8 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lumvale.Style
 
-/// One of the choices in a menu; the present one has a mark. Not checkable by itself: choosing the present one again
-/// would take its mark.
+/// One of the choices in a menu; the present one has a mark, which choosing it again leaves.
 T.MenuItem {
     id: root
 
@@ -14,9 +13,13 @@ T.MenuItem {
     horizontalPadding: 10
     verticalPadding: 6
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    checkable: true
+    autoExclusive: true
+    checked: isChosen
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: isChosen
+    Accessible.onPressAction: triggered()
 
     indicator: Symbol {
         x: root.leftPadding
