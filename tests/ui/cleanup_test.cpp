@@ -148,7 +148,7 @@ void CleanupTest::actsOnceForAHastyHand() {
         m_disk->make("~/Library/Caches/cache" + std::to_string(i) + "/blob 8000");
     open();
     scan();
-    const int ticked = model()->checkedCount();
+    const int ticked = model<ScanViewModel>()->checkedCount();
     m_driver->doubleClick(*m_driver->item("emptyTrashButton"));
     QTRY_VERIFY(m_driver->isShown("cancel"));
 
@@ -160,12 +160,12 @@ void CleanupTest::actsOnceForAHastyHand() {
     }));
     m_driver->doubleClick(*m_driver->item("cancel"));
     QTRY_VERIFY(!m_driver->isShown("cancel"));
-    QCOMPARE(model()->checkedCount(), ticked);
+    QCOMPARE(model<ScanViewModel>()->checkedCount(), ticked);
 
     // A double click on a row is one, and a click after it one more.
     for (const int expected : {ticked - 1, ticked}) {
         m_driver->doubleClick(*rows.front());
-        QCOMPARE(model()->checkedCount(), expected);
+        QCOMPARE(model<ScanViewModel>()->checkedCount(), expected);
     }
     m_driver->item("deleteButton")->forceActiveFocus(Qt::TabFocusReason);
     m_driver->holdKey(Qt::Key_Return);
@@ -388,7 +388,7 @@ void CleanupTest::tellsAScreenReaderWhatIsSeen() {
     // What is disabled isn't pressed by it either.
     QVERIFY(!m_driver->isEnabled("deleteButton"));
     told("deleteButton")->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    QVERIFY(!model()->showDeleteConfirm());
+    QVERIFY(!model<ScanViewModel>()->showDeleteConfirm());
     QCOMPARE(told("title")->role(), QAccessible::Heading);
     QCOMPARE(told("trashFailures")->role(), QAccessible::List);
     QCOMPARE(told("trashFailures")->text(QAccessible::Name), m_driver->text("trashWarning"));
