@@ -54,6 +54,10 @@ Item {
 
     GradientButton {
         id: scanButton
+
+        /// How the keyboard had come to it, which is lost while it is disabled.
+        property int startedBy: Qt.OtherFocusReason
+
         objectName: "scanButton"
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
@@ -61,6 +65,11 @@ Item {
         glow: GCColor.alpha(GCColor.glowTeal, 0.35)
         enabled: !root.isScanning
         focus: true
-        onClicked: root.scanRequested()
+        onClicked: {
+            startedBy = focusReason;
+            root.scanRequested();
+        }
+        onEnabledChanged: if (enabled && activeFocus)
+            focusReason = startedBy
     }
 }
