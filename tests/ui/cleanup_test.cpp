@@ -179,8 +179,9 @@ void CleanupTest::startsEachDialogOnTheHarmlessButton() {
     open();
     scan();
     QVERIFY(m_driver->click("deleteButton"));
+    QTRY_VERIFY(m_driver->isShown("cancel"));
     const QQuickItem* cancel = m_driver->item("cancel");
-    QVERIFY(cancel && cancel->hasActiveFocus());
+    QVERIFY(cancel->hasActiveFocus());
     QTest::qWait(200); // until it has faded in
     QVERIFY(cancel->hasActiveFocus() && !cancel->property("visualFocus").toBool());
     m_driver->key(Qt::Key_Tab);

@@ -103,9 +103,11 @@ void OnboardingTest::isShownUntilItIsOver() {
 
 void OnboardingTest::isGoneThroughByClicks() {
     openIntroduction();
+    const QPoint next = m_driver->centre(*m_driver->item("next"));
     for (int page = 0; page < 4; ++page) {
         QVERIFY(showsPage(page));
         QVERIFY(!didOnboard());
+        QTRY_COMPARE(m_driver->centre(*m_driver->item("next")), next); // under the pointer on every page
         QVERIFY(m_driver->click("next"));
     }
     QTRY_VERIFY(!m_driver->isShown("onboardingTitle"));

@@ -32,6 +32,8 @@ Sheet {
     readonly property var shown: pages[Math.min(page, pages.length - 1)]
     readonly property bool isLast: page >= totalPages - 1
 
+    // All pages end at the same height, so that the button to the next one stays under the pointer.
+    y: parent ? Math.round(parent.height / 2) + Metrics.onboardingDrop - height : 0
     padding: Metrics.onboardingPadding
     implicitWidth: Metrics.onboardingWidth
     implicitHeight: content.implicitHeight + 2 * padding
