@@ -121,7 +121,7 @@ void UninstallTest::pick(const char* app) {
 }
 
 void UninstallTest::confirm() {
-    QVERIFY(m_driver->click("removeButton"));
+    QVERIFY(m_driver->click("deleteButton"));
     QTRY_VERIFY(m_driver->isShown("confirm"));
     QVERIFY(m_driver->click("confirm"));
     QTRY_VERIFY(!m_driver->isShown("confirm"));
@@ -171,7 +171,7 @@ void UninstallTest::movesWhatIsTickedAndOnlyThat() {
     QCOMPARE(m_driver->text("selectionLabel"), selection("1 KB", 3));
 
     const auto before = m_disk->entries();
-    QVERIFY(m_driver->click("removeButton"));
+    QVERIFY(m_driver->click("deleteButton"));
     QTRY_VERIFY(m_driver->isShown("cancel"));
     QCOMPARE(dialog()->property("title").toString(), translated("btn_uninstall"));
     const QString question =
@@ -254,11 +254,11 @@ void UninstallTest::showsAnApplicationThatKeepsNothingElsewhere() {
 
     m_driver->click(*m_driver->rows().at(0));
     QCOMPARE(m_driver->text("selectionLabel"), selection("Zero KB", 0));
-    QVERIFY(!m_driver->isEnabled("removeButton"));
-    QVERIFY(m_driver->click("removeButton"));
+    QVERIFY(!m_driver->isEnabled("deleteButton"));
+    QVERIFY(m_driver->click("deleteButton"));
     QVERIFY(!m_driver->isShown("confirm") && !model()->showDeleteConfirm());
     m_driver->click(*m_driver->rows().at(0));
-    QVERIFY(m_driver->isEnabled("removeButton"));
+    QVERIFY(m_driver->isEnabled("deleteButton"));
     confirm();
     QVERIFY(!m_disk->exists("/Applications/Solo.app") && m_disk->exists("~/.Trash/Solo.app/x"));
     QCOMPARE(m_driver->text("uninstalledLabel"), "✓ « Solo » " + translated("uninstalled_suffix"));
@@ -286,7 +286,7 @@ void UninstallTest::forgetsWhatWasTickedOnTheWayBack() {
     m_driver->click(*m_driver->rows().at(0));
     QVERIFY(m_driver->click("backButton"));
     QCOMPARE(shown("name"), (QStringList{"Notes", "Paint", "Solo"}));
-    QVERIFY(!m_driver->isShown("backButton") && !m_driver->isShown("removeButton"));
+    QVERIFY(!m_driver->isShown("backButton") && !m_driver->isShown("deleteButton"));
     QVERIFY(!model()->hasSelectedApp());
     QCOMPARE(model()->checkedCount(), 0);
     QCOMPARE(model()->selectedBytes(), 0);
@@ -308,7 +308,7 @@ void UninstallTest::showsTheLastPickedWhicheverSearchEndsFirst() {
         m_driver->click(*m_driver->row("Notes"));
         QCOMPARE(m_driver->text("loadingIndicator", "label"), translated("loading_leftovers"));
         QCOMPARE(m_driver->text("loadingIndicator", "subtitle"), "Notes");
-        QVERIFY(m_driver->rows().empty() && !m_driver->isShown("removeButton"));
+        QVERIFY(m_driver->rows().empty() && !m_driver->isShown("deleteButton"));
         m_driver->key(Qt::Key_Escape);
         m_driver->click(*m_driver->row("Paint"));
         QCOMPARE(m_driver->text("loadingIndicator", "subtitle"), "Paint");
@@ -419,14 +419,14 @@ void UninstallTest::isWalkedByKeys() {
     m_driver->key(Qt::Key_Return);
     files();
     m_driver->key(Qt::Key_Tab);
-    QVERIFY(m_driver->item("removeButton")->hasActiveFocus());
+    QVERIFY(m_driver->item("deleteButton")->hasActiveFocus());
     // A hasty Return cancels, and so does Escape, which doesn't go back as well.
     for (const Qt::Key harmless : {Qt::Key_Return, Qt::Key_Escape}) {
         m_driver->key(Qt::Key_Space);
         QTRY_VERIFY(m_driver->isShown("cancel") && m_driver->item("cancel")->hasActiveFocus());
         m_driver->key(harmless);
         QTRY_VERIFY(!m_driver->isShown("cancel"));
-        QTRY_VERIFY(m_driver->item("removeButton")->hasActiveFocus());
+        QTRY_VERIFY(m_driver->item("deleteButton")->hasActiveFocus());
     }
     m_driver->key(Qt::Key_Return);
     QTRY_VERIFY(m_driver->isShown("cancel") && m_driver->item("cancel")->hasActiveFocus());
@@ -583,9 +583,9 @@ void UninstallTest::nothingIsCutOffInAnyLanguage() {
         jobs.run();
         files();
         check("files");
-        QCOMPARE(m_driver->text("removeButton"), translated("btn_uninstall"));
+        QCOMPARE(m_driver->text("deleteButton"), translated("btn_uninstall"));
         waitOutDoubleClick();
-        QVERIFY(m_driver->click("removeButton"));
+        QVERIFY(m_driver->click("deleteButton"));
         QTRY_VERIFY(m_driver->isShown("confirm"));
         QVERIFY(
             dialog()->property("message").toString().endsWith(translated("alert_confirm_delete_message")));

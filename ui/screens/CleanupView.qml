@@ -99,13 +99,17 @@ FocusScope {
             items: root.model.items
         }
 
-        CleanupFooter {
+        SelectionFooter {
             id: footer
             anchors.left: parent.left
             anchors.right: parent.right
             anchors.bottom: parent.bottom
             visible: !root.model.isScanning && root.model.hasResult
-            model: root.model
+            count: root.model.checkedCount
+            size: root.model.selectedSize
+            action: Texts.tr("btn_trash_selection")
+            outcome: root.model.deletedCount > 0 ? root.model.deletedCount + " " + Texts.tr("deleted_confirmation") : ""
+            onRequested: root.model.requestDelete()
         }
     }
 

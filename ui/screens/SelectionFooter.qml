@@ -2,38 +2,55 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// How much is ticked, and the button that takes it away.
+/// How much is ticked, what the last move came to, and the button that moves.
 Item {
     id: root
 
     required property int count
     required property string size
     required property string action
+    /// What the last move came to; nothing is said where it is empty.
+    property string outcome
 
     signal requested
 
-    implicitHeight: Math.max(label.height, button.height) + 14
+    implicitHeight: Math.max(texts.height, button.height) + 2 * Metrics.footerPadding
 
-    Label {
-        id: label
-        objectName: "selectionLabel"
+    Column {
+        id: texts
         anchors.left: parent.left
+        anchors.leftMargin: Metrics.footerPadding
         anchors.right: button.left
         anchors.rightMargin: 16
         anchors.verticalCenter: button.verticalCenter
-        text: root.count + " " + Texts.tr("selected_count_suffix") + " · " + root.size
-        color: GCColor.textSecondary
+        spacing: 3
+
+        Label {
+            objectName: "selectionLabel"
+            width: parent.width
+            text: root.count + " " + Texts.tr("selected_count_suffix") + " · " + root.size
+            color: GCColor.textSecondary
+        }
+
+        Label {
+            objectName: "deletedLabel"
+            width: parent.width
+            visible: text.length > 0
+            text: root.outcome
+            color: GCColor.glowTeal
+            Accessible.role: Accessible.AlertMessage
+        }
     }
 
     GradientButton {
         id: button
-        objectName: "removeButton"
+        objectName: "deleteButton"
         anchors.right: parent.right
         anchors.bottom: parent.bottom
+        anchors.margins: Metrics.footerPadding
         from: GCColor.danger
         to: GCColor.dangerLight
         glow: GCColor.alpha(GCColor.danger, 0.3)
-        symbol: "trash.fill"
         text: root.action
         enabled: root.count > 0
         onClicked: root.requested()
