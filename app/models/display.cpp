@@ -3,6 +3,8 @@
 #include "platform/format.h"
 #include "platform/text.h"
 
+#include <QTextBoundaryFinder>
+
 namespace {
 
 /// What stands for a character that would not be seen itself but would move others: a line break makes a row
@@ -27,6 +29,19 @@ QString display::text(std::string_view bytes) {
     for (QChar& c : text)
         c = visible(c);
     return text;
+}
+
+QString display::name(std::string_view bytes) {
+    constexpr int enough = 255; // as long as a file's may be
+    constexpr std::size_t bytesOfMore = 1024;
+    const QString whole = text(bytes.substr(0, bytesOfMore));
+    if (whole.size() <= enough)
+        return whole;
+    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, whole);
+    characters.setPosition(enough);
+    if (!characters.isAtBoundary())
+        characters.toPreviousBoundary();
+    return whole.left(characters.position()) + QChar(u'…');
 }
 
 QString display::size(std::int64_t bytes) {

@@ -16,6 +16,10 @@ namespace display {
 /// others, a picture for line breaks and other controls.
 QString text(std::string_view bytes);
 
+/// The same of a name that a property list gives, and which may be of any length: no more of it than leaves
+/// room for what is said beside it.
+QString name(std::string_view bytes);
+
 /// A size in the user's locale.
 QString size(std::int64_t bytes);
 

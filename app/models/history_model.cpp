@@ -20,7 +20,7 @@ QVariant HistoryModel::data(const QModelIndex& index, int role) const {
     const HistoryEntry& entry = m_rows[static_cast<std::size_t>(index.row())];
     switch (role) {
     case NameRole:
-        return display::text(entry.name);
+        return display::name(entry.name);
     case SizeRole:
         return display::size(entry.sizeBytes);
     case DateRole:

@@ -12,7 +12,7 @@ QVariant InstalledAppsModel::data(const QModelIndex& index, int role) const {
     const InstalledApp& app = m_apps[static_cast<std::size_t>(index.row())];
     switch (role) {
     case NameRole:
-        return display::text(app.name);
+        return display::name(app.name);
     case SizeRole:
         return display::size(app.sizeBytes);
     default:

@@ -11,8 +11,8 @@ QVariant StartupItemsModel::data(const QModelIndex& index, int role) const {
         return {};
     const StartupItem& item = m_items[static_cast<std::size_t>(index.row())];
     switch (role) {
-    case DisplayNameRole:
-        return display::text(item.displayName);
+    case NameRole:
+        return display::name(item.displayName);
     case ExplanationRole:
         return display::text(item.explanation);
     case IsSystemWideRole:
@@ -24,7 +24,7 @@ QVariant StartupItemsModel::data(const QModelIndex& index, int role) const {
 
 QHash<int, QByteArray> StartupItemsModel::roleNames() const {
     return {
-        {DisplayNameRole, "displayName"},
+        {NameRole, "name"},
         {ExplanationRole, "explanation"},
         {IsSystemWideRole, "isSystemWide"},
     };

@@ -13,7 +13,7 @@ class StartupItemsModel : public QAbstractListModel {
 
 public:
     enum Role {
-        DisplayNameRole = Qt::UserRole + 1,
+        NameRole = Qt::UserRole + 1,
         ExplanationRole, ///< translation key
         IsSystemWideRole,
     };

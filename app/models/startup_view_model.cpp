@@ -42,11 +42,11 @@ void StartupViewModel::setShowDisableConfirm(bool show) {
 }
 
 QString StartupViewModel::itemToDisableName() const {
-    return m_itemToDisable ? display::text(m_itemToDisable->displayName) : QString();
+    return m_itemToDisable ? display::name(m_itemToDisable->displayName) : QString();
 }
 
 QString StartupViewModel::disabledName() const {
-    return m_lastDisabledName ? display::text(*m_lastDisabledName) : QString();
+    return m_lastDisabledName ? display::name(*m_lastDisabledName) : QString();
 }
 
 void StartupViewModel::setIsLoading(bool isLoading) {

@@ -127,7 +127,7 @@ std::vector<std::string> UninstallViewModel::checkedPaths() const {
 }
 
 QString UninstallViewModel::selectedAppName() const {
-    return m_selectedApp ? display::text(m_selectedApp->name) : QString();
+    return m_selectedApp ? display::name(m_selectedApp->name) : QString();
 }
 
 QString UninstallViewModel::selectedAppSize() const {
@@ -139,7 +139,7 @@ QString UninstallViewModel::selectedSize() const {
 }
 
 QString UninstallViewModel::lastUninstalledName() const {
-    return m_lastUninstalled ? display::text(*m_lastUninstalled) : QString();
+    return m_lastUninstalled ? display::name(*m_lastUninstalled) : QString();
 }
 
 void UninstallViewModel::setIsLoadingApps(bool isLoading) {

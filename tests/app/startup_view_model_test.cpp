@@ -35,7 +35,7 @@ protected:
     Texts shown() const {
         Texts names;
         for (int row = 0; row < m_model.itemsModel()->rowCount(); ++row)
-            names.push_back(value(row, StartupItemsModel::DisplayNameRole).toString().toStdString());
+            names.push_back(value(row, StartupItemsModel::NameRole).toString().toStdString());
         return names;
     }
 
@@ -75,6 +75,39 @@ TEST_F(StartupViewModelTest, ListsWhatTheCoreFindsAsPeopleReadIt) {
     EXPECT_EQ(value(1, StartupItemsModel::ExplanationRole), QStringLiteral("exp_startup_user"));
     EXPECT_EQ(value(0, StartupItemsModel::IsSystemWideRole), true);
     EXPECT_EQ(value(1, StartupItemsModel::IsSystemWideRole), false);
+}
+
+TEST_F(StartupViewModelTest, ShowsOfAnEndlessNameWhatLeavesRoomForTheRest) {
+    const auto times = [](int count, const std::string& text) {
+        std::string repeated;
+        for (int i = 0; i < count; ++i)
+            repeated += text;
+        return repeated;
+    };
+    // Pieces that begin with no letter keep their case. What is one character to the eye isn't torn.
+    const std::string longest = times(255, "1");
+    const std::string clef = "\U0001D11E";      // of two UTF-16 units
+    const std::string accented = "1\u0301\u0302"; // of three
+    const std::pair<std::string, std::string> cases[]{
+        {longest, longest},
+        {longest + "1", longest + "…"},
+        {times(65'536, "1"), longest + "…"},
+        {times(255, "\u3042"), times(255, "\u3042")},
+        {times(10'000, clef), times(127, clef) + "…"},
+        {"1" + times(10'000, clef), "1" + times(127, clef) + "…"},
+        {"1" + times(10'000, accented), "1" + times(84, accented) + "…"},
+    };
+    for (const auto& [label, name] : cases) {
+        makeAgent("~/Library/LaunchAgents/1.plist", label);
+        m_model.load();
+        m_jobs.run();
+        m_model.requestDisable(0);
+        EXPECT_EQ(shown(), Texts{name});
+        EXPECT_EQ(m_model.itemToDisableName().toStdString(), name);
+        m_model.confirmDisable();
+        EXPECT_EQ(m_model.disabledName().toStdString(), name);
+        EXPECT_EQ(m_model.lastDisabledName(), label);
+    }
 }
 
 TEST_F(StartupViewModelTest, DropsAListThatComesAfterTheScreenHasGone) {

@@ -8,8 +8,6 @@ FocusScope {
     id: root
 
     required property UninstallViewModel model
-    /// The name of the last one, as long as there is room for.
-    required property string lastUninstalled
 
     /// Whether it is walked by keys.
     readonly property bool isWalked: list.isWalked
@@ -49,7 +47,7 @@ FocusScope {
             Label {
                 objectName: "uninstalledLabel"
                 width: parent.width
-                text: "✓ « " + root.lastUninstalled + " » " + Texts.tr("uninstalled_suffix")
+                text: "✓ « " + root.model.lastUninstalled + " » " + Texts.tr("uninstalled_suffix")
                 color: GCColor.glowTeal
                 Accessible.role: Accessible.AlertMessage
             }

@@ -16,25 +16,15 @@ WalkableList {
         disableRequested(row);
     }
 
-    function requestByKey(): void {
-        isWalked = true;
-        request(currentIndex);
-    }
-
     objectName: "startupList"
-    // What is no longer there is none of a screen reader's business either, but a row kept for reuse would be found.
-    reuseItems: false
     Accessible.name: Texts.tr("startup_title")
-    Keys.onSpacePressed: requestByKey()
-    Keys.onReturnPressed: requestByKey()
-    Keys.onEnterPressed: requestByKey()
+    Keys.onReturnPressed: request(currentIndex)
+    Keys.onEnterPressed: request(currentIndex)
 
     delegate: StartupRow {
         required property int index
 
         width: ListView.view.width - 2 * Metrics.listPadding
-        isCurrent: root.isWalked && ListView.isCurrentItem
-        onTouched: root.takeFocus(Qt.MouseFocusReason)
-        onDisableRequested: root.request(index)
+        onClicked: root.request(index)
     }
 }

@@ -2,36 +2,24 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// One thing that starts with the session, and its button. The list speaks to the keyboard for it.
-Item {
+/// One thing that starts with the session, and its button. Keys and screen readers press the row, the pointer the
+/// button alone.
+WalkableRow {
     id: root
 
-    required property string displayName
+    required property string name
     required property string explanation
     required property bool isSystemWide
 
-    property bool isCurrent: false
-
-    /// The pointer was pressed on the button; a click may also come from a screen reader.
-    signal touched
-    signal disableRequested
-
-    objectName: "row"
     implicitHeight: Math.max(texts.height, button.height) + 2 * 12
-    Accessible.role: Accessible.ListItem
-    Accessible.name: displayName + (isSystemWide ? ", " + badge.text : "")
-    Accessible.description: Texts.tr(explanation)
-    Accessible.onPressAction: disableRequested()
-
-    Rectangle {
-        anchors.fill: parent
-        anchors.leftMargin: -10
-        anchors.rightMargin: -10
-        radius: 9
-        color: "transparent"
-        border.color: GCColor.focus
-        border.width: root.isCurrent ? 2 : 0
+    containmentMask: QtObject {
+        function contains(point: point): bool {
+            return false;
+        }
     }
+    hoverEnabled: false
+    Accessible.name: button.text + ", " + name + (isSystemWide ? ", " + badge.text : "")
+    Accessible.description: Texts.tr(explanation)
 
     Column {
         id: texts
@@ -43,20 +31,20 @@ Item {
 
         Item {
             width: parent.width
-            height: name.height
+            height: label.height
 
             Label {
-                id: name
+                id: label
                 width: parent.width - (root.isSystemWide ? badge.width + 10 : 0)
-                text: root.displayName
+                text: root.name
                 font: Type.row
                 Accessible.ignored: true
             }
 
             Badge {
                 id: badge
-                x: name.contentWidth + 10
-                anchors.baseline: name.baseline
+                x: label.contentWidth + 10
+                anchors.baseline: label.baseline
                 visible: root.isSystemWide
                 text: Texts.tr("startup_system_badge")
             }
@@ -80,12 +68,14 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         focusPolicy: Qt.NoFocus
         text: Texts.tr("btn_disable")
-        Accessible.name: text + ", " + root.displayName
-        onClicked: root.disableRequested()
+        Accessible.ignored: true
+        onClicked: root.clicked()
 
         PointHandler {
-            onActiveChanged: if (active)
-                root.touched()
+            onActiveChanged: {
+                if (active)
+                    root.list.takeFocus(Qt.MouseFocusReason);
+            }
         }
     }
 }

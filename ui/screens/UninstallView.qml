@@ -14,15 +14,10 @@ FocusScope {
 
     /// What is asked before anything is moved; empty without an application.
     readonly property string question: model.hasSelectedApp
-                                       ? "« " + brief(model.selectedAppName) + " » : " + model.checkedCount + " "
+                                       ? "« " + model.selectedAppName + " » : " + model.checkedCount + " "
                                          + Texts.tr("selected_count_suffix") + " · " + model.selectedSize + "\n"
                                          + Texts.tr("alert_confirm_delete_message")
                                        : ""
-
-    /// A name of any length, as much of it as leaves room for the rest.
-    function brief(name: string): string {
-        return name.length > 255 ? name.slice(0, 254) + "…" : name;
-    }
 
     function open(row: int): void {
         reason = apps.isWalked ? Qt.TabFocusReason : Qt.MouseFocusReason;
@@ -103,7 +98,6 @@ FocusScope {
             anchors.fill: parent
             visible: !root.model.isLoadingApps && !root.model.hasSelectedApp
             model: root.model
-            lastUninstalled: root.brief(root.model.lastUninstalled)
             onPicked: row => root.open(row)
             onVisibleChanged: {
                 if (visible)
@@ -135,7 +129,7 @@ FocusScope {
             focus: true
             visible: root.model.isLoadingApps || root.model.hasSelectedApp && root.model.isSearchingLeftovers
             label: Texts.tr(root.model.hasSelectedApp ? "loading_leftovers" : "loading_apps")
-            subtitle: root.brief(root.model.selectedAppName)
+            subtitle: root.model.selectedAppName
         }
 
         // The second half of a double click on an application is meant for none of what has taken its place.
