@@ -236,7 +236,7 @@ void UninstallTest::tellsWhatWasAskedForWhenNothingCouldBeMoved() {
 
     // It is there, so it is listed again once the screen is new, and nothing is said of it any more.
     QVERIFY(m_driver->click("tab_history"));
-    QCOMPARE(shown("name"), QStringList{"Paint"});
+    QTRY_COMPARE(shown("name"), QStringList{"Paint"});
     QVERIFY(m_driver->click("tab_uninstall"));
     apps();
     QCOMPARE(shown("name"), (QStringList{"Notes", "Paint", "Solo"}));

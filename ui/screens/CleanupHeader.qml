@@ -69,7 +69,9 @@ Item {
             startedBy = focusReason;
             root.scanRequested();
         }
-        onEnabledChanged: if (enabled && activeFocus)
-            focusReason = startedBy
+        onEnabledChanged: {
+            if (enabled && focus)
+                focusReason = startedBy;
+        }
     }
 }

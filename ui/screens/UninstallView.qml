@@ -23,11 +23,9 @@ FocusScope {
         reason = apps.isWalked ? Qt.TabFocusReason : Qt.MouseFocusReason;
         model.select(row);
         waiting.forceActiveFocus(reason);
-        opening.restart();
     }
 
     function close(reason: int): void {
-        opening.stop();
         model.clearSelection();
         apps.takeFocus(reason);
     }
@@ -130,17 +128,6 @@ FocusScope {
             visible: root.model.isLoadingApps || root.model.hasSelectedApp && root.model.isSearchingLeftovers
             label: Texts.tr(root.model.hasSelectedApp ? "loading_leftovers" : "loading_apps")
             subtitle: root.model.selectedAppName
-        }
-
-        // The second half of a double click on an application is meant for none of what has taken its place.
-        MouseArea {
-            anchors.fill: parent
-            enabled: opening.running
-
-            Timer {
-                id: opening
-                interval: Application.styleHints.mouseDoubleClickInterval
-            }
         }
     }
 
