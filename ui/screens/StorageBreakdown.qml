@@ -43,9 +43,9 @@ Item {
         id: hint
         objectName: "storageHint"
         anchors.left: parent.left
-        anchors.right: parent.right
         anchors.top: map.bottom
         anchors.topMargin: 10
+        width: evenWidth(parent.width)
         text: Texts.tr("storage_breakdown_tap_hint")
         font: Type.caption
         color: GCColor.textSecondary
