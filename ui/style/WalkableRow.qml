@@ -10,11 +10,6 @@ T.AbstractButton {
     property bool isSelected: false
     property bool isCurrent: list !== null && list.isWalked && ListView.isCurrentItem
 
-    /// A key that is held presses once, and nothing of what the press has brought.
-    function isHeld(event: KeyEvent): bool {
-        return event.isAutoRepeat && [Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter].includes(event.key);
-    }
-
     objectName: "row"
     hoverEnabled: true
     focusPolicy: Qt.NoFocus
@@ -25,9 +20,8 @@ T.AbstractButton {
     // The current row has the keyboard and takes Space itself: the list would never hear of it.
     Keys.onPressed: event => {
         list.isWalked = true;
-        event.accepted = isHeld(event);
+        event.accepted = false;
     }
-    Keys.onReleased: event => event.accepted = isHeld(event)
 
     // A click may also come from a key or a screen reader; this is the pointer's alone.
     PointHandler {
