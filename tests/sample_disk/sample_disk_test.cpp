@@ -4,6 +4,7 @@
 #include "core/uninstall/uninstaller.h"
 #include "tests/support/mounted_volume.h"
 #include "tests/support/temporary_disk.h"
+#include "tools/sample_disk/ground.h"
 
 #include <chrono>
 #include <filesystem>
@@ -43,11 +44,12 @@ std::map<std::string, std::string> listing(const std::string& hostFolder) {
 constexpr std::size_t entries = 8'000;
 constexpr std::chrono::sys_days today = std::chrono::sys_days(std::chrono::year(2024) / 3 / 10);
 
-/// Has one sample for all tests that only look.
+/// Has one sample for all tests that only look. It is in memory: each test is run by a process of its own,
+/// and on a disk that others write to, thousands of new files take seconds.
 class SampleDiskTest : public testing::Test {
 protected:
     static void SetUpTestSuite() {
-        s_disk = new TemporaryDisk;
+        s_disk = new TemporaryDisk(TemporaryDisk::Where::inMemory);
         s_outcome =
             SampleDisk::build(s_disk->host("/sample"), {.entries = entries, .seed = 7, .today = today});
         ASSERT_EQ(s_outcome.kind, Kind::made) << s_outcome.message;
@@ -60,11 +62,6 @@ protected:
         return host(std::string(SampleDisk::homePath) + path);
     }
 
-    /// Leaves a disk the mark of an earlier sample.
-    static void mark(const TemporaryDisk& disk) {
-        fs::copy_file(host("/") + marker, disk.host("/sample/") + marker);
-    }
-
     static TemporaryDisk* s_disk;
     static SampleDisk::Outcome s_outcome;
 };
@@ -72,13 +69,18 @@ protected:
 TemporaryDisk* SampleDiskTest::s_disk = nullptr;
 SampleDisk::Outcome SampleDiskTest::s_outcome;
 
+/// Makes a folder that counts as an earlier sample, and is empty otherwise.
+void makeEarlierSample(const std::string& hostFolder) {
+    ASSERT_EQ(SampleDisk::clearGround(hostFolder), std::nullopt);
+}
+
 } // namespace
 
 TEST_F(SampleDiskTest, IsTheOneThatItsOptionsDescribe) {
     const auto found = listing(host(""));
     EXPECT_EQ(s_outcome.entryCount, found.size());
     EXPECT_NEAR(static_cast<double>(found.size()), double{entries}, 0.02 * entries);
-    const TemporaryDisk other;
+    const TemporaryDisk other(TemporaryDisk::Where::inMemory);
     SampleDisk::Options options = {.entries = entries, .seed = 7, .today = today};
     ASSERT_EQ(SampleDisk::build(other.host("/sample"), options).kind, Kind::made);
     EXPECT_EQ(listing(other.host("/sample")), found);
@@ -108,11 +110,12 @@ TEST_F(SampleDiskTest, HasFilesOfApplicationsWhereverTheseKeepAny) {
     EXPECT_EQ(explanations.size(), 22U) << testing::PrintToString(explanations);
 }
 
-TEST_F(SampleDiskTest, RefusesAFolderOfOthersAndTouchesNothing) {
+TEST(SampleDisk, RefusesAFolderOfOthersAndTouchesNothing) {
     const TemporaryDisk ground;
+    makeEarlierSample(ground.host("/sample"));
     ground.make({"/full/keep.txt 12", "/full/sub/", "/file 3", "/forged/.lumvale-sample-disk 40",
                  "/forged/keep.txt 5", "/linked/keep.txt 5",
-                 "/linked/.lumvale-sample-disk -> " + host("/") + marker});
+                 std::string("/linked/.lumvale-sample-disk -> ../sample/") + marker});
     const auto before = listing(ground.host(""));
     for (const char* name : {"/full", "/forged", "/linked", "/file"}) {
         const SampleDisk::Outcome outcome = SampleDisk::build(ground.host(name));
@@ -122,10 +125,10 @@ TEST_F(SampleDiskTest, RefusesAFolderOfOthersAndTouchesNothing) {
     EXPECT_EQ(listing(ground.host("")), before);
 }
 
-TEST_F(SampleDiskTest, RefusesAnEarlierSampleWithAVolumeMountedInIt) {
+TEST(SampleDisk, RefusesAnEarlierSampleWithAVolumeMountedInIt) {
     const TemporaryDisk ground;
+    makeEarlierSample(ground.host("/sample"));
     ground.make("/sample/Volumes/A disk/");
-    mark(ground);
     const MountedVolume volume(ground.host("/sample/Volumes/A disk"));
     SKIP_UNLESS_MOUNTED(volume);
     ground.make("/sample/Volumes/A disk/keep.txt 12");
@@ -133,13 +136,13 @@ TEST_F(SampleDiskTest, RefusesAnEarlierSampleWithAVolumeMountedInIt) {
     EXPECT_TRUE(ground.exists("/sample/Volumes/A disk/keep.txt"));
 }
 
-TEST_F(SampleDiskTest, MakesAnEarlierSampleAnewAndFollowsNoLinkOutOfIt) {
+TEST(SampleDisk, MakesAnEarlierSampleAnewAndFollowsNoLinkOutOfIt) {
     const TemporaryDisk ground;
     ground.make("/outside/keep.txt 12");
     const OrdinaryUser user; // for root no mode is an obstacle
+    makeEarlierSample(ground.host("/sample"));
     ground.make({"/sample/old/deep/file 7", "/sample/old/out -> ../../outside", "/sample/out -> ../outside",
                  "/sample/locked/file 7"});
-    mark(ground);
     ground.setMode("/sample/old/deep", 0);
     ground.setMode("/sample/old", 0500);
     static_cast<void>(ground.setImmutable("/sample/locked", true)); // where there is such a flag
