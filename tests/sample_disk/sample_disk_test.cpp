@@ -137,7 +137,7 @@ TEST(SampleDisk, RefusesAnEarlierSampleWithAVolumeMountedInIt) {
 }
 
 TEST(SampleDisk, MakesAnEarlierSampleAnewAndFollowsNoLinkOutOfIt) {
-    const TemporaryDisk ground;
+    const TemporaryDisk ground(TemporaryDisk::Where::inMemory);
     ground.make("/outside/keep.txt 12");
     const OrdinaryUser user; // for root no mode is an obstacle
     makeEarlierSample(ground.host("/sample"));

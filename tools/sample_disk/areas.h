@@ -19,6 +19,7 @@ void makeLeftovers(Folder& root, Folder& home, Random& random); ///< of applicat
 void makeMachines(Folder& root, Folder& home, Random& random);  ///< virtual machines and what goes with them
 void makeAgents(Folder& root, Folder& home, Random& random);    ///< what starts at login
 void makeDocuments(Folder& root, Folder& home, Random& random); ///< the user's own files, big ones and links
+void makePhotos(Folder& root, Folder& home, Random& random);    ///< a photo library, catalogue and files
 
 /// Adds entries, spread as on a disk long in use, until the disk has `entries` of them.
 void makeBulk(DiskWriter& writer, std::size_t entries, Random& random);

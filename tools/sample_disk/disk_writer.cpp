@@ -67,12 +67,17 @@ void Folder::file(std::string_view path, std::int64_t bytes, int ageDays) {
 }
 
 void Folder::text(std::string_view path, std::string_view content, int ageDays) {
+    file(path, content, static_cast<std::int64_t>(content.size()), ageDays);
+}
+
+void Folder::file(std::string_view path, std::string_view content, std::int64_t bytes, int ageDays) {
     Folder parent = parentOf(path, ageDays);
     const std::string name(path);
     const Descriptor made(
         openat(parent.m_folder.number(), name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644));
     const auto length = static_cast<ssize_t>(content.size());
     check(made && write(made.number(), content.data(), content.size()) == length, name);
+    check(bytes == length || ftruncate(made.number(), bytes) == 0, name);
     const std::time_t date = m_writer->date(ageDays);
     const timespec times[2] = {{date, 0}, {date, 0}};
     check(futimens(made.number(), times) == 0, name);
@@ -119,6 +124,10 @@ void Folder::setMode(unsigned mode) {
 
 int Folder::ageDays() const {
     return static_cast<int>((m_writer->m_today - m_modified) / DiskWriter::secondsPerDay);
+}
+
+std::time_t Folder::today() const {
+    return m_writer->m_today;
 }
 
 Folder Folder::child(const std::string& name, int ageDays) {

@@ -30,6 +30,10 @@ public:
 
     void file(std::string_view path, std::int64_t bytes, int ageDays); ///< sparse
     void text(std::string_view path, std::string_view content, int ageDays);
+
+    /// A file that begins with `content`, and is a hole from there to its length.
+    void file(std::string_view path, std::string_view content, std::int64_t bytes, int ageDays);
+
     void link(std::string_view path, const std::string& target, int ageDays);
 
     /// A file whose name not every file system takes; false, and nothing made, where this one refuses it.
@@ -40,6 +44,7 @@ public:
     void setMode(unsigned mode);
 
     int ageDays() const;
+    std::time_t today() const; ///< the sample's
 
 private:
     friend class DiskWriter;

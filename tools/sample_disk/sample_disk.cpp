@@ -23,7 +23,7 @@ constexpr struct {
     {"trash", makeTrash},         {"downloads", makeDownloads},
     {"developer", makeDeveloper}, {"leftovers", makeLeftovers},
     {"machines", makeMachines},   {"agents", makeAgents},
-    {"documents", makeDocuments},
+    {"documents", makeDocuments}, {"photos", makePhotos},
 };
 
 } // namespace

@@ -45,7 +45,6 @@ inline constexpr Row documents[] = {
 
 /// Folders that count as one thing, with large files inside that nobody should be offered one by one.
 inline constexpr Row packages[] = {
-    {"Pictures/Photos Library.photoslibrary/", 1'640_MB, 1, libraryPackage},
     {"Movies/Wedding.fcpbundle/", 6'120_MB, 640, filmProject},
     {"Movies/Old Holiday.iMovieLibrary/", 2'040_MB, 1'400, filmProject},
     {"Music/Music/Music Library.musiclibrary/Library.musicdb", 74_MB, 2},

@@ -130,12 +130,6 @@ inline constexpr Piece sourceTree[] = {
 };
 
 inline constexpr Piece sparseBands[] = {{"Info.plist", 1, 0}, {"token", 1, 0}, {"bands/%H", 24, 100}};
-inline constexpr Piece libraryPackage[] = {
-    {"database/search/psi.sqlite", 1, 2},
-    {"originals/%H/%U.heic", 20, 60},
-    {"originals/%H/%U.mov", 2, 30},
-    {"resources/derivatives/%H/%U_1_105_c.jpeg", 20, 8},
-};
 inline constexpr Piece filmProject[] = {
     {"CurrentVersion.fcpevent", 1, 1},
     {"Original Media/Clip %N.mov", 6, 90},
