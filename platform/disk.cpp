@@ -141,6 +141,22 @@ std::optional<Disk>& currentDisk() {
     return disk;
 }
 
+/// The regular file `name` in `folder`, open for reading.
+Result<Descriptor> openRegularFile(int folder, const char* name) {
+    struct stat status {};
+    if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return posixError(errno);
+    if (!S_ISREG(status.st_mode))
+        return posixError(S_ISDIR(status.st_mode) ? EISDIR : S_ISLNK(status.st_mode) ? ELOOP : EINVAL);
+    // Something else may have taken the name meanwhile: opened so that it doesn't block, and asked again.
+    Descriptor file(openat(folder, name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
+    if (!file || fstat(file.number(), &status) != 0)
+        return posixError(errno);
+    if (!S_ISREG(status.st_mode))
+        return posixError(EINVAL);
+    return file;
+}
+
 [[noreturn]] void endProgram(const char* why) {
     std::fprintf(stderr, "%s\n", why);
     std::abort();
@@ -216,19 +232,11 @@ Result<Descriptor> Disk::openFile(std::string_view path) const {
     const std::string& name = resolver.lastName();
     if (name.empty())
         return posixError(EISDIR);
-    struct stat status {};
-    if (fstatat(resolver.current(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return posixError(errno);
-    if (!S_ISREG(status.st_mode))
-        return posixError(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
-    // Something else may have taken the name meanwhile: opened so that it doesn't block, and asked again.
-    Descriptor file(
-        openat(resolver.current(), name.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
-    if (!file || fstat(file.number(), &status) != 0)
-        return posixError(errno);
-    if (!S_ISREG(status.st_mode))
-        return posixError(EINVAL);
-    return file;
+    return openRegularFile(resolver.current(), name.c_str());
+}
+
+Result<Descriptor> Disk::openFile(const Place& place) {
+    return openRegularFile(place.folder.number(), place.name.c_str());
 }
 
 Result<Place> Disk::place(std::string_view path) const {

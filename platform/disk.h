@@ -55,6 +55,9 @@ public:
     /// with EISDIR for a folder and EINVAL for the rest, so that this never blocks.
     Result<Descriptor> openFile(std::string_view path) const;
 
+    /// The same for the entry at a place: a link there is refused too, with ELOOP.
+    static Result<Descriptor> openFile(const Place& place);
+
     /// The place of the entry at `path`, whose folder must exist; the entry itself need not. Fails for "/".
     Result<Place> place(std::string_view path) const;
 

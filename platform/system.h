@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 /// The system calls that differ between systems, as thin as they come: each returns what the call returns and
 /// leaves the host's errno. For the layer's own use.
@@ -35,6 +36,12 @@ std::optional<Identity> identityAt(int folder, const char* name);
 /// Opens the folder at a relative `path` below `folder` for reading; no name of the path may be a link (ELOOP
 /// or ENOTDIR), nor "..".
 Descriptor openFolderBelow(int folder, const char* path);
+
+/// Where the host has what is open, as an absolute path without links; empty where it doesn't say.
+std::string hostPath(int descriptor);
+
+/// The identity of what lies at an absolute path of the host, of a link its own.
+std::optional<Identity> identityAtHost(const std::string& path);
 
 /// Renames an entry; EEXIST when the new name is taken, by anything. Never replaces. EINVAL or ENOSYS where
 /// the file system or the kernel cannot promise that.

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -86,6 +87,19 @@ std::optional<Identity> identityOf(int descriptor) {
 
 std::optional<Identity> identityAt(int folder, const char* name) {
     return identity(folder, name, 0);
+}
+
+std::optional<Identity> identityAtHost(const std::string& path) {
+    return path.empty() ? std::nullopt : identity(AT_FDCWD, path.c_str(), 0);
+}
+
+std::string hostPath(int descriptor) {
+    char target[PATH_MAX];
+    const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
+    const ssize_t length = readlink(link.c_str(), target, sizeof target);
+    return length <= 0 || length == ssize_t{sizeof target}
+               ? std::string()
+               : std::string(target, static_cast<std::size_t>(length));
 }
 
 std::optional<Attributes> attributesAt(int folder, const char* name) {

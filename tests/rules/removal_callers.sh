@@ -16,16 +16,22 @@ core/startup/startup_items.cpp runProgram
 platform/file.cpp ftruncate
 platform/file.cpp writeFile
 platform/file.h writeFile
+platform/linux/photo_access.cpp writeFile
 platform/linux/process.cpp posix_spawn
 platform/linux/process.cpp runProgram
 platform/linux/system.cpp renameExclusively
 platform/linux/system.cpp renameat2
+platform/photo_catalogue.cpp openToChange
+platform/photo_library.cpp deleteAssets
+platform/photo_library.h deleteAssets
 platform/process.h runProgram
 platform/remove.cpp removeForGood
 platform/remove.cpp unlinkat
 platform/remove.cpp unlock
 platform/remove.h removeForGood
 platform/remove.h unlock
+platform/sqlite.cpp openToChange
+platform/sqlite.h openToChange
 platform/system.h renameExclusively
 platform/trash.cpp moveToTrash
 platform/trash.cpp renameExclusively
@@ -35,7 +41,7 @@ platform/trash.h moveToTrash'
 
 # The layer's own operations, the system's calls, and what libraries make of them. Another program can do
 # anything, so that starting one counts.
-layer='removeForGood|moveToTrash|unlock|renameExclusively|writeFile|runProgram'
+layer='removeForGood|moveToTrash|deleteAssets|openToChange|unlock|renameExclusively|writeFile|runProgram'
 calls='unlink|unlinkat|rmdir|rename|renameat|renameat2|renamex_np|renameatx_np|truncate|ftruncate|creat|system|popen|posix_spawnp?|exec[lv]p?e?'
 libraries='remove_all|resize_file|removeRecursively|removeDatabase|rmpath|ofstream|O_TRUNC|QSaveFile|QProcess|filesystem::remove|fs::remove|QFile::remove|WriteOnly|ReadWrite'
 
