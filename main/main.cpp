@@ -1,6 +1,7 @@
 #include "app/history/history_store.h"
 #include "app/models/background.h"
 #include "platform/disk.h"
+#include "platform/executor.h"
 #include "ui/shell/lumvale_window.h"
 
 #include <QGuiApplication>
@@ -26,7 +27,9 @@ int main(int argc, char* argv[]) {
     QGuiApplication::setOrganizationName(QStringLiteral("Lumvale"));
     QGuiApplication::setApplicationName(QStringLiteral("Lumvale"));
 
-    const LumvaleWindow window(platform::Disk::current(), HistoryStore::shared(), qtExecutor());
+    platform::Executor::setCurrent(qtExecutor());
+    const LumvaleWindow window(platform::Disk::current(), HistoryStore::shared(),
+                               platform::Executor::current());
     if (!window.window())
         return EXIT_FAILURE;
     const int status = QGuiApplication::exec();

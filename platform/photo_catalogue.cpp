@@ -91,7 +91,7 @@ enum Column {
 void visitRow(const SqliteStatement& row, std::string& identifier,
               const std::function<void(const PhotoAsset&)>& visit) {
     for (const Column column : {trashed, hidden, visibility})
-        if (!row.isNull(column) && row.integer(column) != 0)
+        if (row.integer(column) != 0 && !row.isNull(column))
             return;
     const auto id = row.text(uuid);
     const std::string_view filename = row.text(name).value_or("");

@@ -8,6 +8,7 @@
 set -eu
 
 known='app/history/history_store.cpp writeFile
+core/photos/photo_duplicates.cpp deleteAssets
 core/scan/deletion.cpp moveToTrash
 core/scan/deletion.cpp removeForGood
 core/scan/trash.cpp removeForGood

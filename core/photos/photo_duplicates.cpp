@@ -1,0 +1,77 @@
+#include "core/photos/photo_duplicates.h"
+
+#include "core/photos/photo_grouping.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace LumvalePhotoDuplicates {
+
+namespace {
+
+PhotoAccessState state(platform::PhotoAuthorization authorization) {
+    using enum platform::PhotoAuthorization;
+    switch (authorization) {
+    case notDetermined:
+        return PhotoAccessState::notDetermined;
+    case authorized:
+        return PhotoAccessState::authorized;
+    case limited:
+        return PhotoAccessState::limited;
+    case restricted:
+    case denied:
+        break;
+    }
+    return PhotoAccessState::denied;
+}
+
+/// What `work` gives in the background is handed to `completion` on the interface thread.
+template <class Value>
+void answer(const platform::Executor& executor, std::function<Value()> work,
+            std::function<void(Value)> completion) {
+    executor.background([executor, work = std::move(work), completion = std::move(completion)] {
+        // Shared, since a job is copied on its way while results may be large.
+        const auto value = std::make_shared<Value>(work());
+        executor.interfaceThread([value, completion] { completion(std::move(*value)); });
+    });
+}
+
+std::vector<DuplicatePhotoGroup> duplicates(const platform::PhotoLibrary& library) {
+    std::optional<PhotoGrouping> grouping;
+    const bool isWhole = library.visitAssets(
+        [&] { grouping.emplace(); }, [&](const platform::PhotoAsset& asset) { grouping->add(asset); });
+    return isWhole ? grouping->groups() : std::vector<DuplicatePhotoGroup>();
+}
+
+} // namespace
+
+PhotoAccessState authorizationStatus(const platform::PhotoLibrary& library) {
+    return state(library.authorization());
+}
+
+void requestAccess(std::function<void(PhotoAccessState)> completion, const platform::Executor& executor,
+                   const platform::PhotoLibrary& library) {
+    answer<PhotoAccessState>(
+        executor, [library] { return state(library.requestAuthorization()); }, std::move(completion));
+}
+
+void findExactDuplicates(std::function<void(std::vector<DuplicatePhotoGroup>)> completion,
+                         const platform::Executor& executor, const platform::PhotoLibrary& library) {
+    answer<std::vector<DuplicatePhotoGroup>>(
+        executor, [library] { return duplicates(library); }, std::move(completion));
+}
+
+void deleteItems(const std::vector<DuplicatePhotoItem>& items, std::function<void(bool)> completion,
+                 const platform::Executor& executor, const platform::PhotoLibrary& library) {
+    std::vector<std::string> ids;
+    ids.reserve(items.size());
+    for (const DuplicatePhotoItem& item : items)
+        ids.push_back(item.id);
+    answer<bool>(
+        executor, [library, ids = std::move(ids)] { return library.deleteAssets(ids); },
+        std::move(completion));
+}
+
+} // namespace LumvalePhotoDuplicates

@@ -1,0 +1,128 @@
+#include "core/photos/photo_grouping.h"
+
+#include <algorithm>
+#include <compare>
+#include <optional>
+#include <utility>
+
+namespace LumvalePhotoDuplicates {
+
+namespace {
+
+constexpr std::int64_t undated = -1;
+
+/// Truncated toward zero; a catalogue can name dates that no number of seconds reaches.
+std::int64_t wholeSeconds(double secondsSince1970) {
+    constexpr double most = 9e18;
+    return static_cast<std::int64_t>(std::clamp(secondsSince1970, -most, most));
+}
+
+} // namespace
+
+/// What identical assets have in common.
+struct PhotoGrouping::Key {
+    std::int64_t sizeBytes;
+    std::int64_t width;
+    std::int64_t height;
+    std::int64_t creationTimestamp; ///< whole seconds since 1970, -1 without a date
+    std::int64_t mediaType;
+
+    auto operator<=>(const Key&) const = default;
+
+    std::uint64_t hash() const {
+        // Each value mixed into all bits of those before.
+        std::uint64_t hash = 0;
+        for (const std::int64_t value : {sizeBytes, width, height, creationTimestamp, mediaType}) {
+            hash = (hash ^ static_cast<std::uint64_t>(value)) * 0x9E37'79B9'7F4A'7C15;
+            hash ^= hash >> 32U;
+        }
+        return hash;
+    }
+};
+
+void PhotoGrouping::add(const platform::PhotoAsset& asset) {
+    if (!asset.resource || asset.resource->fileSize.value_or(0) < 1)
+        return;
+    const std::string_view id = asset.localIdentifier;
+    const std::string_view name = asset.resource->originalFilename;
+    m_assets.push_back({*asset.resource->fileSize, asset.pixelWidth, asset.pixelHeight,
+                        asset.creationDate ? platform::secondsSince1970(*asset.creationDate) : 0,
+                        m_texts.size(), static_cast<std::uint16_t>(id.size()),
+                        static_cast<std::uint16_t>(name.size()), asset.mediaType,
+                        asset.creationDate.has_value(), asset.isFavorite});
+    m_texts.append(id).append(name);
+}
+
+PhotoGrouping::Key PhotoGrouping::key(const Asset& asset) {
+    return {asset.sizeBytes, asset.width, asset.height,
+            asset.hasDate ? wholeSeconds(asset.creationDate) : undated,
+            static_cast<std::int64_t>(asset.mediaType)};
+}
+
+DuplicatePhotoItem PhotoGrouping::item(const Asset& asset) const {
+    std::optional<platform::Date> date;
+    if (asset.hasDate)
+        date = platform::Date(platform::Date::duration(asset.creationDate));
+    return {m_texts.substr(asset.texts, asset.idLength),
+            m_texts.substr(asset.texts + asset.idLength, asset.nameLength),
+            asset.sizeBytes,
+            date,
+            asset.isFavorite,
+            asset.mediaType == platform::PhotoMediaType::video};
+}
+
+std::vector<DuplicatePhotoGroup> PhotoGrouping::groups() const {
+    struct Entry {
+        std::uint64_t hash;
+        std::size_t position;
+    };
+    std::vector<Entry> entries;
+    entries.reserve(m_assets.size());
+    for (const Asset& asset : m_assets)
+        entries.push_back({key(asset).hash(), entries.size()});
+    const auto keyOf = [&](const Entry& entry) {
+        return key(m_assets[entry.position]);
+    };
+    std::sort(entries.begin(), entries.end(), [&](const Entry& a, const Entry& b) {
+        if (a.hash != b.hash)
+            return a.hash < b.hash;
+        const auto order = keyOf(a) <=> keyOf(b);
+        return order != 0 ? order < 0 : a.position < b.position;
+    });
+
+    // Where in the sorted list each group lies, in the order of the groups' first assets.
+    struct Run {
+        std::size_t begin;
+        std::size_t end;
+    };
+    std::vector<Run> runs;
+    for (std::size_t begin = 0; begin < entries.size();) {
+        std::size_t end = begin + 1;
+        while (end < entries.size() && entries[end].hash == entries[begin].hash
+               && keyOf(entries[end]) == keyOf(entries[begin]))
+            ++end;
+        if (end - begin > 1)
+            runs.push_back({begin, end});
+        begin = end;
+    }
+    std::sort(runs.begin(), runs.end(), [&](const Run& a, const Run& b) {
+        return entries[a.begin].position < entries[b.begin].position;
+    });
+
+    std::vector<DuplicatePhotoGroup> groups;
+    groups.reserve(runs.size());
+    for (const Run& run : runs) {
+        std::vector<DuplicatePhotoItem> items;
+        items.reserve(run.end - run.begin);
+        for (std::size_t i = run.begin; i < run.end; ++i)
+            items.push_back(item(m_assets[entries[i].position]));
+        groups.emplace_back(std::move(items));
+    }
+    std::stable_sort(groups.begin(), groups.end(),
+                     [](const DuplicatePhotoGroup& a, const DuplicatePhotoGroup& b) {
+                         return a.totalWastedBytes() > b.totalWastedBytes();
+                     });
+    return groups;
+}
+
+} // namespace LumvalePhotoDuplicates
