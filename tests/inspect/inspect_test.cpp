@@ -1,3 +1,4 @@
+#include "tests/support/photo_catalogue.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_disk.h"
 
@@ -142,6 +143,29 @@ TEST_F(Inspect, DisablesTheAgentOfALabel) {
     EXPECT_TRUE(m_disk.exists("~/.Trash/a.plist"));
 }
 
+TEST_F(Inspect, FindsDuplicatePhotosAndDeletesThemWhereItMay) {
+    EXPECT_EQ(inspected(m_disk, {"duplicates"}).json(), Json::array());
+    CatalogueWriter catalogue(m_disk, CatalogueWriter::Maker::lumvale);
+    catalogue.add({.uuid = "B", .created = "NULL", .kind = "1", .name = "'caf' || x'e9'", .favorite = "1"});
+    catalogue.add({.uuid = "A", .created = "NULL", .kind = "1"});
+    const Json found = inspected(m_disk, {"duplicates"}).json();
+    const Json first{{"id", "B/L0/001"},   {"filename", "caf\\udce9"}, {"sizeBytes", 1000},
+                     {"creationDate", {}}, {"isFavorite", true},       {"isVideo", true}};
+    ASSERT_EQ(found.size(), 1U) << found;
+    EXPECT_EQ(found[0]["id"], "A/L0/001-B/L0/001");
+    EXPECT_EQ(found[0]["totalWastedBytes"], 1000);
+    EXPECT_EQ(found[0]["items"][0], first);
+
+    EXPECT_EQ(inspected(m_disk, {"delete-photos", "A/L0/001"}).json(), Json({{"would", {"A/L0/001"}}}));
+    EXPECT_EQ(inspected(m_disk, {"duplicates"}).json(), found);
+    EXPECT_EQ(inspected(m_disk, {"delete-photos", "A/L0/001", "C/L0/001", "--really"}).json(),
+              Json({{"succeeded", true}}));
+    EXPECT_EQ(inspected(m_disk, {"duplicates"}).json(), Json::array());
+    catalogue.run("PRAGMA application_id = 0");
+    EXPECT_EQ(inspected(m_disk, {"delete-photos", "B/L0/001", "--really"}).json(),
+              Json({{"succeeded", false}}));
+}
+
 TEST_F(Inspect, ShowsWhatEachOperationFinds) {
     m_disk.make({"~/Library/Caches/com.example.editor/data 1000", "~/Movies/film.mov 3000", "~/Documents/",
                  "/Applications/Foo.app/Contents/x 5"});
@@ -229,6 +253,7 @@ TEST_F(Inspect, SaysWhenItIsCalledInTheWrongWay) {
                            {"related"},
                            {"empty-trash", "/Users/me/.Trash/a", "--really"},
                            {"disable", "--really"},
+                           {"delete-photos", "--really"},
                            {"disable", "one", "two"},
                            {"large-files", "1"},
                            {"large-files", "1e6", "1"},

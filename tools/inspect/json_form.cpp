@@ -65,6 +65,20 @@ Json form(const StartupItem& item) {
             {"isAlreadyDisabled", item.isAlreadyDisabled}};
 }
 
+Json form(const DuplicatePhotoItem& item) {
+    return {{"id", item.id},
+            {"filename", item.filename},
+            {"sizeBytes", item.sizeBytes},
+            {"creationDate",
+             item.creationDate ? Json(platform::secondsSince1970(*item.creationDate)) : Json(nullptr)},
+            {"isFavorite", item.isFavorite},
+            {"isVideo", item.isVideo}};
+}
+
+Json form(const DuplicatePhotoGroup& group) {
+    return {{"id", group.id}, {"items", form(group.items)}, {"totalWastedBytes", group.totalWastedBytes()}};
+}
+
 Json form(const StorageEntry& entry) {
     return {{"id", entry.id}, {"name", entry.name}, {"path", entry.path}, {"sizeBytes", entry.sizeBytes}};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/photos/duplicate_photo_group.h"
 #include "core/scan/deletion.h"
 #include "core/scan/health_score.h"
 #include "core/scan/scan_item.h"
@@ -23,6 +24,8 @@ Json form(const ScanItem& item);
 Json form(const ScanResult& result);
 Json form(const InstalledApp& app);
 Json form(const StartupItem& item);
+Json form(const DuplicatePhotoItem& item);
+Json form(const DuplicatePhotoGroup& group);
 Json form(const StorageEntry& entry);
 Json form(const HealthScore& health);
 Json form(const DeletionFailure& failure);

@@ -1,5 +1,6 @@
 #include "tools/inspect/operations.h"
 
+#include "core/photos/photo_duplicates.h"
 #include "core/scan/large_files.h"
 #include "core/scan/permissions.h"
 #include "core/scan/scanner.h"
@@ -9,6 +10,7 @@
 #include "platform/folder.h"
 #include "platform/format.h"
 #include "platform/path.h"
+#include "platform/photo_library.h"
 #include "platform/text.h"
 #include "platform/trash.h"
 #include "platform/walk.h"
@@ -37,6 +39,24 @@ Json each(const Texts& arguments, Function one) {
     for (const std::string& argument : arguments)
         list.push_back(one(argument));
     return list;
+}
+
+/// Runs everything at once and here.
+const platform::Executor& here() {
+    const auto run = [](platform::Executor::Job job) {
+        job();
+    };
+    static const platform::Executor executor{run, run};
+    return executor;
+}
+
+/// The photo library of the request's disk. Whoever calls the inspector need not be asked for access, and
+/// what the program was allowed stays as it is.
+platform::PhotoLibrary photoLibrary(const Request& request) {
+    const auto authorized = [](const platform::Disk&) {
+        return platform::PhotoAuthorization::authorized;
+    };
+    return {request.disk(), {authorized, authorized}};
 }
 
 // Looking at the disk
@@ -76,6 +96,14 @@ Json virtualMachines(const Request& request) {
 
 Json startup(const Request& request) {
     return form(LumvaleStartupItems::scan(request.disk()));
+}
+
+Json duplicates(const Request& request) {
+    Json list;
+    LumvalePhotoDuplicates::findExactDuplicates(
+        [&](const std::vector<DuplicatePhotoGroup>& groups) { list = form(groups); }, here(),
+        photoLibrary(request));
+    return list;
 }
 
 Json health(const Request& request) {
@@ -142,6 +170,19 @@ Json disable(const Request& request) {
     const auto item = std::find_if(items.begin(), items.end(),
                                    [&](const StartupItem& candidate) { return candidate.label == label; });
     return {{"disabled", item != items.end() && LumvaleStartupItems::disable(*item, request.disk())}};
+}
+
+Json deletePhotos(const Request& request) {
+    if (!request.really)
+        return {{"would", request.arguments}};
+    // Of an item only the id counts.
+    std::vector<DuplicatePhotoItem> items;
+    for (const std::string& id : request.arguments)
+        items.push_back({id, {}, 0, {}, false, false});
+    bool succeeded = false;
+    LumvalePhotoDuplicates::deleteItems(
+        items, [&](bool flag) { succeeded = flag; }, here(), photoLibrary(request));
+    return {{"succeeded", succeeded}};
 }
 
 // Text
@@ -216,6 +257,7 @@ constexpr Operation operations[] = {
     {"orphans", "", 0, 0, DiskUse::reads, orphans},
     {"vms", "", 0, 0, DiskUse::reads, virtualMachines},
     {"startup", "", 0, 0, DiskUse::reads, startup},
+    {"duplicates", "", 0, 0, DiskUse::reads, duplicates},
     {"health", "", 0, 0, DiskUse::reads, health},
     {"storage", "", 0, 0, DiskUse::reads, storage},
     {"access", "", 0, 0, DiskUse::reads, access},
@@ -225,6 +267,7 @@ constexpr Operation operations[] = {
     {"uninstall", "APP_PATH [RELATED...] [--really]", 1, anyNumber, DiskUse::changes, uninstall},
     {"empty-trash", "[--really]", 0, 0, DiskUse::changes, emptyTrash},
     {"disable", "LABEL [--really]", 1, 1, DiskUse::changes, disable},
+    {"delete-photos", "ID... [--really]", 1, anyNumber, DiskUse::changes, deletePhotos},
 #ifdef LUMVALE_INSPECT_TRANSLATES
     {"tr", "LANGUAGE KEY...", 2, anyNumber, DiskUse::none, translate},
 #endif
