@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 namespace platform {
 
@@ -33,6 +34,11 @@ void restrict(sqlite3* connection) {
                  nullptr, nullptr, nullptr);
 }
 
+std::int64_t fileBytes(int descriptor) {
+    struct stat status {};
+    return descriptor >= 0 && fstat(descriptor, &status) == 0 ? status.st_size : 0;
+}
+
 sqlite3* opened(const char* name, int flags, const char* fileSystem) {
     sqlite3* connection = nullptr;
     if (sqlite3_open_v2(name, &connection, flags | SQLITE_OPEN_PRIVATECACHE | SQLITE_OPEN_NOMUTEX, fileSystem)
@@ -51,12 +57,25 @@ SqliteDatabase SqliteDatabase::openToRead(int database, int log) {
     SqliteDatabase opening(fileSystem == nullptr ? nullptr
                                                  : opened(sqlite_files::name(database, log).c_str(),
                                                           SQLITE_OPEN_READONLY, fileSystem));
+    constexpr std::int64_t ampleSteps = 10'000'000;
+    constexpr std::int64_t stepsPerByte = 4; // the longest listing takes less than one
+    if (opening)
+        opening.limitSteps(ampleSteps + stepsPerByte * (fileBytes(database) + fileBytes(log)));
     // Alone with the files, SQLite keeps its index of the log in memory.
     if (opening)
         opening.run("PRAGMA locking_mode = EXCLUSIVE");
     if (opening)
         sqlite3_db_config(opening.m_connection.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     return opening;
+}
+
+void SqliteDatabase::limitSteps(std::int64_t steps) {
+    constexpr int stepsAtOnce = 10'000;
+    m_stepsLeft = std::make_unique<std::int64_t>(steps);
+    sqlite3_progress_handler(
+        m_connection.get(), stepsAtOnce,
+        [](void* left) { return (*static_cast<std::int64_t*>(left) -= stepsAtOnce) < 0 ? 1 : 0; },
+        m_stepsLeft.get());
 }
 
 SqliteDatabase SqliteDatabase::openToChange(const std::string& hostPath) {

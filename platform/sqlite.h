@@ -18,7 +18,9 @@ class SqliteDatabase {
 public:
     /// For reading, the database that is open here already, with its log (-1 where it has none). Nothing is
     /// opened by a name, locked or written, neither the files nor anything beside them; both must stay open.
-    /// Null when there is no memory; a file that is no database shows in the first statement.
+    /// Null when there is no memory; a file that is no database shows in the first statement. A statement
+    /// fails when it takes far more steps than files of their length can ask for: pages may lead back to each
+    /// other.
     static SqliteDatabase openToRead(int database, int log);
 
     /// For changing, the database at this path of the host, no name of which may be a link. Null when it
@@ -37,7 +39,9 @@ private:
         void operator()(sqlite3* connection) const;
     };
     explicit SqliteDatabase(sqlite3* connection) : m_connection(connection) {}
+    void limitSteps(std::int64_t steps);
 
+    std::unique_ptr<std::int64_t> m_stepsLeft;
     std::unique_ptr<sqlite3, Close> m_connection;
 };
 

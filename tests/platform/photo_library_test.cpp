@@ -75,6 +75,46 @@ protected:
 
 const Texts unreadable{"unreadable"};
 
+void putNumber(std::string& bytes, std::size_t at, std::size_t number) {
+    for (int shift = 24; shift >= 0; shift -= 8)
+        bytes[at++] = static_cast<char>(number >> static_cast<unsigned>(shift));
+}
+
+/// A page of a table's tree with a hundred ways, all to the page `next`.
+std::string pageOfWaysTo(std::size_t next) {
+    constexpr std::size_t ways = 100;
+    constexpr std::size_t cellLength = 5; // the way, and a key of one byte
+    std::string page(4096, '\0');
+    page[0] = 5;
+    page[4] = ways;
+    const std::size_t cells = page.size() - ways * cellLength;
+    page[5] = static_cast<char>(cells >> 8U);
+    page[6] = static_cast<char>(cells);
+    putNumber(page, 8, next);
+    for (std::size_t i = 0; i < ways; ++i) {
+        const std::size_t cell = cells + i * cellLength;
+        page[12 + 2 * i] = static_cast<char>(cell >> 8U);
+        page[13 + 2 * i] = static_cast<char>(cell);
+        putNumber(page, cell, next);
+        page[cell + 4] = static_cast<char>(i + 1);
+    }
+    return page;
+}
+
+/// The catalogue with a table, whose root is page `root`, as a tree of ten levels that meet in each: a few
+/// pages that pretend to hold more rows than anybody can step through.
+std::string endless(std::string catalogue, std::size_t root) {
+    constexpr std::size_t levels = 10;
+    const std::size_t first = catalogue.size() / 4096 + 1; // pages count from 1
+    const std::string leaf = catalogue.substr((root - 1) * 4096, 4096);
+    catalogue.replace((root - 1) * 4096, 4096, pageOfWaysTo(first));
+    for (std::size_t level = 1; level < levels; ++level)
+        catalogue += pageOfWaysTo(first + level);
+    catalogue += leaf;
+    putNumber(catalogue, 28, catalogue.size() / 4096);
+    return catalogue;
+}
+
 } // namespace
 
 TEST_F(PhotoLibraryOnDisk, ListsWhatIsShownInTheOrderOfTheLibrary) {
@@ -197,11 +237,15 @@ TEST_F(PhotoLibraryOnDisk, SurvivesWhateverLiesInTheCataloguesPlace) {
     EXPECT_EQ(assets(), unreadable);
     const std::string file = CatalogueWriter::file;
     std::string good;
+    std::size_t root = 0; // where the page lies that leads to those of the assets
     {
         const TemporaryDisk other;
         CatalogueWriter catalogue(other);
         for (int i = 0; i < 200; ++i)
             catalogue.add({.uuid = std::to_string(i)});
+        root =
+            4096
+            * (std::stoul(catalogue.value("SELECT rootpage FROM sqlite_master WHERE name = 'ZASSET'")) - 1);
         catalogue.abandon();
         good = other.read(file);
     }
@@ -233,6 +277,14 @@ TEST_F(PhotoLibraryOnDisk, SurvivesWhateverLiesInTheCataloguesPlace) {
         m_disk.write(file, turned);
         assets();
     }
+    // The last page of assets is the first one again: so one can be built that seems to have no end.
+    std::string cyclic = good;
+    const std::size_t firstCell = root + 256 * static_cast<unsigned char>(good[root + 12])
+                                  + static_cast<unsigned char>(good[root + 13]);
+    cyclic.replace(root + 8, 4, good.substr(firstCell, 4));
+    ASSERT_NE(cyclic, good);
+    m_disk.write(file, cyclic);
+    EXPECT_EQ(assets(), unreadable);
     m_disk.write(file, good);
     EXPECT_EQ(assets().size(), 200U);
     // The log counts: one that can't be read leaves nothing to go by.
@@ -241,6 +293,24 @@ TEST_F(PhotoLibraryOnDisk, SurvivesWhateverLiesInTheCataloguesPlace) {
     unlink((m_disk.host(file) + "-wal").c_str());
     m_disk.write(file + "-wal", "junk that is no log");
     EXPECT_EQ(assets().size(), 200U);
+}
+
+TEST_F(PhotoLibraryOnDisk, IsGivenUpWhereItPretendsToHaveNoEnd) {
+    for (const char* table : {"ZASSET", "ZADDITIONALASSETATTRIBUTES"}) {
+        const TemporaryDisk disk;
+        CatalogueWriter catalogue(disk);
+        catalogue.add({.uuid = "A"});
+        catalogue.run("DROP INDEX Z_ASSET; DROP INDEX Z_UUID"); // SQLite makes one for itself
+        const std::string root =
+            catalogue.value("SELECT rootpage FROM sqlite_master WHERE name = '" + std::string(table) + "'");
+        catalogue.abandon();
+        disk.write(CatalogueWriter::file, endless(disk.read(CatalogueWriter::file), std::stoul(root)));
+        const PhotoLibrary photos(disk.disk(), answering(PhotoAuthorization::authorized));
+        std::size_t seen = 0;
+        EXPECT_FALSE(photos.visitAssets([] {}, [&](const PhotoAsset&) { ++seen; })) << table;
+        EXPECT_LE(seen, 1U) << table;
+        EXPECT_FALSE(photos.picture("B/L0/001").isInCloud) << table;
+    }
 }
 
 TEST_F(PhotoLibraryOnDisk, IsNotReadThroughLinksOutOfTheDisk) {
