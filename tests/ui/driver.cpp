@@ -147,8 +147,15 @@ QStringList Driver::cutTexts() const {
 QStringList Driver::silentControls() const {
     QStringList silent;
     forEachVisible(m_window.contentItem(), [&](QQuickItem* item) {
-        if (!item->inherits("QQuickAbstractButton"))
+        const auto isControl = [](const QQuickItem* candidate) {
+            return candidate->inherits("QQuickAbstractButton");
+        };
+        if (!isControl(item))
             return;
+        // One that is part of another is the other's to tell.
+        for (const QQuickItem* around = item->parentItem(); around; around = around->parentItem())
+            if (isControl(around))
+                return;
         QAccessibleInterface* told = QAccessible::queryAccessibleInterface(item);
         if (!told || told->text(QAccessible::Name).isEmpty() || told->role() == QAccessible::NoRole)
             silent.append(item->objectName());

@@ -1,46 +1,26 @@
-#include "app/history/history_store.h"
-#include "app/i18n/localizer.h"
-#include "app/models/background.h"
 #include "app/models/startup_view_model.h"
-#include "tests/app/hand_cranked.h"
-#include "tests/support/temporary_disk.h"
-#include "tests/ui/driver.h"
-#include "ui/shell/lumvale_window.h"
 
-#include <QAccessible>
-#include <QGuiApplication>
-#include <QTest>
+#include "tests/app/hand_cranked.h"
+#include "tests/ui/window_test.h"
+
 #include <QThread>
 
-#include <memory>
-#include <optional>
 #include <string>
 #include <thread>
 
 namespace {
 
-QString translated(const char* key) {
-    return tr(QLatin1String(key));
-}
-
 QString confirmation(const QString& name) {
     return "✓ « " + name + " » " + translated("disabled_confirmation");
-}
-
-QAccessibleInterface* told(QQuickItem* item) {
-    return QAccessible::queryAccessibleInterface(item);
 }
 
 } // namespace
 
 /// The startup screen as its user meets it: the real window, clicks and keys, real files.
-class StartupTest : public QObject {
+class StartupTest : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void disablesWhatIsConfirmedAndOnlyThat();
     void takesNoForAnAnswer_data();
     void takesNoForAnAnswer();
@@ -52,47 +32,23 @@ private Q_SLOTS:
     void keepsTheKeyboardWhenTheLastRowGoes();
     void staysInFrontUntilWaitingClicksAreThrough();
     void tellsAScreenReaderWhatIsSeen();
-    void nothingIsCutOffInAnyLanguage_data();
+    void nothingIsCutOffInAnyLanguage_data() { eachLanguage(); }
     void nothingIsCutOffInAnyLanguage();
 
 private:
     void makeAgent(const std::string& path, const std::string& label, const std::string& more = {}) const;
     void makeAgents() const; ///< the user's "One", "Three" and "Two", and "Every" of every account
     /// Opens the window, and what starts in it.
-    void open(platform::Executor executor = qtExecutor());
+    void openStartup(const platform::Executor& executor = qtExecutor());
     void askFor(const QString& name) const; ///< by a click on the button of its row
     void answer(const char* button) const;
 
     QString asked() const {
-        return m_lumvale->window()->findChild<QObject*>("disableDialog")->property("message").toString();
+        return window()->findChild<QObject*>("disableDialog")->property("message").toString();
     }
-    StartupViewModel* model() const { return m_lumvale->window()->findChild<StartupViewModel*>(); }
-    QStringList shown(const char* property = "name") const; ///< by the rows in sight
+    StartupViewModel* state() const { return model<StartupViewModel>(); }
     QQuickItem* button(const QString& name) const; ///< of its row
-    QString current() const;                       ///< the row that is shown to have the keyboard
-
-    // Files are met as by an ordinary user, so that modes count.
-    std::optional<OrdinaryUser> m_user;
-    std::unique_ptr<TemporaryDisk> m_disk;
-    std::unique_ptr<HistoryStore> m_history;
-    std::unique_ptr<LumvaleWindow> m_lumvale;
-    std::optional<Driver> m_driver;
 };
-
-void StartupTest::init() {
-    Localizer::shared().setLanguage(AppLanguage::en);
-    m_user.emplace();
-    m_disk = std::make_unique<TemporaryDisk>();
-    m_history = std::make_unique<HistoryStore>(m_disk->disk());
-}
-
-void StartupTest::cleanup() {
-    m_driver.reset();
-    m_lumvale.reset();
-    m_history.reset();
-    m_disk.reset();
-    m_user.reset();
-}
 
 void StartupTest::makeAgent(const std::string& path, const std::string& label,
                             const std::string& more) const {
@@ -107,14 +63,11 @@ void StartupTest::makeAgents() const {
     makeAgent("/Library/LaunchAgents/4.plist", "com.example.every");
 }
 
-void StartupTest::open(platform::Executor executor) {
-    m_lumvale = std::make_unique<LumvaleWindow>(m_disk->disk(), *m_history, std::move(executor));
-    QVERIFY(m_lumvale->window());
-    QVERIFY(QTest::qWaitForWindowExposed(m_lumvale->window()));
-    m_driver.emplace(*m_lumvale->window());
+void StartupTest::openStartup(const platform::Executor& executor) {
+    open(smallest, executor);
     QVERIFY(m_driver->click("tab_startup"));
     QCOMPARE(m_driver->text("screenTitle"), translated("startup_title"));
-    QTRY_VERIFY(!model()->isLoading() || !model()->hasItems());
+    QTRY_VERIFY(!state()->isLoading() || !state()->hasItems());
 }
 
 void StartupTest::askFor(const QString& name) const {
@@ -128,29 +81,15 @@ void StartupTest::answer(const char* button) const {
     QTRY_VERIFY(!m_driver->isShown("confirm"));
 }
 
-QStringList StartupTest::shown(const char* property) const {
-    QStringList shown;
-    for (const QQuickItem* row : m_driver->rows())
-        shown.append(row->property(property).toString());
-    return shown;
-}
-
 QQuickItem* StartupTest::button(const QString& name) const {
     const QQuickItem* found = m_driver->row(name);
     return found ? found->findChild<QQuickItem*>("disableButton") : nullptr;
 }
 
-QString StartupTest::current() const {
-    for (const QQuickItem* row : m_driver->rows())
-        if (row->property("isCurrent").toBool())
-            return row->property("name").toString();
-    return {};
-}
-
 void StartupTest::disablesWhatIsConfirmedAndOnlyThat() {
     makeAgents();
-    open();
-    QTRY_COMPARE(shown(), (QStringList{"Every", "One", "Three", "Two"}));
+    openStartup();
+    QTRY_COMPARE(shown("name"), (QStringList{"Every", "One", "Three", "Two"}));
     QCOMPARE(m_driver->text("screenSubtitle"), translated("startup_subtitle"));
     QCOMPARE(shown("explanation"),
              (QStringList{"exp_startup_system", "exp_startup_user", "exp_startup_user", "exp_startup_user"}));
@@ -171,15 +110,15 @@ void StartupTest::disablesWhatIsConfirmedAndOnlyThat() {
     answer("confirm");
     QVERIFY(!m_disk->exists("~/Library/LaunchAgents/1.plist"));
     QVERIFY(m_disk->exists("~/.Trash/1.plist"));
-    QTRY_COMPARE(shown(), (QStringList{"Every", "Three", "Two"}));
+    QTRY_COMPARE(shown("name"), (QStringList{"Every", "Three", "Two"}));
     QCOMPARE(m_driver->text("disabledLabel"), confirmation("One"));
     // The list has the keyboard now, but who works by clicks is shown no ring.
-    QTRY_VERIFY(m_driver->item("startupList")->hasActiveFocus());
+    QTRY_VERIFY(hasFocus("startupList"));
     QCOMPARE(current(), QString());
 
     askFor("Two");
     answer("confirm");
-    QTRY_COMPARE(shown(), (QStringList{"Every", "Three"}));
+    QTRY_COMPARE(shown("name"), (QStringList{"Every", "Three"}));
     QCOMPARE(m_driver->text("disabledLabel"), confirmation("Two"));
     QVERIFY(m_disk->exists("~/Library/LaunchAgents/3.plist")
             && m_disk->exists("/Library/LaunchAgents/4.plist"));
@@ -189,7 +128,7 @@ void StartupTest::disablesWhatIsConfirmedAndOnlyThat() {
     QVERIFY(m_driver->click("tab_history"));
     QVERIFY(m_driver->isShown("emptyPrompt")); // nothing that the history would keep
     QVERIFY(m_driver->click("tab_startup"));
-    QTRY_COMPARE(shown(), (QStringList{"Every", "Three"}));
+    QTRY_COMPARE(shown("name"), (QStringList{"Every", "Three"}));
     QVERIFY(!m_driver->isShown("disabledLabel"));
 }
 
@@ -202,7 +141,7 @@ void StartupTest::takesNoForAnAnswer_data() {
 void StartupTest::takesNoForAnAnswer() {
     QFETCH(bool, byKey);
     makeAgents();
-    open();
+    openStartup();
     QTRY_VERIFY(m_driver->row("One"));
     for (const char* name : {"One", "Two"}) {
         askFor(name);
@@ -212,10 +151,10 @@ void StartupTest::takesNoForAnAnswer() {
         else
             answer("cancel");
         QTRY_VERIFY(!m_driver->isShown("confirm"));
-        QVERIFY(!model()->itemToDisable());
+        QVERIFY(!state()->itemToDisable());
         QCOMPARE(current(), QString());
     }
-    QCOMPARE(shown(), (QStringList{"Every", "One", "Three", "Two"}));
+    QCOMPARE(shown("name"), (QStringList{"Every", "One", "Three", "Two"}));
     QVERIFY(m_disk->exists("~/Library/LaunchAgents/1.plist") && !m_driver->isShown("disabledLabel"));
 }
 
@@ -228,7 +167,7 @@ void StartupTest::changesNothingWhereItFails_data() {
 void StartupTest::changesNothingWhereItFails() {
     QFETCH(QString, name);
     makeAgents();
-    open();
+    openStartup();
     QTRY_VERIFY(m_driver->row("One"));
     askFor("One");
     answer("confirm");
@@ -236,16 +175,16 @@ void StartupTest::changesNothingWhereItFails() {
     askFor(name);
     answer("confirm");
     m_disk->setMode("~/Library/LaunchAgents", 0755);
-    QTRY_COMPARE(shown(), (QStringList{"Every", "Three", "Two"}));
+    QTRY_COMPARE(shown("name"), (QStringList{"Every", "Three", "Two"}));
     QVERIFY(m_disk->exists("~/Library/LaunchAgents/2.plist")
             && m_disk->exists("/Library/LaunchAgents/4.plist"));
     QCOMPARE(m_driver->text("disabledLabel"), confirmation("One"));
-    QVERIFY(!model()->itemToDisable());
+    QVERIFY(!state()->itemToDisable());
 }
 
 void StartupTest::saysThatNothingStarts() {
     makeAgent("~/Library/LaunchAgents/1.plist", "com.apple.something");
-    open();
+    openStartup();
     QTRY_COMPARE(m_driver->text("emptyPrompt"), translated("startup_empty"));
     QVERIFY(!m_driver->isShown("startupList") && !m_driver->isShown("loadingIndicator"));
 }
@@ -253,23 +192,22 @@ void StartupTest::saysThatNothingStarts() {
 void StartupTest::saysThatItLoadsAndForgetsItWhenLeft() {
     makeAgents();
     HandCranked jobs;
-    open(jobs.executor());
+    openStartup(jobs.executor());
     const auto isLoading = [this] {
         return m_driver->text("loadingIndicator", "label") == translated("loading_startup")
                && !m_driver->isShown("emptyPrompt") && !m_driver->isShown("startupList");
     };
     QVERIFY(isLoading());
-    QCOMPARE(told(m_driver->item("loadingIndicator"))->text(QAccessible::Name),
-             translated("loading_startup"));
+    QCOMPARE(told("loadingIndicator")->text(QAccessible::Name), translated("loading_startup"));
     jobs.runBackground();
     QVERIFY(isLoading());
     QVERIFY(m_driver->click("tab_history"));
-    QTRY_VERIFY(!model());
+    QTRY_VERIFY(!state());
     jobs.publish(); // to nobody
     QVERIFY(m_driver->click("tab_startup"));
     QVERIFY(isLoading());
     jobs.run();
-    QTRY_COMPARE(shown(), (QStringList{"Every", "One", "Three", "Two"}));
+    QTRY_COMPARE(shown("name"), (QStringList{"Every", "One", "Three", "Two"}));
     QVERIFY(!m_driver->isShown("loadingIndicator") && jobs.isIdle());
 }
 
@@ -277,7 +215,7 @@ void StartupTest::isWalkedByKeys() {
     for (int i = 10; i < 40; ++i)
         makeAgent("~/Library/LaunchAgents/" + std::to_string(i) + ".plist",
                   "com.example.agent" + std::to_string(i));
-    open();
+    openStartup();
     QTRY_VERIFY(m_driver->row("Agent10"));
     const QQuickItem* list = m_driver->item("startupList");
     QCOMPARE(current(), QString());
@@ -297,7 +235,7 @@ void StartupTest::isWalkedByKeys() {
     // A hasty Return in the dialog cancels, and so does Escape; the row has the keyboard again.
     for (const Qt::Key harmless : {Qt::Key_Return, Qt::Key_Escape}) {
         m_driver->key(harmless == Qt::Key_Return ? Qt::Key_Return : Qt::Key_Space);
-        QTRY_VERIFY(m_driver->isShown("cancel") && m_driver->item("cancel")->hasActiveFocus());
+        QTRY_VERIFY(hasFocus("cancel"));
         QVERIFY(asked().startsWith("« Agent11 »"));
         m_driver->key(harmless);
         QTRY_VERIFY(!m_driver->isShown("cancel"));
@@ -306,9 +244,9 @@ void StartupTest::isWalkedByKeys() {
     const auto disable = [this](const QString& name) {
         QCOMPARE(current(), name);
         m_driver->key(Qt::Key_Space);
-        QTRY_VERIFY(m_driver->isShown("cancel") && m_driver->item("cancel")->hasActiveFocus());
+        QTRY_VERIFY(hasFocus("cancel"));
         m_driver->key(Qt::Key_Tab);
-        QVERIFY(m_driver->item("confirm")->hasActiveFocus());
+        QVERIFY(hasFocus("confirm"));
         m_driver->key(Qt::Key_Return);
         QTRY_VERIFY(!m_driver->isShown("cancel"));
         QCOMPARE(m_driver->text("disabledLabel"), confirmation(name));
@@ -340,24 +278,24 @@ void StartupTest::isWalkedByKeys() {
 
 void StartupTest::keepsTheKeyboardWhenTheLastRowGoes() {
     makeAgent("~/Library/LaunchAgents/1.plist", "com.example.one");
-    open();
+    openStartup();
     QTRY_VERIFY(m_driver->row("One"));
     m_driver->item("languageMenu")->forceActiveFocus(Qt::TabFocusReason);
     for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Space})
         m_driver->key(key);
-    QTRY_VERIFY(m_driver->isShown("cancel") && m_driver->item("cancel")->hasActiveFocus());
+    QTRY_VERIFY(hasFocus("cancel"));
     for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return})
         m_driver->key(key);
     QTRY_VERIFY(!m_driver->isShown("cancel"));
     QCOMPARE(m_driver->text("emptyPrompt"), translated("startup_empty"));
     QCOMPARE(m_driver->text("disabledLabel"), confirmation("One"));
     m_driver->key(Qt::Key_Backtab);
-    QVERIFY(m_driver->item("languageMenu")->hasActiveFocus());
+    QVERIFY(hasFocus("languageMenu"));
 }
 
 void StartupTest::staysInFrontUntilWaitingClicksAreThrough() {
     makeAgents();
-    open();
+    openStartup();
     QTRY_VERIFY(m_driver->row("One"));
     askFor("Two");
     answer("confirm"); // from now on the line that says so is there, and moves no row any more
@@ -366,54 +304,51 @@ void StartupTest::staysInFrontUntilWaitingClicksAreThrough() {
     std::jthread clicking;
     const QObject until;
     int requests = 0;
-    connect(model(), &StartupViewModel::lastDisabledNameChanged, &until, [&] {
+    connect(state(), &StartupViewModel::lastDisabledNameChanged, &until, [&] {
         // Here the program is blocked, and its user clicks all the same.
         clicking = m_driver->clickLater(place);
         QThread::msleep(50);
     });
-    connect(model(), &StartupViewModel::itemToDisableChanged, &until, [&] {
+    connect(state(), &StartupViewModel::itemToDisableChanged, &until, [&] {
         // What is asked stands there until it is answered.
         QVERIFY(asked().startsWith("« One »"));
-        requests += model()->itemToDisable().has_value();
+        requests += state()->itemToDisable().has_value();
     });
     QVERIFY(m_driver->click("confirm"));
     QTRY_VERIFY(!m_driver->isShown("confirm"));
     QTest::qWait(100); // for the click to do its harm
     clicking.join();
-    QCOMPARE(model()->disabledName(), "One");
+    QCOMPARE(state()->disabledName(), "One");
     QCOMPARE(requests, 0);
 }
 
 void StartupTest::tellsAScreenReaderWhatIsSeen() {
     makeAgents();
-    open();
+    openStartup();
     QTRY_VERIFY(m_driver->row("One"));
-    const auto* list = told(m_driver->item("startupList"));
+    const auto* list = told("startupList");
     QCOMPARE(list->role(), QAccessible::List);
     QCOMPARE(list->text(QAccessible::Name), translated("startup_title"));
     const QString disable = translated("btn_disable") + ", ";
-    const auto* every = told(m_driver->row("Every"));
+    const auto* every = QAccessible::queryAccessibleInterface(m_driver->row("Every"));
     QCOMPARE(every->role(), QAccessible::Button);
     QCOMPARE(every->text(QAccessible::Name), disable + "Every, " + translated("startup_system_badge"));
     QCOMPARE(every->text(QAccessible::Description), translated("exp_startup_system"));
-    QCOMPARE(told(m_driver->row("One"))->text(QAccessible::Name), disable + "One");
+    QCOMPARE(QAccessible::queryAccessibleInterface(m_driver->row("One"))->text(QAccessible::Name),
+             disable + "One");
     QCOMPARE(every->childCount(), 0); // what the row says isn't said twice
 
-    told(m_driver->row("Two"))->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QAccessible::queryAccessibleInterface(m_driver->row("Two"))
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
     QTRY_VERIFY(m_driver->isShown("cancel"));
     QVERIFY(asked().startsWith("« Two »"));
     answer("cancel");
 
     askFor("Two");
     answer("confirm");
-    QCOMPARE(told(m_driver->item("disabledLabel"))->role(), QAccessible::AlertMessage);
-    QCOMPARE(told(m_driver->item("disabledLabel"))->text(QAccessible::Name), confirmation("Two"));
-}
-
-void StartupTest::nothingIsCutOffInAnyLanguage_data() {
-    QTest::addColumn<AppLanguage>("language");
-    for (const AppLanguage language : allAppLanguages)
-        QTest::newRow(rawValue(language).toLatin1().constData()) << language;
+    QCOMPARE(told("disabledLabel")->role(), QAccessible::AlertMessage);
+    QCOMPARE(told("disabledLabel")->text(QAccessible::Name), confirmation("Two"));
 }
 
 void StartupTest::nothingIsCutOffInAnyLanguage() {
@@ -425,22 +360,15 @@ void StartupTest::nothingIsCutOffInAnyLanguage() {
     makeAgent("/Library/LaunchAgents/6.plist", "com.example.&lt;b&gt;bold");
     makeAgent("/Library/LaunchAgents/7.plist", "v" + endless);
     HandCranked jobs;
-    open(jobs.executor());
-    m_lumvale->window()->resize(820, 700);
-    QTRY_COMPARE(m_lumvale->window()->contentItem()->size(), QSizeF(820, 700));
-    const auto check = [this] {
-        (void)m_lumvale->window()->grabWindow(); // everything laid out
-        QCOMPARE(m_driver->cutTexts().join("; "), QString());
-        QCOMPARE(m_driver->silentControls().join("; "), QString());
-    };
+    openStartup(jobs.executor());
     Localizer::shared().setLanguage(language);
-    check();
+    checkEverythingIsSaid();
     // What is on the screen follows the language at once.
     Localizer::shared().setLanguage(AppLanguage::en);
     jobs.run();
     QTRY_VERIFY(m_driver->row("One"));
     Localizer::shared().setLanguage(language);
-    check();
+    checkEverythingIsSaid();
     QCOMPARE(m_driver->text("screenTitle"), translated("startup_title"));
     QCOMPARE(m_driver->text("badge"), translated("startup_system_badge"));
     QCOMPARE(m_driver->text("disableButton"), translated("btn_disable"));
@@ -449,22 +377,16 @@ void StartupTest::nothingIsCutOffInAnyLanguage() {
     QQuickItem* list = m_driver->item("startupList");
     list->setProperty("contentY", list->property("contentHeight").toDouble() - list->height());
     QTRY_VERIFY(m_driver->row(shownEndless));
-    check();
+    checkEverythingIsSaid();
     askFor(shownEndless);
-    check();
+    checkEverythingIsSaid();
     answer("confirm");
-    check();
+    checkEverythingIsSaid();
     QCOMPARE(m_driver->text("disabledLabel"), confirmation(shownEndless));
 }
 
 int main(int argc, char** argv) {
-    const OwnSettings settings;
-    QGuiApplication application(argc, argv);
-    QGuiApplication::setOrganizationName("Lumvale Tests");
-    QGuiApplication::setApplicationName("Tests");
-    QAccessible::setActive(true); // as with a screen reader
-    StartupTest test;
-    return QTest::qExec(&test, argc, argv);
+    return runTest<StartupTest>(argc, argv);
 }
 
 #include "startup_test.moc"

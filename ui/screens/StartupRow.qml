@@ -12,6 +12,7 @@ WalkableRow {
     required property bool isSystemWide
 
     implicitHeight: Math.max(texts.height, button.height) + 2 * 12
+    // Nowhere is it the pointer's.
     containmentMask: QtObject {
         function contains(point: point): bool {
             return false;
