@@ -1,592 +1,372 @@
+// Goes through the window by real clicks on the disk that LUMVALE_DISK and LUMVALE_HOME name, in English and
+// French or the languages that it is told, leaves a picture of each state in a folder, and says what it
+// moved. What it does, it does for real.
+
 #include "app/history/history_store.h"
 #include "app/i18n/localizer.h"
 #include "app/models/background.h"
 #include "app/models/display.h"
-#include "app/models/uninstall_view_model.h"
-#include "tests/app/hand_cranked.h"
+#include "app/models/scan_view_model.h"
+#include "platform/trash.h"
 #include "tests/support/temporary_disk.h"
 #include "tests/ui/driver.h"
 #include "ui/shell/lumvale_window.h"
 
-#include <QAccessible>
+#include <QDir>
 #include <QGuiApplication>
-#include <QStyleHints>
+#include <QImage>
+#include <QSettings>
 #include <QTest>
 
-#include <map>
-#include <memory>
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
+#include <vector>
+
+namespace fs = std::filesystem;
 
 namespace {
 
-QString translated(const char* key) {
-    return tr(QLatin1String(key));
+constexpr int patience = 60'000; // milliseconds, for a scan of a large disk
+
+[[noreturn]] void fail(const std::string& what) {
+    std::fprintf(stderr, "lumvale-tour: %s\n", what.c_str());
+    std::exit(EXIT_FAILURE);
 }
 
-} // namespace
+void expect(bool happened, const std::string& what) {
+    if (!happened)
+        fail("this did not happen: " + what);
+}
 
-/// The uninstall screen as its user meets it: the real window, clicks and keys, real files.
-class UninstallTest : public QObject {
-    Q_OBJECT
+void waitFor(const std::string& what, const std::function<bool()>& happened) {
+    expect(QTest::qWaitFor(happened, patience), what);
+}
 
-private Q_SLOTS:
-    void init();
-    void cleanup();
+/// Takes rights from the Trash's folder while it lives, and from root its privilege to pass over that.
+class ClosedTrash {
+public:
+    ClosedTrash(fs::path folder, fs::perms left)
+        : m_folder(std::move(folder)), m_before(fs::status(m_folder).permissions()) {
+        fs::permissions(m_folder, left);
+        m_user.emplace();
+    }
+    ~ClosedTrash() {
+        m_user.reset();
+        fs::permissions(m_folder, m_before);
+    }
+    ClosedTrash(const ClosedTrash&) = delete;
+    ClosedTrash& operator=(const ClosedTrash&) = delete;
 
-    void movesWhatIsTickedAndOnlyThat();
-    void tellsWhatWasAskedForWhenNothingCouldBeMoved();
-    void showsAnApplicationThatKeepsNothingElsewhere();
-    void forgetsWhatWasTickedOnTheWayBack();
-    void showsTheLastPickedWhicheverSearchEndsFirst();
-    void searchesInVainOnceTheScreenIsLeft();
-    void isWalkedByKeys();
-    void leavesTheKeyboardWhereTheUserTookItMeanwhile();
-    void takesADoubleClickForOne();
-    void makesNoMoreRowsThanAreSeen();
-    void tellsAScreenReaderWhatIsSeen();
-    void nothingIsCutOffInAnyLanguage_data();
-    void nothingIsCutOffInAnyLanguage();
-
-    QStringList shown(const char* property) const; ///< by the rows in sight
-    QString current() const;                       ///< the name of the row that keys would press
-    QString selection(const QString& size, int count) const;
-    QObject* dialog() const { return m_lumvale->window()->findChild<QObject*>("uninstallDialog"); }
-    UninstallViewModel* model() const { return m_lumvale->window()->findChild<UninstallViewModel*>(); }
-
-    // Files are met as by an ordinary user, so that modes count.
+private:
+    fs::path m_folder;
+    fs::perms m_before;
     std::optional<OrdinaryUser> m_user;
-    std::unique_ptr<TemporaryDisk> m_disk;
-    std::unique_ptr<HistoryStore> m_history;
-    std::unique_ptr<LumvaleWindow> m_lumvale;
+};
+
+/// How its speakers write figures and dates.
+const char* locale(AppLanguage language) {
+    switch (language) {
+    case AppLanguage::automatic:
+    case AppLanguage::fr:
+        return "fr_FR.UTF-8";
+    case AppLanguage::en:
+        return "en_US.UTF-8";
+    case AppLanguage::srLatin:
+        return "sr_RS.UTF-8@latin";
+    case AppLanguage::srCyrillic:
+        return "sr_RS.UTF-8";
+    case AppLanguage::de:
+        return "de_DE.UTF-8";
+    case AppLanguage::es:
+        return "es_ES.UTF-8";
+    case AppLanguage::it:
+        return "it_IT.UTF-8";
+    case AppLanguage::pt:
+        return "pt_PT.UTF-8";
+    case AppLanguage::ru:
+        return "ru_RU.UTF-8";
+    }
+    return "C.UTF-8";
+}
+
+class Tour {
+public:
+    Tour(const platform::Disk& disk, QDir folder, QSize size)
+        : m_disk(disk),
+          m_folder(std::move(folder)),
+          m_size(size),
+          m_trash(disk.hostRoot() + platform::trashFolder(disk)),
+          m_mail(disk.hostRoot() + disk.inHome("Library/Mail")),
+          m_history(disk) {}
+
+    void run(AppLanguage language) {
+        Localizer::shared().setLanguage(language);
+        qputenv("LC_ALL", locale(language));
+        m_language = rawValue(language);
+        m_number = 0;
+        QSettings().remove("didOnboard");
+        // Where this folder can't be listed the program takes it that it has no permission yet.
+        fs::rename(m_mail, m_mail.native() + " aside");
+        LumvaleWindow lumvale(m_disk, m_history, qtExecutor());
+        m_window = lumvale.window();
+        expect(m_window, "the window is made");
+        if (m_size.isValid())
+            m_window->resize(m_size);
+        expect(QTest::qWaitForWindowExposed(m_window), "the window opens");
+        m_driver.emplace(*m_window);
+        m_model = m_window->findChild<ScanViewModel*>();
+
+        introduce();
+        take("empty");
+        scan();
+        seeWhereTheSpaceGoes();
+        tick();
+        move();
+        failToEmpty();
+        empty();
+        uninstall();
+        disable();
+        lookBack();
+    }
+
+private:
+    /// Goes through the introduction, and gives on the way the permission that it asks for.
+    void introduce() {
+        waitFor("a first run is introduced",
+                [this] { return m_driver->text("onboardingTitle") == tr("onboard_title_welcome"); });
+        take("welcome");
+        expect(m_driver->click("next"), "the introduction goes on");
+        take("features");
+        m_driver->click("next");
+        expect(m_driver->isShown("onboard_fda_step1"), "it asks for permission");
+        take("access");
+        fs::rename(m_mail.native() + " aside", m_mail);
+        m_driver->click("checkAgain");
+        expect(m_driver->isShown("onboard_fda_granted"), "permission is given");
+        take("access granted");
+        m_driver->click("next");
+        take("ready");
+        m_driver->click("next");
+        waitFor("the introduction is over", [this] { return !m_driver->isShown("onboardingTitle"); });
+    }
+
+    void scan() {
+        expect(m_driver->click("scanButton"), "the scan begins");
+        take("scanning", 0);
+        waitFor("the scan ends", [this] { return m_model->hasResult() && !m_model->isScanning(); });
+        expect(m_model->items()->rowCount() > 0, "the scan finds something");
+        take("results");
+    }
+
+    void seeWhereTheSpaceGoes() {
+        expect(m_driver->click("storageButton"), "the storage sheet opens");
+        waitFor("the map is there", [this] { return m_driver->items("tile").size() > 3; });
+        take("storage");
+        m_driver->click(*m_driver->items("tile")[2]);
+        take("storage selected");
+        expect(m_driver->click("closeButton"), "the sheet is closed");
+        waitFor("the sheet is gone", [this] { return !m_driver->isShown("storageTitle"); });
+    }
+
+    /// Ticks the first row in sight that isn't, or takes the tick from the first one.
+    void tick() {
+        const std::vector<QQuickItem*> rows = m_driver->rows();
+        const auto isChecked = [](const QQuickItem* row) {
+            return row->property("checked").toBool();
+        };
+        const auto row = std::find_if_not(rows.begin(), rows.end(), isChecked);
+        QQuickItem* toggled = row == rows.end() ? rows.front() : *row;
+        const bool wasChecked = isChecked(toggled);
+        m_driver->click(*toggled);
+        expect(isChecked(toggled) != wasChecked && m_model->checkedCount() > 0, "a row is toggled");
+        take("ticked");
+    }
+
+    void move() {
+        const std::vector<ScanItem> before = m_model->items()->rows();
+        const std::set<std::string> ticked = m_model->checked();
+        confirm("deleteButton", "delete");
+        expect(m_model->deletedCount() > 0 && m_model->checkedCount() == 0,
+               "what was ticked moves to the Trash");
+
+        std::set<std::string> left;
+        for (const ScanItem& item : m_model->items()->rows())
+            left.insert(item.id);
+        std::printf("%s: %d of %zu ticked entries went\n", qPrintable(m_language), m_model->deletedCount(),
+                    ticked.size());
+        for (const ScanItem& item : before) {
+            if (!ticked.contains(item.id))
+                continue;
+            const char* fate = left.contains(item.id)                 ? "stays"
+                               : item.category == ScanCategory::trash ? "removed for good"
+                                                                      : "moved to the Trash";
+            std::printf("  %s: %s (%s)\n", fate, item.path.c_str(),
+                        qPrintable(display::size(item.sizeBytes)));
+        }
+        const std::vector<QQuickItem*> rows = m_driver->rows();
+        expect(std::none_of(rows.begin(), rows.end(),
+                            [](const QQuickItem* row) { return row->property("isCurrent").toBool(); }),
+               "who works by clicks is shown no ring of the keys");
+        take("moved");
+    }
+
+    void failToEmpty() {
+        expect(entriesInTrash() > 0, "the Trash holds what was moved");
+        m_closed.emplace(m_trash, fs::perms(0555));
+        confirm("emptyTrashButton", "failed");
+        m_closed.reset();
+        expect(m_model->trashFailedCount() > 0 && entriesInTrash() > 0,
+               "entries that can't be removed are told");
+        take("failed");
+
+        m_closed.emplace(m_trash, fs::perms::none);
+        confirm("emptyTrashButton", "no access");
+        m_closed.reset();
+        expect(m_model->lastTrashCouldNotAccess(), "a Trash that can't be read is told");
+        take("no access");
+    }
+
+    void empty() {
+        const std::size_t before = entriesInTrash();
+        confirm("emptyTrashButton", "empty Trash");
+        const int removed = m_model->trashEmptiedCount();
+        expect(removed > 0 && entriesInTrash() == before - static_cast<std::size_t>(removed),
+               "the Trash is emptied");
+        std::printf("%s: removed %d of %zu entries of the Trash for good (%s)\n", qPrintable(m_language),
+                    removed, before, qPrintable(m_model->trashEmptiedSize()));
+        take("emptied");
+    }
+
+    void uninstall() {
+        m_driver->click("tab_uninstall");
+        waitFor("the applications are listed", [this] { return m_driver->rows().size() > 3; });
+        take("applications");
+        const QString name = m_driver->rows()[2]->property("name").toString();
+        m_driver->click(*m_driver->rows()[2]);
+        waitFor("the files of one are listed", [this] { return m_driver->isShown("filesList"); });
+        take("application files", 600); // what may be half of a double click is heard by nobody
+        confirm("removeButton", "uninstall");
+        expect(m_driver->isShown("uninstalledLabel") && !m_driver->row(name), "the application is gone");
+        std::printf("%s: uninstalled %s\n", qPrintable(m_language), qPrintable(name));
+        take("uninstalled");
+    }
+
+    void disable() {
+        m_driver->click("tab_startup");
+        waitFor("what starts is listed", [this] { return m_driver->rows().size() > 3; });
+        take("startup");
+        const std::vector<QQuickItem*> rows = m_driver->rows();
+        const auto own = std::find_if_not(rows.begin(), rows.end(), [](const QQuickItem* row) {
+            return row->property("isSystemWide").toBool();
+        });
+        expect(own != rows.end(), "some of it is the user's own");
+        const QString name = (*own)->property("displayName").toString();
+        m_driver->click(*(*own)->findChild<QQuickItem*>("disableButton"));
+        confirm(nullptr, "disable");
+        expect(m_driver->isShown("disabledLabel"), "it is disabled");
+        std::printf("%s: disabled %s\n", qPrintable(m_language), qPrintable(name));
+        take("disabled");
+    }
+
+    void lookBack() {
+        expect(m_driver->click("tab_history"), "the history is chosen");
+        waitFor("the history shows what was done", [this] { return !m_driver->rows().empty(); });
+        take("history");
+    }
+
+    /// Presses a button, unless that was done, then the one in its dialog, and waits until all is done.
+    void confirm(const char* button, const char* name) {
+        expect(!button || m_driver->click(button), std::string(name) + " is asked for");
+        waitFor("the dialog opens", [this] { return m_driver->isShown("confirm"); });
+        take((std::string(name) + " confirmation").c_str());
+        const QObject until;
+        const BlockingAction* action = m_driver->blockingAction();
+        expect(action, "the dialog has something to do");
+        QObject::connect(action, &BlockingAction::runningChanged, &until, [&] {
+            if (action->isRunning())
+                take((std::string(name) + " busy").c_str(), 0);
+        });
+        expect(m_driver->click("confirm"), "the dialog is confirmed");
+        waitFor("the dialog closes", [this] { return !m_driver->isShown("confirm"); });
+    }
+
+    /// A moment for what fades in; none where the state would be over.
+    void take(const char* state, int moment = 200) {
+        if (moment > 0)
+            QTest::qWait(moment);
+        m_pictures.append({QStringLiteral("%1-%2-%3.png")
+                               .arg(m_language)
+                               .arg(++m_number, 2, 10, QLatin1Char('0'))
+                               .arg(QString(state).replace(' ', '-')),
+                           m_window->grabWindow()});
+        const QStringList cut = m_driver->cutTexts();
+        expect(cut.isEmpty(), "every text fits: " + cut.join("; ").toStdString());
+        if (m_closed) // and with it perhaps the folder for the pictures
+            return;
+        for (const auto& [name, picture] : m_pictures)
+            expect(picture.save(m_folder.filePath(name)), "the picture " + name.toStdString() + " is saved");
+        m_pictures.clear();
+    }
+
+    std::size_t entriesInTrash() const {
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(m_trash), fs::directory_iterator()));
+    }
+
+    platform::Disk m_disk;
+    QDir m_folder;
+    QSize m_size;                                 ///< of the window; invalid for its own
+    QList<std::pair<QString, QImage>> m_pictures; ///< not saved yet
+    std::optional<ClosedTrash> m_closed;
+    fs::path m_trash;
+    fs::path m_mail;
+    HistoryStore m_history;
+    QString m_language;
+    int m_number = 0;
+    QQuickWindow* m_window = nullptr;
+    ScanViewModel* m_model = nullptr;
     std::optional<Driver> m_driver;
 };
 
-void UninstallTest::init() {
-    Localizer::shared().setLanguage(AppLanguage::en);
-    QGuiApplication::styleHints()->setMouseDoubleClickInterval(30);
-    m_user.emplace();
-    m_disk = std::make_unique<TemporaryDisk>();
-    m_history = std::make_unique<HistoryStore>(m_disk->disk());
-    m_disk->make({"/Applications/Notes.app/x 1000", "/Applications/Paint.app/x 2000",
-                  "/Applications/Solo.app/x 300", "~/Library/Caches/notes/x 10", "~/Library/Logs/notes 200",
-                  "~/Library/Logs/paint 30", "~/Library/Preferences/com.paint-notes.plist 4",
-                  "~/Library/Preferences/other 9"});
-}
-
-void UninstallTest::cleanup() {
-    m_driver.reset();
-    m_lumvale.reset();
-    m_history.reset();
-    m_disk.reset();
-    m_user.reset();
-}
-
-void UninstallTest::open(platform::Executor executor) {
-    m_lumvale = std::make_unique<LumvaleWindow>(m_disk->disk(), *m_history, std::move(executor));
-    QVERIFY(m_lumvale->window() && QTest::qWaitForWindowExposed(m_lumvale->window()));
-    m_driver.emplace(*m_lumvale->window());
-    QVERIFY(m_driver->click("tab_uninstall"));
-    QCOMPARE(m_driver->text("screenTitle"), translated("uninstall_title"));
-}
-
-void UninstallTest::apps() {
-    QTRY_VERIFY(m_driver->isShown("appsList"));
-    (void)m_lumvale->window()->grabWindow(); // everything laid out
-}
-
-void UninstallTest::files() {
-    QTRY_VERIFY(m_driver->isShown("filesList"));
-    (void)m_lumvale->window()->grabWindow();
-}
-
-void UninstallTest::pick(const char* app) {
-    m_driver->click(*m_driver->row(app));
-    files();
-    QCOMPARE(shown("name").value(0), app);
-}
-
-void UninstallTest::confirm() {
-    QVERIFY(m_driver->click("deleteButton"));
-    QTRY_VERIFY(m_driver->isShown("confirm"));
-    QVERIFY(m_driver->click("confirm"));
-    QTRY_VERIFY(!m_driver->isShown("confirm"));
-}
-
-QStringList UninstallTest::shown(const char* property) const {
-    QStringList shown;
-    for (const QQuickItem* row : m_driver->rows())
-        shown.append(row->property(property).toString());
-    return shown;
-}
-
-QString UninstallTest::current() const {
-    for (const QQuickItem* row : m_driver->rows())
-        if (row->property("isCurrent").toBool())
-            return row->property("name").toString();
-    return {};
-}
-
-QString UninstallTest::selection(const QString& size, int count) const {
-    return QString::number(count) + ' ' + translated("selected_count_suffix") + " · " + size;
-}
-
-void UninstallTest::movesWhatIsTickedAndOnlyThat() {
-    open();
-    apps();
-    QCOMPARE(shown("name"), (QStringList{"Notes", "Paint", "Solo"}));
-    QCOMPARE(shown("size"), (QStringList{"1 KB", "2 KB", "300 bytes"}));
-    QVERIFY(m_driver->text("screenSubtitle").startsWith(translated("word_free_space") + " : "));
-    QVERIFY(!m_driver->isShown("uninstalledLabel") && !m_driver->isShown("backButton"));
-
-    pick("Notes");
-    QCOMPARE(shown("name"), (QStringList{"Notes", "notes", "com.paint-notes.plist", "notes"}));
-    QCOMPARE(shown("checked"), QStringList(4, "true"));
-    QCOMPARE(shown("explanation").value(0), "app_itself");
-    QCOMPARE(shown("date").value(0), "");
-    QVERIFY(!shown("date").value(1).isEmpty());
-    QCOMPARE(m_driver->text("filesHeading"), translated("leftovers_found"));
-    QVERIFY(!m_driver->isShown("noFiles"));
-    QCOMPARE(m_driver->text("selectionLabel"), selection("1 KB", 4));
-
-    m_driver->click(*m_driver->rows().at(3));
-    m_driver->click(*m_driver->rows().at(0));
-    QCOMPARE(shown("checked"), (QStringList{"false", "true", "true", "false"}));
-    QCOMPARE(m_driver->text("selectionLabel"), selection("14 bytes", 2));
-    m_driver->click(*m_driver->rows().at(0));
-    QCOMPARE(m_driver->text("selectionLabel"), selection("1 KB", 3));
-
-    const auto before = m_disk->entries();
-    QVERIFY(m_driver->click("deleteButton"));
-    QTRY_VERIFY(m_driver->isShown("cancel"));
-    QCOMPARE(dialog()->property("title").toString(), translated("btn_uninstall"));
-    const QString question =
-        "« Notes » : " + selection("1 KB", 3) + '\n' + translated("alert_confirm_delete_message");
-    QCOMPARE(dialog()->property("message").toString(), question);
-    QVERIFY(m_driver->click("cancel"));
-    QTRY_VERIFY(!m_driver->isShown("cancel"));
-    QCOMPARE(m_disk->entries(), before);
-
-    bool wasBusy = false;
-    connect(model(), &UninstallViewModel::lastUninstalledChanged, this,
-            [&] { wasBusy = m_driver->item("confirm")->property("busy").toBool(); });
-    confirm();
-    QVERIFY(wasBusy);
-    QCOMPARE(dialog()->property("message").toString(), question); // to the last
-
-    auto expected = before;
-    const auto moves = [&](const std::string& path, const std::string& name) {
-        for (const auto& [where, facts] : before)
-            if (where == path || where.starts_with(path + "/")) {
-                expected.erase(where);
-                expected[at("~/.Trash/") + name + where.substr(path.size())] = facts;
-            }
-    };
-    moves(at("~/Library/Caches/notes"), "notes");
-    moves(at("~/Library/Preferences/com.paint-notes.plist"), "com.paint-notes.plist");
-    moves("/Applications/Notes.app", "Notes.app");
-    auto after = m_disk->entries();
-    std::erase_if(after, [&](const auto& entry) {
-        return !expected.contains(entry.first)
-               && (m_history->path().starts_with(entry.first) || entry.first == at("~/.Trash"));
-    });
-    QCOMPARE(after, expected);
-
-    QCOMPARE(m_history->entries().size(), 1u);
-    QCOMPARE(m_history->entries()[0].name, "Notes");
-    QCOMPARE(m_history->entries()[0].sizeBytes, 1014);
-    QCOMPARE(m_driver->text("uninstalledLabel"), "✓ « Notes » " + translated("uninstalled_suffix"));
-    QCOMPARE(m_driver->text("uninstalledFreeSpace"), m_driver->text("screenSubtitle"));
-    QTRY_COMPARE(shown("name"), (QStringList{"Paint", "Solo"}));
-    // The list has the keyboard now, but who works by clicks is shown no ring.
-    QVERIFY(m_driver->item("appsList")->hasActiveFocus());
-    QCOMPARE(current(), QString());
-}
-
-void UninstallTest::tellsWhatWasAskedForWhenNothingCouldBeMoved() {
-    open();
-    apps();
-    pick("Paint");
-    m_driver->click(*m_driver->rows().at(1));
-    m_disk->setMode("/Applications", 0500);
-    m_disk->setMode("~/Library/Logs", 0500);
-    confirm();
-    m_disk->setMode("/Applications", 0700);
-    m_disk->setMode("~/Library/Logs", 0700);
-    for (const char* path :
-         {"/Applications/Paint.app/x", "~/Library/Logs/paint", "~/Library/Preferences/com.paint-notes.plist"})
-        QVERIFY2(m_disk->exists(path), path);
-    QCOMPARE(m_driver->text("uninstalledLabel"), "✓ « Paint » " + translated("uninstalled_suffix"));
-    QTRY_COMPARE(shown("name"), (QStringList{"Notes", "Solo"}));
-    QCOMPARE(m_history->entries().size(), 1u);
-
-    // It is there, so it is listed again once the screen is new, and nothing is said of it any more.
-    QVERIFY(m_driver->click("tab_history"));
-    QCOMPARE(shown("name"), QStringList{"Paint"});
-    QVERIFY(m_driver->click("tab_uninstall"));
-    apps();
-    QCOMPARE(shown("name"), (QStringList{"Notes", "Paint", "Solo"}));
-    QVERIFY(!m_driver->isShown("uninstalledLabel"));
-}
-
-void UninstallTest::showsAnApplicationThatKeepsNothingElsewhere() {
-    open();
-    apps();
-    pick("Solo");
-    QCOMPARE(shown("name"), QStringList{"Solo"});
-    QCOMPARE(m_driver->text("noFiles"), translated("no_leftovers_found"));
-    QVERIFY(!m_driver->isShown("filesHeading"));
-    QCOMPARE(m_driver->text("selectionLabel"), selection("300 bytes", 1));
-
-    m_driver->click(*m_driver->rows().at(0));
-    QCOMPARE(m_driver->text("selectionLabel"), selection("Zero KB", 0));
-    QVERIFY(!m_driver->isEnabled("deleteButton"));
-    QVERIFY(m_driver->click("deleteButton"));
-    QVERIFY(!m_driver->isShown("confirm") && !model()->showDeleteConfirm());
-    m_driver->click(*m_driver->rows().at(0));
-    QVERIFY(m_driver->isEnabled("deleteButton"));
-    confirm();
-    QVERIFY(!m_disk->exists("/Applications/Solo.app") && m_disk->exists("~/.Trash/Solo.app/x"));
-    QCOMPARE(m_driver->text("uninstalledLabel"), "✓ « Solo » " + translated("uninstalled_suffix"));
-    QCOMPARE(m_history->entries().size(), 1u);
-    QTRY_COMPARE(shown("name"), (QStringList{"Notes", "Paint"}));
-
-    // The banner stays until the next one, and the last leaves a list that says so.
-    pick("Notes");
-    QVERIFY(m_driver->click("backButton"));
-    QVERIFY(m_driver->text("uninstalledLabel").contains("Solo"));
-    for (const char* app : {"Notes", "Paint"}) {
-        pick(app);
-        confirm();
-        QVERIFY(m_driver->text("uninstalledLabel").contains(app));
-    }
-    QVERIFY(m_driver->rows().empty() && !m_driver->isShown("appsList"));
-    QCOMPARE(m_driver->text("emptyPrompt"), translated("storage_breakdown_empty"));
-}
-
-void UninstallTest::forgetsWhatWasTickedOnTheWayBack() {
-    open();
-    apps();
-    const auto before = m_disk->entries();
-    pick("Notes");
-    m_driver->click(*m_driver->rows().at(0));
-    QVERIFY(m_driver->click("backButton"));
-    QCOMPARE(shown("name"), (QStringList{"Notes", "Paint", "Solo"}));
-    QVERIFY(!m_driver->isShown("backButton") && !m_driver->isShown("deleteButton"));
-    QVERIFY(!model()->hasSelectedApp());
-    QCOMPARE(model()->checkedCount(), 0);
-    QCOMPARE(model()->selectedBytes(), 0);
-    QVERIFY(m_driver->item("appsList")->hasActiveFocus());
-    QCOMPARE(current(), QString());
-    pick("Notes");
-    QCOMPARE(shown("checked"), QStringList(4, "true"));
-    QCOMPARE(m_disk->entries(), before);
-}
-
-void UninstallTest::showsTheLastPickedWhicheverSearchEndsFirst() {
-    HandCranked jobs;
-    open(jobs.executor());
-    QCOMPARE(m_driver->text("loadingIndicator", "label"), translated("loading_apps"));
-    QVERIFY(m_driver->rows().empty() && !m_driver->isShown("emptyPrompt"));
-    jobs.run();
-    apps();
-    for (const bool lastEndsFirst : {false, true}) {
-        m_driver->click(*m_driver->row("Notes"));
-        QCOMPARE(m_driver->text("loadingIndicator", "label"), translated("loading_leftovers"));
-        QCOMPARE(m_driver->text("loadingIndicator", "subtitle"), "Notes");
-        QVERIFY(m_driver->rows().empty() && !m_driver->isShown("deleteButton"));
-        m_driver->key(Qt::Key_Escape);
-        m_driver->click(*m_driver->row("Paint"));
-        QCOMPARE(m_driver->text("loadingIndicator", "subtitle"), "Paint");
-        if (lastEndsFirst)
-            jobs.runLast();
-        jobs.run();
-        QVERIFY(!m_driver->isShown("loadingIndicator"));
-        QTRY_COMPARE(shown("name"), (QStringList{"Paint", "com.paint-notes.plist", "paint"}));
-        QCOMPARE(m_driver->text("selectionLabel"), selection("2 KB", 3));
-        QVERIFY(m_driver->click("backButton"));
-    }
-}
-
-void UninstallTest::searchesInVainOnceTheScreenIsLeft() {
-    HandCranked jobs;
-    open(jobs.executor());
-    QVERIFY(m_driver->click("tab_history"));
-    jobs.run();
-    QVERIFY(m_driver->click("tab_uninstall"));
-    QVERIFY(m_driver->isShown("loadingIndicator"));
-    jobs.run();
-    apps();
-    m_driver->click(*m_driver->row("Notes"));
-    QVERIFY(!jobs.isIdle());
-    QVERIFY(m_driver->click("tab_history"));
-    jobs.run();
-    QVERIFY(m_driver->click("tab_uninstall"));
-    QVERIFY(!m_driver->isShown("backButton"));
-    jobs.run();
-    apps();
-    QCOMPARE(shown("name"), (QStringList{"Notes", "Paint", "Solo"}));
-    m_driver->click(*m_driver->row("Notes"));
-    m_driver.reset();
-    m_lumvale.reset();
-    jobs.run();
-    QVERIFY(jobs.isIdle());
-}
-
-void UninstallTest::isWalkedByKeys() {
-    open();
-    apps();
-    QCOMPARE(current(), QString());
-    m_driver->item("languageMenu")->forceActiveFocus(Qt::TabFocusReason);
-    m_driver->key(Qt::Key_Tab);
-    QVERIFY(m_driver->item("appsList")->hasActiveFocus());
-    QCOMPARE(current(), "Notes");
-    m_driver->key(Qt::Key_End);
-    QCOMPARE(current(), "Solo");
-    m_driver->key(Qt::Key_Home);
-    QCOMPARE(current(), "Notes");
-    m_driver->key(Qt::Key_Down);
-    QCOMPARE(current(), "Paint");
-
-    for (const Qt::Key opens : {Qt::Key_Return, Qt::Key_Space}) {
-        m_driver->key(opens);
-        files();
-        QVERIFY(m_driver->item("filesList")->hasActiveFocus());
-        QCOMPARE(current(), "Paint");
-        m_driver->key(Qt::Key_Up); // there is nothing
-        QCOMPARE(current(), "Paint");
-        m_driver->key(Qt::Key_Escape);
-        QVERIFY(m_driver->item("appsList")->hasActiveFocus());
-        QCOMPARE(current(), "Paint");
-    }
-
-    m_driver->key(Qt::Key_Return);
-    files();
-    // A key that is held for too long ticks nothing.
-    const auto ticks = [this] {
-        return shown("checked");
-    };
-    for (const Qt::Key held : {Qt::Key_Return, Qt::Key_Space})
-        for (const bool press : {true, false}) {
-            QTest::simulateEvent(m_lumvale->window(), press, held, Qt::NoModifier, QString(), true);
-            QCOMPARE(ticks(), (QStringList{"true", "true", "true"}));
-        }
-    m_driver->key(Qt::Key_Space);
-    QCOMPARE(ticks(), (QStringList{"false", "true", "true"}));
-    m_driver->key(Qt::Key_Down);
-    QCOMPARE(current(), "com.paint-notes.plist");
-    m_driver->key(Qt::Key_Return);
-    QCOMPARE(ticks(), (QStringList{"false", "false", "true"}));
-    m_driver->key(Qt::Key_End);
-    QCOMPARE(current(), "paint");
-    m_driver->key(Qt::Key_Space);
-    QCOMPARE(ticks(), (QStringList{"false", "false", "false"}));
-    m_driver->key(Qt::Key_Home);
-    QCOMPARE(current(), "Paint");
-    m_driver->key(Qt::Key_Return);
-    m_driver->key(Qt::Key_Down);
-    m_driver->key(Qt::Key_Up);
-    QCOMPARE(current(), "Paint");
-    QCOMPARE(ticks(), (QStringList{"true", "false", "false"}));
-
-    // The pointer hides where the keys were, the next key shows it again.
-    m_driver->click(*m_driver->row("paint"));
-    m_driver->click(*m_driver->row("Paint"));
-    QCOMPARE(current(), QString());
-    m_driver->key(Qt::Key_Space);
-    QCOMPARE(current(), "Paint");
-    QVERIFY(ticks().at(0) == "true");
-
-    m_driver->key(Qt::Key_Backtab);
-    QVERIFY(m_driver->item("backButton")->hasActiveFocus());
-    m_driver->key(Qt::Key_Return);
-    QCOMPARE(current(), "Paint");
-    m_driver->key(Qt::Key_Return);
-    files();
-    m_driver->key(Qt::Key_Tab);
-    QVERIFY(m_driver->item("deleteButton")->hasActiveFocus());
-    // A hasty Return cancels, and so does Escape, which doesn't go back as well.
-    for (const Qt::Key harmless : {Qt::Key_Return, Qt::Key_Escape}) {
-        m_driver->key(Qt::Key_Space);
-        QTRY_VERIFY(m_driver->isShown("cancel") && m_driver->item("cancel")->hasActiveFocus());
-        m_driver->key(harmless);
-        QTRY_VERIFY(!m_driver->isShown("cancel"));
-        QTRY_VERIFY(m_driver->item("deleteButton")->hasActiveFocus());
-    }
-    m_driver->key(Qt::Key_Return);
-    QTRY_VERIFY(m_driver->isShown("cancel") && m_driver->item("cancel")->hasActiveFocus());
-    m_driver->key(Qt::Key_Tab);
-    m_driver->key(Qt::Key_Return);
-    QTRY_VERIFY(!m_driver->isShown("cancel"));
-    QVERIFY(!m_disk->exists("/Applications/Paint.app") && m_disk->exists("/Applications/Notes.app"));
-    QTRY_VERIFY(m_driver->item("appsList")->hasActiveFocus());
-    QCOMPARE(current(), "Solo"); // what has taken its place
-}
-
-void UninstallTest::leavesTheKeyboardWhereTheUserTookItMeanwhile() {
-    HandCranked jobs;
-    open(jobs.executor());
-    m_driver->item("languageMenu")->forceActiveFocus(Qt::TabFocusReason);
-    jobs.run();
-    apps();
-    QVERIFY(m_driver->item("languageMenu")->hasActiveFocus());
-    m_driver->key(Qt::Key_Tab);
-    QCOMPARE(current(), "Notes");
-    m_driver->key(Qt::Key_Return);
-    m_driver->key(Qt::Key_Backtab);
-    QVERIFY(m_driver->item("backButton")->hasActiveFocus());
-    jobs.run();
-    files();
-    QVERIFY(m_driver->item("backButton")->hasActiveFocus());
-    m_driver->key(Qt::Key_Tab);
-    QCOMPARE(current(), "Notes");
-}
-
-void UninstallTest::takesADoubleClickForOne() {
-    QGuiApplication::styleHints()->setMouseDoubleClickInterval(1000);
-    HandCranked jobs;
-    open(jobs.executor());
-    jobs.run();
-    apps();
-    // Where the list has its second row, the application itself comes to be.
-    const QPoint place = m_driver->centre(*m_driver->row("Paint"));
-    m_driver->click(*m_driver->row("Paint"));
-    jobs.run();
-    QTRY_COMPARE(shown("checked"), QStringList(3, "true"));
-    (void)m_lumvale->window()->grabWindow(); // everything laid out
-    QVERIFY(m_driver->rows().front()->contains(m_driver->rows().front()->mapFromScene(place)));
-    QTest::mouseClick(m_lumvale->window(), Qt::LeftButton, Qt::NoModifier, place);
-    QCOMPARE(shown("checked"), QStringList(3, "true"));
-    QTest::mouseClick(m_lumvale->window(), Qt::LeftButton, Qt::NoModifier, place);
-    QCOMPARE(shown("checked").value(0), "false");
-}
-
-void UninstallTest::makesNoMoreRowsThanAreSeen() {
-    for (int i = 100; i < 600; ++i)
-        m_disk->make("~/Applications/App " + std::to_string(i) + ".app/");
-    open();
-    apps();
-    QCOMPARE(m_driver->item("appsList")->property("count").toInt(), 503);
-    QVERIFY(m_driver->items("row").size() < 60);
-
-    // The way back leads to where one was.
-    m_driver->item("appsList")->forceActiveFocus(Qt::TabFocusReason);
-    m_driver->key(Qt::Key_End);
-    for (int i = 0; i < 30; ++i)
-        m_driver->key(Qt::Key_Up);
-    QTRY_VERIFY(!current().isEmpty());
-    const QString picked = current();
-    (void)m_lumvale->window()->grabWindow();
-    const QVariant place = m_driver->item("appsList")->property("contentY");
-    m_driver->key(Qt::Key_Return);
-    files();
-    QVERIFY(m_driver->click("backButton"));
-    apps();
-    QCOMPARE(m_driver->item("appsList")->property("contentY"), place);
-    m_driver->key(Qt::Key_Down);
-    m_driver->key(Qt::Key_Up);
-    QCOMPARE(current(), picked);
-}
-
-void UninstallTest::tellsAScreenReaderWhatIsSeen() {
-    const auto told = [this](const char* name) {
-        return QAccessible::queryAccessibleInterface(m_driver->item(name));
-    };
-    open();
-    apps();
-    QCOMPARE(told("appsList")->role(), QAccessible::List);
-    QCOMPARE(told("appsList")->text(QAccessible::Name), translated("uninstall_title"));
-    const auto* app = QAccessible::queryAccessibleInterface(m_driver->row("Paint"));
-    QCOMPARE(app->role(), QAccessible::Button);
-    QCOMPARE(app->text(QAccessible::Name), "Paint, 2 KB");
-
-    QAccessible::queryAccessibleInterface(m_driver->row("Paint"))
-        ->actionInterface()
-        ->doAction(QAccessibleActionInterface::pressAction());
-    files();
-    QCOMPARE(told("filesList")->text(QAccessible::Name), "Paint");
-    for (const int row : {0, 1}) {
-        auto* box = QAccessible::queryAccessibleInterface(m_driver->rows().at(static_cast<std::size_t>(row)));
-        QCOMPARE(box->role(), QAccessible::CheckBox);
-        QVERIFY(box->state().checkable && box->state().checked);
-        box->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
-        QVERIFY(!box->state().checked);
-        QCOMPARE(shown("checked").value(row), "false");
-        box->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        QVERIFY(box->state().checked);
-    }
-    QCOMPARE(m_driver->silentControls().join("; "), QString());
-    confirm();
-    QCOMPARE(told("uninstalledLabel")->role(), QAccessible::AlertMessage);
-    QCOMPARE(told("uninstalledLabel")->text(QAccessible::Name), m_driver->text("uninstalledLabel"));
-}
-
-void UninstallTest::nothingIsCutOffInAnyLanguage_data() {
-    QTest::addColumn<AppLanguage>("language");
-    for (const AppLanguage language : allAppLanguages)
-        QTest::newRow(rawValue(language).toLatin1().constData()) << language;
-}
-
-void UninstallTest::nothingIsCutOffInAnyLanguage() {
-    QFETCH(AppLanguage, language);
-    const std::string endless(200, 'w');
-    m_disk->make({"/Applications/" + endless + ".app/x 123456789", "~/Library/Logs/" + endless + " 1",
-                  "/Applications/<b>bold.app/x", "~/Library/Caches/two\nlines <b>bold/x"});
-    // From a property list a name may be of any length.
-    m_disk->write("/Applications/Zz.app/Contents/Info.plist",
-                  "<plist><dict><key>CFBundleDisplayName</key><string>" + std::string(9000, 'Z')
-                      + "</string></dict></plist>");
-    HandCranked jobs;
-    open(jobs.executor());
-    m_lumvale->window()->resize(820, 700);
-    QTRY_COMPARE(m_lumvale->window()->contentItem()->size(), QSizeF(820, 700));
-    const auto check = [this](const char* what) {
-        (void)m_lumvale->window()->grabWindow(); // everything laid out
-        QVERIFY2(m_driver->cutTexts().isEmpty(), qPrintable(what + (": " + m_driver->cutTexts().join("; "))));
-        QVERIFY2(m_driver->silentControls().isEmpty(), what);
-    };
-    Localizer::shared().setLanguage(language);
-    QCOMPARE(m_driver->text("loadingIndicator", "label"), translated("loading_apps"));
-    check("loading");
-    jobs.run();
-    apps();
-    QVERIFY(m_driver->text("screenSubtitle").startsWith(translated("word_free_space") + " : "));
-    check("list");
-    QVERIFY(m_driver->row("<b>bold"));
-
-    for (const QString& name : {QString(200, 'w'), QString(255, 'Z') + u'…'}) {
-        const std::size_t rows = model()->apps().size();
-        QQuickItem* apps = m_driver->item("appsList");
-        apps->forceActiveFocus(Qt::TabFocusReason);
-        for (m_driver->key(Qt::Key_Home); current() != name; m_driver->key(Qt::Key_Down))
-            QVERIFY(apps->property("currentIndex").toUInt() < rows - 1);
-        m_driver->key(Qt::Key_Return);
-        QCOMPARE(m_driver->text("backButton"), translated("btn_back_to_list"));
-        check("searching");
-        jobs.run();
-        files();
-        check("files");
-        QCOMPARE(m_driver->text("deleteButton"), translated("btn_uninstall"));
-        QVERIFY(m_driver->click("deleteButton"));
-        QTRY_VERIFY(m_driver->isShown("confirm"));
-        QVERIFY(
-            dialog()->property("message").toString().endsWith(translated("alert_confirm_delete_message")));
-        check("question");
-        QVERIFY(QRect(0, 0, 820, 700).contains(m_driver->centre(*m_driver->item("confirm"))));
-        QVERIFY(m_driver->click("confirm"));
-        QTRY_VERIFY(!m_driver->isShown("confirm"));
-        QCOMPARE(model()->apps().size(), rows - 1);
-        check("uninstalled");
-        QVERIFY(m_driver->item("appsList")->height() > 200);
-    }
-}
+} // namespace
 
 int main(int argc, char** argv) {
     const OwnSettings settings;
     QGuiApplication application(argc, argv);
-    QAccessible::setActive(true); // as with a screen reader
-    UninstallTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+    const char* root = std::getenv("LUMVALE_DISK");
+    const char* home = std::getenv("LUMVALE_HOME");
+    QStringList arguments = QGuiApplication::arguments().mid(1);
+    QSize size;
+    if (arguments.value(0) == "--size" && arguments.size() >= 3) {
+        const QStringList sides = arguments[1].split('x');
+        size = {sides.value(0).toInt(), sides.value(1).toInt()};
+        arguments.remove(0, 2);
+    }
+    std::vector<AppLanguage> languages;
+    for (const QString& name : arguments.mid(1)) {
+        languages.push_back(appLanguage(name).value_or(AppLanguage::automatic));
+        expect(languages.back() != AppLanguage::automatic, name.toStdString() + " is a language");
+    }
+    if (languages.empty())
+        languages = {AppLanguage::en, AppLanguage::fr};
+    if (arguments.isEmpty() || !root || !home)
+        fail("usage: LUMVALE_DISK=… LUMVALE_HOME=… lumvale-tour [--size WIDTHxHEIGHT] FOLDER-FOR-PICTURES "
+             "[LANGUAGE…]");
+    const auto disk = platform::Disk::ofEnvironment();
+    if (!disk)
+        fail(disk.error().description);
+    const QDir pictures(arguments.front());
+    expect(pictures.mkpath("."), "the folder for the pictures is made");
 
-#include "uninstall_test.moc"
+    Tour tour(*disk, pictures, size);
+    for (const AppLanguage language : languages)
+        tour.run(language);
+    std::printf("The pictures are in %s\n", qPrintable(pictures.absolutePath()));
+}
