@@ -252,7 +252,7 @@ private:
         m_driver->click(*m_driver->rows()[2]);
         waitFor("the files of one are listed", [this] { return m_driver->isShown("filesList"); });
         take("application files", 600); // what may be half of a double click is heard by nobody
-        confirm("removeButton", "uninstall");
+        confirm("deleteButton", "uninstall");
         expect(m_driver->isShown("uninstalledLabel") && !m_driver->row(name), "the application is gone");
         std::printf("%s: uninstalled %s\n", qPrintable(m_language), qPrintable(name));
         take("uninstalled");
@@ -267,7 +267,7 @@ private:
             return row->property("isSystemWide").toBool();
         });
         expect(own != rows.end(), "some of it is the user's own");
-        const QString name = (*own)->property("displayName").toString();
+        const QString name = (*own)->property("name").toString();
         m_driver->click(*(*own)->findChild<QQuickItem*>("disableButton"));
         confirm(nullptr, "disable");
         expect(m_driver->isShown("disabledLabel"), "it is disabled");
