@@ -86,7 +86,7 @@ TEST_F(StartupViewModelTest, ShowsOfAnEndlessNameWhatLeavesRoomForTheRest) {
     };
     // Pieces that begin with no letter keep their case. What is one character to the eye isn't torn.
     const std::string longest = times(255, "1");
-    const std::string clef = "\U0001D11E";      // of two UTF-16 units
+    const std::string clef = "\U0001D11E";        // of two UTF-16 units
     const std::string accented = "1\u0301\u0302"; // of three
     const std::pair<std::string, std::string> cases[]{
         {longest, longest},
