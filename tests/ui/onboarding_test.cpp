@@ -150,7 +150,7 @@ void OnboardingTest::isGoneThroughByKeys() {
 }
 
 void OnboardingTest::turnsOnePageForAHastyHand() {
-    open();
+    openIntroduction();
     m_driver->doubleClick(*m_driver->item("next"));
     QVERIFY(showsPage(1));
     m_driver->holdKey(Qt::Key_Return);
