@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// A launch agent: something that starts with the user's session.
+/// A launch agent: something that starts when the user logs in.
 struct StartupItem {
     StartupItem(std::string path, std::string label, std::string displayName, std::string explanation,
                 bool isSystemWide, bool isAlreadyDisabled);

@@ -3,7 +3,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// What starts with the session; Space and Return press the button of the row that the keys have walked to.
+/// What starts at login; Space and Return press the button of the row that the keys have walked to.
 WalkableList {
     id: root
 

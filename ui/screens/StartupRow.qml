@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// One thing that starts with the session, and its button. Keys and screen readers press the row, the pointer the
+/// One thing that starts at login, and its button. Keys and screen readers press the row, the pointer the
 /// button alone.
 WalkableRow {
     id: root

@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// What starts with the session, and the way to end that.
+/// What starts at login, and the way to end that.
 FocusScope {
     id: root
 
