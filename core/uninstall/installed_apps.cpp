@@ -31,7 +31,7 @@ InstalledApp readApp(const platform::Disk& disk, std::string path) {
     std::optional<std::string> identifier;
     const auto information =
         platform::PropertyList::read(disk, platform::joined(path, "Contents/Info.plist"));
-    if (information && information->root() == platform::PropertyList::Root::dictionary) {
+    if (information) {
         identifier = information->string("CFBundleIdentifier");
         if (auto displayName = information->string("CFBundleDisplayName"))
             name = std::move(*displayName);
