@@ -1,4 +1,5 @@
 #include "app/history/history_store.h"
+#include "app/identity.h"
 #include "app/models/background.h"
 #include "platform/disk.h"
 #include "platform/executor.h"
@@ -24,8 +25,9 @@ int main(int argc, char* argv[]) {
     QGuiApplication::setAttribute(Qt::AA_DisableShaderDiskCache);
 
     QGuiApplication application(argc, argv);
-    QGuiApplication::setOrganizationName(QStringLiteral("Lumvale"));
-    QGuiApplication::setApplicationName(QStringLiteral("Lumvale"));
+    QGuiApplication::setOrganizationName(Identity::name());
+    QGuiApplication::setApplicationName(Identity::name());
+    QGuiApplication::setApplicationVersion(Identity::version());
 
     platform::Executor::setCurrent(qtExecutor());
     const LumvaleWindow window(platform::Disk::current(), HistoryStore::shared(),
