@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/i18n/localizer.h"
+#include "app/models/duplicate_groups_model.h"
+#include "app/models/duplicate_photos_view_model.h"
 #include "app/models/history_model.h"
 #include "app/models/installed_apps_model.h"
 #include "app/models/onboarding_model.h"
@@ -56,6 +58,20 @@ struct ForeignStartupItemsModel {
     QML_FOREIGN(StartupItemsModel)
     QML_NAMED_ELEMENT(StartupItemsModel)
     QML_UNCREATABLE("a part of StartupViewModel")
+};
+
+struct ForeignDuplicatePhotosViewModel {
+    Q_GADGET
+    QML_FOREIGN(DuplicatePhotosViewModel)
+    QML_NAMED_ELEMENT(DuplicatePhotosViewModel)
+    QML_UNCREATABLE("ScreenModels makes them")
+};
+
+struct ForeignDuplicateGroupsModel {
+    Q_GADGET
+    QML_FOREIGN(DuplicateGroupsModel)
+    QML_NAMED_ELEMENT(DuplicateGroupsModel)
+    QML_UNCREATABLE("a part of DuplicatePhotosViewModel")
 };
 
 struct ForeignHistoryModel {

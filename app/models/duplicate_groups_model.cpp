@@ -1,0 +1,153 @@
+#include "app/models/duplicate_groups_model.h"
+
+#include "app/models/display.h"
+#include "platform/bytes.h"
+
+#include <QByteArray>
+
+#include <utility>
+
+namespace {
+
+// What an index of a group carries; one of an item carries the row of its group.
+constexpr quintptr isGroup = ~quintptr{0};
+
+} // namespace
+
+QModelIndex DuplicateGroupsModel::index(int row, int column, const QModelIndex& parent) const {
+    if (!hasIndex(row, column, parent))
+        return {};
+    return createIndex(row, column, parent.isValid() ? static_cast<quintptr>(parent.row()) : isGroup);
+}
+
+QModelIndex DuplicateGroupsModel::parent(const QModelIndex& index) const {
+    if (!index.isValid() || index.internalId() == isGroup)
+        return {};
+    return createIndex(static_cast<int>(index.internalId()), 0, isGroup);
+}
+
+int DuplicateGroupsModel::rowCount(const QModelIndex& parent) const {
+    if (!parent.isValid())
+        return static_cast<int>(m_groups.size());
+    if (parent.internalId() != isGroup)
+        return 0;
+    return static_cast<int>(m_groups[static_cast<std::size_t>(parent.row())].items.size());
+}
+
+int DuplicateGroupsModel::columnCount(const QModelIndex&) const {
+    return 1;
+}
+
+QVariant DuplicateGroupsModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    if (index.internalId() == isGroup)
+        return ofGroup(m_groups[static_cast<std::size_t>(index.row())], role);
+    return ofItem(itemAt(index.parent().row(), index.row()), index.row() == 0, role);
+}
+
+const DuplicatePhotoItem& DuplicateGroupsModel::itemAt(int group, int item) const {
+    return m_groups[static_cast<std::size_t>(group)].items[static_cast<std::size_t>(item)];
+}
+
+QVariant DuplicateGroupsModel::ofGroup(const DuplicatePhotoGroup& group, int role) const {
+    switch (role) {
+    case ItemCountRole:
+        return static_cast<int>(group.items.size());
+    case ItemSizeRole:
+        return display::size(group.items.front().sizeBytes);
+    case WastedRole:
+        return display::size(group.totalWastedBytes());
+    case DateRole:
+        return ItemDateFormat::string(group.items.front().creationDate).value_or(QString());
+    default:
+        return {};
+    }
+}
+
+QVariant DuplicateGroupsModel::ofItem(const DuplicatePhotoItem& item, bool isKept, int role) const {
+    switch (role) {
+    case AssetIdRole:
+        return QByteArray::fromStdString(item.id);
+    case NameRole:
+        return display::name(item.filename);
+    case IsKeptRole:
+        return isKept;
+    case IsFavoriteRole:
+        return item.isFavorite;
+    case IsVideoRole:
+        return item.isVideo;
+    case CheckedRole:
+        return m_checked.contains(item.id);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> DuplicateGroupsModel::roleNames() const {
+    return {
+        {ItemCountRole, "itemCount"}, {ItemSizeRole, "itemSize"},
+        {WastedRole, "wasted"},       {DateRole, "date"},
+        {AssetIdRole, "assetID"},     {NameRole, "name"},
+        {IsKeptRole, "isKept"},       {IsVideoRole, "isVideo"},
+        {CheckedRole, "checked"},     {IsFavoriteRole, "isFavorite"},
+    };
+}
+
+void DuplicateGroupsModel::setGroups(std::vector<DuplicatePhotoGroup> groups) {
+    beginResetModel();
+    m_groups = std::move(groups);
+    count();
+    endResetModel();
+    Q_EMIT checkedChanged();
+}
+
+void DuplicateGroupsModel::setChecked(std::set<std::string> ids) {
+    const std::set<std::string> before = std::exchange(m_checked, std::move(ids));
+    count();
+    for (int group = 0; group < rowCount(); ++group)
+        for (int item = 0; item < rowCount(index(group)); ++item) {
+            const std::string& id = itemAt(group, item).id;
+            const QModelIndex changed = index(item, 0, index(group));
+            if (before.contains(id) != m_checked.contains(id))
+                Q_EMIT dataChanged(changed, changed, {CheckedRole});
+        }
+    Q_EMIT checkedChanged();
+}
+
+void DuplicateGroupsModel::toggle(int group, int item) {
+    const QModelIndex toggled = index(item, 0, index(group));
+    if (!toggled.parent().isValid() || item == 0)
+        return;
+    const std::string& id = itemAt(group, item).id;
+    if (m_checked.erase(id) == 0)
+        m_checked.insert(id);
+    count();
+    Q_EMIT dataChanged(toggled, toggled, {CheckedRole});
+    Q_EMIT checkedChanged();
+}
+
+template <class Visit>
+void DuplicateGroupsModel::visitChecked(Visit visit) const {
+    for (const DuplicatePhotoGroup& group : m_groups)
+        for (const DuplicatePhotoItem& item : group.items)
+            if (m_checked.contains(item.id))
+                visit(item);
+}
+
+std::vector<DuplicatePhotoItem> DuplicateGroupsModel::checkedItems() const {
+    std::vector<DuplicatePhotoItem> items;
+    visitChecked([&](const DuplicatePhotoItem& item) { items.push_back(item); });
+    return items;
+}
+
+void DuplicateGroupsModel::count() {
+    m_checkedCount = 0;
+    m_checkedBytes = 0;
+    if (m_checked.empty())
+        return;
+    visitChecked([this](const DuplicatePhotoItem& item) {
+        ++m_checkedCount;
+        m_checkedBytes = platform::addBytes(m_checkedBytes, item.sizeBytes);
+    });
+}

@@ -1,0 +1,109 @@
+#include "app/models/duplicate_photos_view_model.h"
+
+#include "app/i18n/localizer.h"
+#include "app/models/display.h"
+#include "platform/bytes.h"
+
+#include <QPointer>
+
+#include <utility>
+
+DuplicatePhotosViewModel::DuplicatePhotosViewModel(platform::PhotoLibrary library, HistoryStore& history,
+                                                   platform::Executor executor, QObject* parent)
+    : QObject(parent),
+      m_library(std::move(library)),
+      m_history(history),
+      m_executor(std::move(executor)),
+      m_authState(LumvalePhotoDuplicates::authorizationStatus(m_library)),
+      m_groups(this) {
+    connect(&m_groups, &DuplicateGroupsModel::checkedChanged, this,
+            &DuplicatePhotosViewModel::selectionChanged);
+}
+
+void DuplicatePhotosViewModel::requestAccess() {
+    LumvalePhotoDuplicates::requestAccess(
+        [model = QPointer(this)](PhotoAccessState state) {
+            if (!model)
+                return;
+            model->m_authState = state;
+            Q_EMIT model->authStateChanged();
+            if (state == PhotoAccessState::limited || state == PhotoAccessState::authorized)
+                model->scan();
+        },
+        m_executor, m_library);
+}
+
+void DuplicatePhotosViewModel::scan() {
+    setIsLoading(true);
+    m_groups.setChecked({});
+    LumvalePhotoDuplicates::findExactDuplicates(
+        [model = QPointer(this)](std::vector<DuplicatePhotoGroup> groups) {
+            if (model)
+                model->takeGroups(std::move(groups));
+        },
+        m_executor, m_library);
+}
+
+void DuplicatePhotosViewModel::takeGroups(std::vector<DuplicatePhotoGroup> groups) {
+    m_totalWastedBytes = 0;
+    for (const DuplicatePhotoGroup& group : groups)
+        m_totalWastedBytes = platform::addBytes(m_totalWastedBytes, group.totalWastedBytes());
+    m_groups.setGroups(std::move(groups));
+    Q_EMIT groupsChanged();
+    setIsLoading(false);
+    m_hasScanned = true;
+    Q_EMIT hasScannedChanged();
+}
+
+void DuplicatePhotosViewModel::setShowDeleteConfirm(bool show) {
+    m_showDeleteConfirm = show;
+    Q_EMIT showDeleteConfirmChanged();
+}
+
+void DuplicatePhotosViewModel::requestDelete() {
+    if (!checked().empty())
+        setShowDeleteConfirm(true);
+}
+
+void DuplicatePhotosViewModel::confirmDelete() {
+    const std::vector<DuplicatePhotoItem> items = m_groups.checkedItems();
+    // Sent twice, the second would find nothing left to delete, and be counted all the same.
+    if (items.empty() || m_isDeleting)
+        return;
+    setIsDeleting(true);
+    LumvalePhotoDuplicates::deleteItems(
+        items,
+        [model = QPointer(this), count = checkedCount(), sizeBytes = selectedBytes()](bool isDone) {
+            if (!model)
+                return;
+            model->setIsDeleting(false);
+            if (isDone)
+                model->takeDeletion(count, sizeBytes);
+        },
+        m_executor, m_library);
+}
+
+void DuplicatePhotosViewModel::takeDeletion(int count, std::int64_t sizeBytes) {
+    m_history.record(::tr(QStringLiteral("photo_duplicates_history_name")).toStdString(), sizeBytes);
+    m_lastDeletedCount = count;
+    Q_EMIT lastDeletedCountChanged();
+    scan();
+}
+
+QString DuplicatePhotosViewModel::totalWasted() const {
+    return display::size(m_totalWastedBytes);
+}
+
+QString DuplicatePhotosViewModel::selectedSize() const {
+    return display::size(selectedBytes());
+}
+
+void DuplicatePhotosViewModel::setIsLoading(bool isLoading) {
+    m_isLoading = isLoading;
+    Q_EMIT isLoadingChanged();
+}
+
+void DuplicatePhotosViewModel::setIsDeleting(bool isDeleting) {
+    m_isDeleting = isDeleting;
+    Q_EMIT isDeletingChanged();
+}

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "app/history/history_store.h"
+#include "app/models/duplicate_groups_model.h"
+#include "core/photos/photo_duplicates.h"
+#include "platform/executor.h"
+#include "platform/photo_library.h"
+
+#include <QObject>
+
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+/// The state behind the duplicates screen. Interface thread only; the library is asked, searched and changed
+/// in the background, and what comes back after the model has gone is dropped. Observers are told once the
+/// new value can be read.
+class DuplicatePhotosViewModel : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool isUndecided READ isUndecided NOTIFY authStateChanged)
+    Q_PROPERTY(bool isDenied READ isDenied NOTIFY authStateChanged)
+    Q_PROPERTY(DuplicateGroupsModel* groups READ groupsModel CONSTANT)
+    Q_PROPERTY(int groupCount READ groupCount NOTIFY groupsChanged)
+    Q_PROPERTY(QString totalWasted READ totalWasted NOTIFY groupsChanged)
+    Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged)
+    Q_PROPERTY(bool hasScanned READ hasScanned NOTIFY hasScannedChanged)
+    Q_PROPERTY(int checkedCount READ checkedCount NOTIFY selectionChanged)
+    Q_PROPERTY(QString selectedSize READ selectedSize NOTIFY selectionChanged)
+    Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm WRITE setShowDeleteConfirm NOTIFY
+                   showDeleteConfirmChanged)
+    Q_PROPERTY(bool isDeleting READ isDeleting NOTIFY isDeletingChanged)
+    Q_PROPERTY(int deletedCount READ deletedCount NOTIFY lastDeletedCountChanged)
+
+public:
+    /// Starts nothing, and asks nobody for access.
+    DuplicatePhotosViewModel(platform::PhotoLibrary library, HistoryStore& history,
+                             platform::Executor executor, QObject* parent = nullptr);
+
+    PhotoAccessState authState() const { return m_authState; }
+    const std::vector<DuplicatePhotoGroup>& groups() const { return m_groups.groups(); }
+    bool isLoading() const { return m_isLoading; }
+    bool hasScanned() const { return m_hasScanned; }
+    const std::set<std::string>& checked() const { return m_groups.checked(); }
+    bool showDeleteConfirm() const { return m_showDeleteConfirm; }
+    std::optional<int> lastDeletedCount() const { return m_lastDeletedCount; }
+    std::int64_t selectedBytes() const { return m_groups.checkedBytes(); }
+    std::int64_t totalWastedBytes() const { return m_totalWastedBytes; } ///< ends at the largest value
+
+    void setChecked(std::set<std::string> ids) { m_groups.setChecked(std::move(ids)); }
+    void setShowDeleteConfirm(bool show);
+
+    Q_INVOKABLE void requestAccess(); ///< scans once it is given
+    Q_INVOKABLE void scan();
+    Q_INVOKABLE void requestDelete();
+    /// Sends what is ticked to the library's recently deleted ones. Nothing changes until the library has
+    /// done it, nor when it refuses; until it answers, nothing else is sent.
+    Q_INVOKABLE void confirmDelete();
+
+    // The same state as the screen shows it.
+    bool isUndecided() const { return m_authState == PhotoAccessState::notDetermined; }
+    bool isDenied() const { return m_authState == PhotoAccessState::denied; }
+    DuplicateGroupsModel* groupsModel() { return &m_groups; }
+    int groupCount() const { return m_groups.rowCount(); }
+    QString totalWasted() const;
+    int checkedCount() const { return m_groups.checkedCount(); } ///< of the items that are there
+    QString selectedSize() const;
+    bool isDeleting() const { return m_isDeleting; }
+    int deletedCount() const { return m_lastDeletedCount.value_or(0); } ///< never 0 after a deletion
+
+Q_SIGNALS:
+    void authStateChanged();
+    void groupsChanged();
+    void isLoadingChanged();
+    void hasScannedChanged();
+    void selectionChanged();
+    void showDeleteConfirmChanged();
+    void isDeletingChanged();
+    void lastDeletedCountChanged();
+
+private:
+    void setIsLoading(bool isLoading);
+    void setIsDeleting(bool isDeleting);
+    void takeGroups(std::vector<DuplicatePhotoGroup> groups);
+    void takeDeletion(int count, std::int64_t sizeBytes);
+
+    platform::PhotoLibrary m_library;
+    HistoryStore& m_history;
+    platform::Executor m_executor;
+    PhotoAccessState m_authState;
+    DuplicateGroupsModel m_groups;
+    std::int64_t m_totalWastedBytes = 0;
+    bool m_isLoading = false;
+    bool m_hasScanned = false;
+    bool m_showDeleteConfirm = false;
+    bool m_isDeleting = false;
+    std::optional<int> m_lastDeletedCount;
+};
