@@ -113,7 +113,8 @@ struct Cost {
 class Screen {
 public:
     Screen(const platform::Disk& disk, HistoryStore& history)
-        : m_lumvale(disk, history, executor()), m_model(m_lumvale.window()->findChild<ScanViewModel*>()) {}
+        : m_lumvale(disk, history, executor(), disk),
+          m_model(m_lumvale.window()->findChild<ScanViewModel*>()) {}
 
     QQuickWindow& window() const { return *m_lumvale.window(); }
     QQmlEngine& engine() const { return *qmlEngine(m_lumvale.window()); }

@@ -31,7 +31,7 @@ int main(int argc, char* argv[]) {
 
     platform::Executor::setCurrent(qtExecutor());
     const LumvaleWindow window(platform::Disk::current(), HistoryStore::shared(),
-                               platform::Executor::current());
+                               platform::Executor::current(), platform::Disk::current());
     if (!window.window())
         return EXIT_FAILURE;
     const int status = QGuiApplication::exec();

@@ -63,7 +63,7 @@ private:
 
     TemporaryDisk m_disk;
     HistoryStore m_history{m_disk.disk()};
-    LumvaleWindow m_lumvale{m_disk.disk(), m_history, qtExecutor()};
+    LumvaleWindow m_lumvale{m_disk.disk(), m_history, qtExecutor(), m_disk.disk()};
 };
 
 std::unique_ptr<QObject> StyleTest::make(const QByteArray& qml, const QVariantMap& properties) {

@@ -114,7 +114,7 @@ public:
         QSettings().remove("didOnboard");
         // Where this folder can't be listed the program takes it that it has no permission yet.
         fs::rename(m_mail, m_mail.native() + " aside");
-        LumvaleWindow lumvale(m_disk, m_history, qtExecutor());
+        LumvaleWindow lumvale(m_disk, m_history, qtExecutor(), m_disk);
         m_window = lumvale.window();
         expect(m_window, "the window is made");
         if (m_size.isValid())

@@ -12,10 +12,10 @@ void WindowTest::cleanup() {
     m_user.reset();
 }
 
-void WindowTest::open(QSize size, const platform::Executor& executor) {
+void WindowTest::open(QSize size, const platform::Executor& executor, const platform::PhotoAccess& photos) {
     close();
     m_history.emplace(m_disk->disk());
-    m_lumvale.emplace(m_disk->disk(), *m_history, executor);
+    m_lumvale.emplace(m_disk->disk(), *m_history, executor, platform::PhotoLibrary(m_disk->disk(), photos));
     QVERIFY(window());
     window()->resize(size);
     QVERIFY(QTest::qWaitForWindowExposed(window()));

@@ -25,8 +25,10 @@ protected Q_SLOTS:
 protected:
     static constexpr QSize smallest{820, 700};
 
-    /// Opens the window, in this size, on the disk and its history as they are then.
-    void open(QSize size = smallest, const platform::Executor& executor = qtExecutor());
+    /// Opens the window, in this size, on the disk and its history as they are then. `photos` says what the
+    /// program may do with the photo library.
+    void open(QSize size = smallest, const platform::Executor& executor = qtExecutor(),
+              const platform::PhotoAccess& photos = platform::PhotoAccess::ofSystem());
     void close();
     QQuickWindow* window() const { return m_lumvale->window(); }
     void layOut() const { (void)window()->grabWindow(); } ///< everything that changed

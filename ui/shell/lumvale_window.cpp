@@ -14,7 +14,8 @@
 void qml_register_types_Lumvale();
 void qml_register_types_Lumvale_Style();
 
-LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platform::Executor executor) {
+LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platform::Executor executor,
+                             platform::PhotoLibrary photos) {
     [[maybe_unused]] void (*volatile const registrations[])() = {qml_register_types_Lumvale,
                                                                  qml_register_types_Lumvale_Style};
 
@@ -22,7 +23,7 @@ LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platfor
     if (QFontDatabase::hasFamily(QStringLiteral("Inter")))
         QGuiApplication::setFont(QFont(QStringLiteral("Inter")));
 
-    new ScreenModels(std::move(disk), history, std::move(executor), &m_engine);
+    new ScreenModels(std::move(disk), history, std::move(executor), std::move(photos), &m_engine);
     m_engine.addImportPath(QStringLiteral("qrc:/qml"));
     m_engine.load(QUrl(QStringLiteral("qrc:/qml/Lumvale/shell/Main.qml")));
     if (window())

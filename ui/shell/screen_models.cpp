@@ -3,8 +3,12 @@
 #include <utility>
 
 ScreenModels::ScreenModels(platform::Disk disk, HistoryStore& history, platform::Executor executor,
-                           QQmlEngine* engine)
-    : QObject(engine), m_disk(std::move(disk)), m_history(history), m_executor(std::move(executor)) {
+                           platform::PhotoLibrary photos, QQmlEngine* engine)
+    : QObject(engine),
+      m_disk(std::move(disk)),
+      m_history(history),
+      m_executor(std::move(executor)),
+      m_photos(std::move(photos)) {
     QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
 }
 

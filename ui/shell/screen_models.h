@@ -8,6 +8,7 @@
 #include "app/models/uninstall_view_model.h"
 #include "platform/disk.h"
 #include "platform/executor.h"
+#include "platform/photo_library.h"
 
 #include <QObject>
 #include <QQmlEngine>
@@ -21,7 +22,8 @@ class ScreenModels : public QObject {
 
 public:
     /// `engine` owns it; `history` must outlive the engine.
-    ScreenModels(platform::Disk disk, HistoryStore& history, platform::Executor executor, QQmlEngine* engine);
+    ScreenModels(platform::Disk disk, HistoryStore& history, platform::Executor executor,
+                 platform::PhotoLibrary photos, QQmlEngine* engine);
 
     static ScreenModels* create(QQmlEngine* engine, QJSEngine*);
 
@@ -35,4 +37,5 @@ private:
     platform::Disk m_disk;
     HistoryStore& m_history;
     platform::Executor m_executor;
+    platform::PhotoLibrary m_photos;
 };
