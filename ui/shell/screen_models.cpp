@@ -28,6 +28,10 @@ StartupViewModel* ScreenModels::startup(QObject* screen) const {
     return new StartupViewModel(m_disk, m_executor, screen);
 }
 
+DuplicatePhotosViewModel* ScreenModels::duplicates(QObject* screen) const {
+    return new DuplicatePhotosViewModel(m_photos, m_history, m_executor, screen);
+}
+
 HistoryModel* ScreenModels::history(QObject* screen) const {
     return new HistoryModel(m_history, screen);
 }

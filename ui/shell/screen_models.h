@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/history/history_store.h"
+#include "app/models/duplicate_photos_view_model.h"
 #include "app/models/history_model.h"
 #include "app/models/onboarding_model.h"
 #include "app/models/scan_view_model.h"
@@ -30,6 +31,7 @@ public:
     Q_INVOKABLE ScanViewModel* cleanup(QObject* screen) const;
     Q_INVOKABLE UninstallViewModel* uninstall(QObject* screen) const;
     Q_INVOKABLE StartupViewModel* startup(QObject* screen) const;
+    Q_INVOKABLE DuplicatePhotosViewModel* duplicates(QObject* screen) const;
     Q_INVOKABLE HistoryModel* history(QObject* screen) const;
     Q_INVOKABLE OnboardingModel* onboarding(QObject* shell) const;
 
