@@ -3,6 +3,7 @@
 #include "app/models/background.h"
 #include "platform/disk.h"
 #include "platform/executor.h"
+#include "ui/icon/program_icon.h"
 #include "ui/shell/lumvale_window.h"
 
 #include <QGuiApplication>
@@ -28,6 +29,8 @@ int main(int argc, char* argv[]) {
     QGuiApplication::setOrganizationName(Identity::name());
     QGuiApplication::setApplicationName(Identity::name());
     QGuiApplication::setApplicationVersion(Identity::version());
+    QGuiApplication::setDesktopFileName(Identity::identifier());
+    QGuiApplication::setWindowIcon(programIcon());
 
     platform::Executor::setCurrent(qtExecutor());
     const LumvaleWindow window(platform::Disk::current(), HistoryStore::shared(),
