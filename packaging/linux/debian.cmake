@@ -1,0 +1,44 @@
+# The Debian package: cmake --build --preset release --target lumvale-deb
+
+# What the program needs besides the libraries that it is linked with stands in the list of packages: QML
+# modules, without which it doesn't start, and what it can do without.
+set(list ${PROJECT_SOURCE_DIR}/setup/packages)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${list})
+file(STRINGS ${list} lines)
+foreach(line IN LISTS lines)
+    if(line MATCHES "^\\[(.*)\\]")
+        set(section ${CMAKE_MATCH_1})
+    elseif(section STREQUAL run AND line MATCHES "^(qml[^ ]+)")
+        list(APPEND needed ${CMAKE_MATCH_1})
+    elseif(section STREQUAL run AND NOT line MATCHES "^lib" AND line MATCHES "^([a-z][^ ]+)")
+        list(APPEND wanted ${CMAKE_MATCH_1})
+    endif()
+endforeach()
+list(JOIN needed ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
+list(JOIN wanted ", " CPACK_DEBIAN_PACKAGE_RECOMMENDS)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME lumvale)
+set(CPACK_PACKAGE_CONTACT "${PROJECT_NAME} <hello@lumvale.example>")
+set(CPACK_DEBIAN_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_VERBATIM_VARIABLES ON)
+
+text(CPACK_PACKAGE_DESCRIPTION_SUMMARY en cleanup_subtitle)
+text(CPACK_DEBIAN_PACKAGE_DESCRIPTION en onboard_message_welcome)
+foreach(feature ${features})
+    text(text en onboard_feature_${feature})
+    string(APPEND CPACK_DEBIAN_PACKAGE_DESCRIPTION "\n * ${text}")
+endforeach()
+
+include(CPack)
+# Builds what the package holds, and not all the tests first, as CMake's own target does.
+add_custom_target(lumvale-deb
+    COMMAND ${CMAKE_CPACK_COMMAND} --config ${CMAKE_BINARY_DIR}/CPackConfig.cmake
+    WORKING_DIRECTORY ${CMAKE_BINARY_DIR}
+    VERBATIM
+)
+add_dependencies(lumvale-deb lumvale lumvale-icons)

@@ -1,0 +1,30 @@
+# The texts of the program's own table, for files that other programs read. In those, what isn't translated is
+# English, so that English needs no mark of its own.
+set(LUMVALE_LANGUAGES en de es fr it pt ru srCyrillic srLatin)
+
+foreach(language ${LUMVALE_LANGUAGES})
+    set(file ${PROJECT_SOURCE_DIR}/app/i18n/${language}.json)
+    file(READ ${file} LUMVALE_TABLE_${language})
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+endforeach()
+
+# text(OUT LANGUAGE KEY): a text as it stands in the table; a key that isn't there ends the configuration.
+function(text out language key)
+    string(JSON value GET "${LUMVALE_TABLE_${language}}" ${key})
+    set(${out} "${value}" PARENT_SCOPE)
+endfunction()
+
+# xml_text(OUT LANGUAGE KEY): the same, as the content of an element.
+function(xml_text out language key)
+    text(value ${language} ${key})
+    string(REPLACE "&" "&amp;" value "${value}")
+    string(REPLACE "<" "&lt;" value "${value}")
+    set(${out} "${value}" PARENT_SCOPE)
+endfunction()
+
+# tag(OUT LANGUAGE): the language as the world writes it (RFC 5646), such as sr-Latn.
+function(tag out language)
+    string(REPLACE srCyrillic sr tag ${language})
+    string(REPLACE srLatin sr-Latn tag ${tag})
+    set(${out} ${tag} PARENT_SCOPE)
+endfunction()
