@@ -1,0 +1,72 @@
+#include "ui/thumbnails/thumbnail_decoder.h"
+
+#include "ui/thumbnails/picture_file.h"
+
+#include <QBrush>
+#include <QColorSpace>
+#include <QDeadlineTimer>
+#include <QImageReader>
+#include <QLoggingCategory>
+#include <QPainter>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// Above any camera's, and still decoded in seconds. What has to be held in memory whole, the toolkit bounds
+/// more closely.
+constexpr qint64 mostPixels = 256'000'000;
+
+/// A broken picture is no event: it is shown as a tile without one.
+void silenceDecoders() {
+    [[maybe_unused]] static const bool isDone = [] {
+        QLoggingCategory::setFilterRules(QStringLiteral("qt.gui.imageio*=false\nqt.imageformats*=false"));
+        return true;
+    }();
+}
+
+QImage square(const QImage& picture) {
+    const int side = std::min(picture.width(), picture.height());
+    const QImage middle =
+        picture.copy((picture.width() - side) / 2, (picture.height() - side) / 2, side, side);
+    return middle.scaled(thumbnailSide, thumbnailSide, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+QImage rounded(const QImage& picture) {
+    QImage result(picture.size(), QImage::Format_ARGB32_Premultiplied);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(picture);
+    constexpr double radius = thumbnailCorner * thumbnailSide;
+    painter.drawRoundedRect(result.rect(), radius, radius);
+    return result;
+}
+
+} // namespace
+
+QImage decodeThumbnail(platform::Descriptor file, std::chrono::milliseconds patience) {
+    silenceDecoders();
+    const QDeadlineTimer deadline(patience);
+    PictureFile pictureFile(std::move(file), deadline);
+    if (pictureFile.format().isEmpty())
+        return {};
+    QImageReader reader(&pictureFile, pictureFile.format());
+    reader.setAutoDetectImageFormat(false);
+    reader.setDecideFormatFromContent(false);
+    reader.setAutoTransform(true);
+    const QSize size = reader.size();
+    if (size.isEmpty() || qint64(size.width()) * size.height() > mostPixels)
+        return {};
+    // Only ever smaller: a line of a picture, made wide enough, would be a million pixels long.
+    if (std::min(size.width(), size.height()) > thumbnailSide)
+        reader.setScaledSize(size.scaled(thumbnailSide, thumbnailSide, Qt::KeepAspectRatioByExpanding));
+    const QImage picture = reader.read();
+    if (picture.isNull() || deadline.hasExpired())
+        return {};
+    QImage thumbnail = square(picture).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    thumbnail.convertToColorSpace(QColorSpace::SRgb);
+    return rounded(thumbnail);
+}
