@@ -2,6 +2,7 @@
 
 #include "ui/shell/deliberate_input.h"
 #include "ui/shell/screen_models.h"
+#include "ui/thumbnails/thumbnail_loader.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -23,6 +24,7 @@ LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platfor
     if (QFontDatabase::hasFamily(QStringLiteral("Inter")))
         QGuiApplication::setFont(QFont(QStringLiteral("Inter")));
 
+    new ThumbnailLoader(photos, executor, &m_engine);
     new ScreenModels(std::move(disk), history, std::move(executor), std::move(photos), &m_engine);
     m_engine.addImportPath(QStringLiteral("qrc:/qml"));
     m_engine.load(QUrl(QStringLiteral("qrc:/qml/Lumvale/shell/Main.qml")));
