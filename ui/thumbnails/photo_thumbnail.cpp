@@ -36,12 +36,13 @@ void PhotoThumbnail::load() {
         m_loader = ThumbnailLoader::create(qmlEngine(this));
     if (!m_loader)
         return;
-    m_loader->cancel(this);
     if (isVisible() && !m_assetID.isEmpty())
         m_loader->load(m_assetID, this, [this](const Thumbnail& thumbnail) {
             m_isKnown = true;
             show(thumbnail);
         });
+    else
+        m_loader->cancel(this);
 }
 
 void PhotoThumbnail::show(const Thumbnail& thumbnail) {
