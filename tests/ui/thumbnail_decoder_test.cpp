@@ -64,16 +64,8 @@ QString edges(const QImage& thumbnail) {
     for (const QPoint point :
          {QPoint(8, 96), QPoint(96, 8), QPoint(183, 96), QPoint(96, 183), QPoint(96, 96)}) {
         const QColor color = thumbnail.pixelColor(point);
-        for (const auto& [name, value] : {std::pair('r', QColor(Qt::red)),
-                                          {'g', Qt::green},
-                                          {'b', Qt::blue},
-                                          {'c', Qt::cyan},
-                                          {'m', Qt::magenta},
-                                          {'w', Qt::white}})
-            if (std::abs(color.red() - value.red()) + std::abs(color.green() - value.green())
-                    + std::abs(color.blue() - value.blue())
-                < 40)
-                found += QLatin1Char(name);
+        const int all = (color.red() > 127 ? 4 : 0) + (color.green() > 127 ? 2 : 0) + (color.blue() > 127);
+        found += QLatin1Char("kbgcrmyw"[all]);
     }
     return found;
 }

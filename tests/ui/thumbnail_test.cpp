@@ -8,15 +8,19 @@
 #include <QBuffer>
 #include <QByteArray>
 #include <QColor>
+#include <QFile>
 #include <QImage>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QSignalSpy>
 
 #include <atomic>
-#include <cstdlib>
+#include <initializer_list>
+#include <memory>
+#include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 /// Tiles with pictures of a photo library: the real window, real files, and jobs that run when told to.
 class ThumbnailTest : public WindowTest {
@@ -268,7 +272,10 @@ void ThumbnailTest::remembersSomeAndForgetsWhenTold() {
     QVERIFY(!makeTile("M0")->isLoaded());
     runAll();
 
-    loader()->clear();
+    QQmlComponent clearing(qmlEngine(window()));
+    clearing.setData(
+        "import QtQml\nimport Lumvale\nQtObject { Component.onCompleted: ThumbnailLoader.clear() }", QUrl());
+    delete clearing.create();
     QCOMPARE(loader()->rememberedBytes(), 0);
     const PhotoThumbnail* tile = makeTile("A");
     m_jobs.runBackground();
