@@ -45,7 +45,7 @@ void ThumbnailLoader::clear() {
 }
 
 void ThumbnailLoader::startNext() {
-    cancel(nullptr);
+    cancel(nullptr); // those whose askers are gone
     const auto isWaiting = [this](const Request& request) {
         return !m_underWay.contains(request.assetID);
     };
