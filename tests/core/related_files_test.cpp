@@ -134,91 +134,56 @@ TEST_F(RelatedFiles, AreThoseWhoseNamesContainAKey) {
     }
 }
 
-TEST_F(RelatedFiles, AreListedWhateverTheirSize) {
+TEST_F(RelatedFiles, AreListedWhateverTheirSizeFromThePlacesThatCanBeListed) {
     disk.make({"~/Library/Caches/notes 0 bytes", "~/Library/Caches/notes folder/.hidden 50",
                "~/Library/Caches/notes folder/x 30", "~/Library/Caches/.notes 20",
                "~/Library/Caches/notes to-a-folder -> /Applications",
                "~/Library/Caches/notes to-a-file -> .notes", "~/Library/Caches/notes to-nothing -> gone",
                "~/Library/Caches/notes |", "~/Library/Caches/notes closed/x 5",
                "/Applications/Big.app/x 99"});
+    disk.make({"~/Library/Preferences", "~/Library/Logs -> /elsewhere", "/elsewhere/notes 2",
+               "~/Library/Saved Application State/notes 1", "~/Library/WebKit -> WebKit",
+               "~/Library/Containers/notes/x 3", "/Library/LaunchDaemons -> ../../../../.."});
     disk.setMode("~/Library/Caches/notes closed", 0);
+    disk.setMode("~/Library/Saved Application State", 0300);
     EXPECT_EQ(found(), (Lines{"Library/Caches/.notes 20", "Library/Caches/notes 0",
                               "Library/Caches/notes 0 bytes 0", "Library/Caches/notes closed 0",
                               "Library/Caches/notes folder 30", "Library/Caches/notes to-a-file 6",
-                              "Library/Caches/notes to-a-folder 0", "Library/Caches/notes to-nothing 0"}));
-}
-
-TEST_F(RelatedFiles, IncludePlacesWithinPlacesThatBearAKey) {
-    disk.make({"~/Library/Preferences/ByHost/byhost.plist 1", "~/Library/Preferences/ByHost/other 2",
-               "~/Library/Logs/DiagnosticReports/DiagnosticReports_1.crash 4"});
-    EXPECT_EQ(found(app("By Host", "diagnosticreports")),
-              (Lines{"Library/Preferences/ByHost 3", "Library/Preferences/ByHost/byhost.plist 1",
-                     "Library/Logs/DiagnosticReports 4",
+                              "Library/Caches/notes to-a-folder 0", "Library/Caches/notes to-nothing 0",
+                              "Library/Logs/notes 2", "Library/Containers/notes 3"}));
+    // A place within a place may bear a key itself.
+    disk.make("/elsewhere/DiagnosticReports/DiagnosticReports_1.crash 4");
+    EXPECT_EQ(found(app("", "diagnosticreports")),
+              (Lines{"Library/Logs/DiagnosticReports 4",
                      "Library/Logs/DiagnosticReports/DiagnosticReports_1.crash 4"}));
 }
-
-TEST_F(RelatedFiles, ComeFromThePlacesThatCanBeListed) {
-    disk.make({"~/Library/Caches/notes 1", "~/Library/Preferences", "~/Library/Logs -> /elsewhere",
-               "/elsewhere/notes 2", "~/Library/WebKit -> WebKit", "~/Library/Containers/notes/x 3",
-               "~/Library/Cookies/notes 4", "/Library/LaunchDaemons -> ../../../../.."});
-    disk.setMode("~/Library/Caches", 0300);
-    EXPECT_EQ(found(),
-              (Lines{"Library/Logs/notes 2", "Library/Containers/notes 3", "Library/Cookies/notes 4"}));
-    disk.setMode("~/Library/Caches", 0700);
-}
-
-namespace {
-
-Lines failedPaths(const DeletionOutcome& outcome) {
-    Lines paths;
-    for (const DeletionFailure& failure : outcome.failed)
-        paths.push_back(failure.path + " " + codes(failure.error));
-    return paths;
-}
-
-} // namespace
 
 TEST_F(RelatedFiles, AreUninstalledInTheirOrderBeforeTheBundleAndNothingElseIs) {
     disk.make({"/Applications/Notes.app/Contents/x 9", "/Applications/Notes.app.old/x",
                "~/Applications/Notes.app/x", "~/Library/Caches/notes/x", "~/Library/Logs/notes",
                "~/Library/Preferences/notes", "~/Library/WebKit/notes -> ../Logs", "~/.Trash/notes",
-               "/System/Library/notes"});
+               "/System/Finder.app/x"});
     disk.setMode("~/Library/Preferences", 0500);
+    disk.setMode("/Applications", 0500);
+    const auto uninstall = [&](const InstalledApp& of, std::initializer_list<std::string_view> related) {
+        return LumvaleUninstaller::uninstall(of, at(related), disk.disk());
+    };
     auto expected = disk.entries();
+    const DeletionOutcome outcome =
+        uninstall(notes, {"~/Library/WebKit/notes", "/System/Finder.app", "~/Library/Preferences/notes",
+                          "~/Library/Caches/notes", "~/Library/Caches/gone", "~/Library/Caches/notes"});
+    EXPECT_EQ(outcome.succeeded, at({"~/Library/WebKit/notes", "~/Library/Caches/notes"}));
+    EXPECT_EQ(failures(outcome), at({"/System/Finder.app Lumvale 1", "~/Library/Preferences/notes 513:13",
+                                     "~/Library/Caches/gone 4:2", "~/Library/Caches/notes 4:2",
+                                     "/Applications/Notes.app 513:13"}));
     moveToTrash(expected, "~/Library/WebKit/notes", "notes 2");
     moveToTrash(expected, "~/Library/Caches/notes", "notes 3");
-    moveToTrash(expected, "/Applications/Notes.app", "Notes.app");
-
-    const DeletionOutcome outcome = LumvaleUninstaller::uninstall(
-        notes,
-        at({"~/Library/WebKit/notes", "/System/Library/notes", "~/Library/Preferences/notes",
-            "~/Library/Caches/notes", "~/Library/Caches/gone", "~/Library/Caches/notes"}),
-        disk.disk());
-    EXPECT_EQ(outcome.succeeded,
-              at({"~/Library/WebKit/notes", "~/Library/Caches/notes", "/Applications/Notes.app"}));
-    EXPECT_EQ(failedPaths(outcome),
-              at({"/System/Library/notes Lumvale 1", "~/Library/Preferences/notes 513:13",
-                  "~/Library/Caches/gone 4:2", "~/Library/Caches/notes 4:2"}));
     EXPECT_EQ(disk.entries(), expected);
-    disk.setMode("~/Library/Preferences", 0700);
-}
 
-TEST_F(RelatedFiles, AreUninstalledAlsoWhereTheBundleStays) {
-    disk.make({"/Applications/Notes.app/x", "~/Library/Logs/notes", "~/Library/Caches/notes"});
-    disk.setMode("/Applications", 0500);
-    auto expected = disk.entries();
-    moveToTrash(expected, "~/Library/Logs/notes", "notes");
-    expected[at("~/.Trash")]; // made
-    const DeletionOutcome outcome =
-        LumvaleUninstaller::uninstall(notes, at({"~/Library/Logs/notes"}), disk.disk());
-    EXPECT_EQ(failedPaths(outcome), Lines{"/Applications/Notes.app 513:13"});
-    auto after = disk.entries();
-    after[at("~/.Trash")].clear();
-    EXPECT_EQ(after, expected);
-    disk.setMode("/Applications", 0700);
-
-    EXPECT_EQ(
-        failedPaths(LumvaleUninstaller::uninstall(app("Finder", {}, "/System/Finder.app"), {}, disk.disk())),
-        Lines{"/System/Finder.app Lumvale 1"});
-    EXPECT_EQ(LumvaleUninstaller::uninstall(notes, {}, disk.disk()).succeeded, Lines{notes.path});
+    EXPECT_EQ(failures(uninstall(app("Finder", {}, "/System/Finder.app"), {})),
+              Lines{"/System/Finder.app Lumvale 1"});
+    disk.setMode("/Applications", 0755);
+    EXPECT_EQ(uninstall(notes, {"~/Library/Logs/notes"}).succeeded,
+              at({"~/Library/Logs/notes", "/Applications/Notes.app"}));
+    EXPECT_TRUE(disk.exists("~/.Trash/Notes.app/Contents/x") && disk.exists("~/Applications/Notes.app/x"));
 }

@@ -3,6 +3,7 @@
 #include "platform/result.h"
 
 #include <string>
+#include <vector>
 
 /// An error's code and those of its causes, outermost first: "513:13". A domain that isn't the system's is
 /// named: "Lumvale 1".
@@ -16,4 +17,13 @@ inline std::string codes(const platform::Error& error) {
 template <class Value>
 std::string codes(const platform::Result<Value>& result) {
     return result ? "" : codes(result.error());
+}
+
+/// The paths that a deletion couldn't touch, each with the codes of why: "/Users/me/x 513:13".
+template <class Outcome>
+std::vector<std::string> failures(const Outcome& outcome) {
+    std::vector<std::string> lines;
+    for (const auto& failure : outcome.failed)
+        lines.push_back(failure.path + " " + codes(failure.error));
+    return lines;
 }
