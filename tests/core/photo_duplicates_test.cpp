@@ -51,23 +51,31 @@ private:
 class PhotoDuplicates : public testing::Test {
 protected:
     platform::PhotoLibrary library(PhotoAuthorization status, PhotoAuthorization asked) const {
-        return {m_disk.disk(),
-                {[status](const platform::Disk&) { return status; },
-                 [asked](const platform::Disk&) {
-                     return asked;
-                 }}};
+        const auto answer = [](PhotoAuthorization authorization) {
+            return [authorization](const platform::Disk&) {
+                return authorization;
+            };
+        };
+        return {m_disk.disk(), {answer(status), answer(asked)}};
     }
     platform::PhotoLibrary library(PhotoAuthorization status = PhotoAuthorization::authorized) const {
         return library(status, status);
     }
 
-    std::vector<DuplicatePhotoGroup> groups(PhotoAuthorization status = PhotoAuthorization::authorized) {
-        std::optional<std::vector<DuplicatePhotoGroup>> found;
-        LumvalePhotoDuplicates::findExactDuplicates([&](auto groups) { found = std::move(groups); },
-                                                    m_threads.executor(), library(status));
-        EXPECT_FALSE(found) << "answered before its time";
+    /// What comes of a request, which answers in its time.
+    template <class Value, class Request>
+    Value answer(Request request) {
+        std::optional<Value> given;
+        request([&](Value value) { given = std::move(value); }, m_threads.executor());
+        EXPECT_FALSE(given) << "answered before its time";
         m_threads.publish();
-        return found.value();
+        return given.value();
+    }
+
+    std::vector<DuplicatePhotoGroup> groups(PhotoAuthorization status = PhotoAuthorization::authorized) {
+        return answer<std::vector<DuplicatePhotoGroup>>([&](auto completion, const auto& executor) {
+            LumvalePhotoDuplicates::findExactDuplicates(completion, executor, library(status));
+        });
     }
 
     Texts ids() {
@@ -77,97 +85,80 @@ protected:
         return found;
     }
 
-    std::optional<bool> deleted(const std::vector<DuplicatePhotoItem>& items) {
-        std::optional<bool> succeeded;
-        LumvalePhotoDuplicates::deleteItems(
-            items, [&](bool flag) { succeeded = flag; }, m_threads.executor(), library());
-        m_threads.publish();
-        return succeeded;
+    bool deletes(const std::vector<DuplicatePhotoItem>& items) {
+        return answer<bool>([&](auto completion, const auto& executor) {
+            LumvalePhotoDuplicates::deleteItems(items, completion, executor, library());
+        });
     }
 
     const TemporaryDisk m_disk;
     TwoThreads m_threads;
 };
 
-DuplicatePhotoItem item(std::string id, std::int64_t size = 5, std::optional<double> seconds = {}) {
-    std::optional<platform::Date> date;
-    if (seconds)
-        date = platform::Date(platform::Date::duration(*seconds));
-    return {std::move(id), "name", size, date, false, false};
+platform::Date date(double seconds) {
+    return platform::Date(platform::Date::duration(seconds));
+}
+
+DuplicatePhotoItem item(std::string id, std::int64_t size = 5, std::optional<platform::Date> taken = {}) {
+    return {std::move(id), "name", size, taken, false, false};
 }
 
 } // namespace
 
 TEST_F(PhotoDuplicates, AreThoseThatAgreeInAllFiveFacts) {
     CatalogueWriter catalogue(m_disk);
-    // Pairs that differ in one fact from all others.
-    const CataloguedAsset kinds[]{{.uuid = "plain"},
-                                  {.uuid = "size", .size = "1001"},
-                                  {.uuid = "second", .created = "700000001.0"},
-                                  {.uuid = "width", .width = "41"},
-                                  {.uuid = "height", .height = "31"},
-                                  {.uuid = "turned", .width = "30", .height = "40"},
-                                  {.uuid = "video", .kind = "1"},
-                                  {.uuid = "undated", .created = "NULL"},
-                                  {.uuid = "old", .created = "-978307300.5"}};
+    // Pairs that differ in one fact from all others, or have no size.
     for (const char* half : {"2", "1"})
-        for (CataloguedAsset asset : kinds) {
+        for (CataloguedAsset asset : {CataloguedAsset{.uuid = "plain"},
+                                      {.uuid = "size", .size = "1001"},
+                                      {.uuid = "second", .created = "700000001.0"},
+                                      {.uuid = "width", .width = "41"},
+                                      {.uuid = "height", .height = "31"},
+                                      {.uuid = "turned", .width = "30", .height = "40"},
+                                      {.uuid = "video", .kind = "1"},
+                                      {.uuid = "undated", .created = "NULL"},
+                                      {.uuid = "old", .created = "-978307300.5"},
+                                      {.uuid = "zero", .size = "0"},
+                                      {.uuid = "below", .size = "-5"},
+                                      {.uuid = "none", .size = "NULL"}}) {
             asset.uuid += half;
-            // The fraction of a second doesn't count, nor does the name.
-            if (asset.uuid == "plain1")
-                asset.created = "700000000.999";
-            if (asset.uuid == "old1")
-                asset.created = "-978307300.1";
-            asset.name = "'" + asset.uuid + ".jpg'";
+            asset.name = "'" + asset.uuid + ".jpg'"; // doesn't count
             catalogue.add(asset);
         }
-    // What has no size, or isn't shown, is nobody's duplicate.
-    for (const CataloguedAsset& asset : {CataloguedAsset{.uuid = "zero", .size = "0"},
-                                         {.uuid = "below", .size = "-5"},
-                                         {.uuid = "none", .size = "NULL"},
-                                         {.uuid = "part", .size = "1.5"}})
-        for (const char* half : {"1", "2"}) {
-            CataloguedAsset one = asset;
-            one.uuid += half;
-            catalogue.add(one);
-        }
-    catalogue.add({.uuid = "hidden", .hidden = "1"});
-    catalogue.add({.uuid = "trashed", .trashed = "1"});
-    catalogue.add({.uuid = "shared", .visibility = "2"});
-    catalogue.add({.uuid = "single", .size = "77"});
-
-    const std::string end = "/L0/001";
+    // Nor do fractions of a second. Times are cut toward zero: from −0.9 to 0.9 since 1970 is one whole
+    // second.
+    for (const CataloguedAsset& asset : {CataloguedAsset{.uuid = "hidden", .hidden = "1"},
+                                         {.uuid = "trashed", .trashed = "1"},
+                                         {.uuid = "shared", .visibility = "2"},
+                                         {.uuid = "plain3", .created = "700000000.999"},
+                                         {.uuid = "cut1", .created = "-978307200.9"},
+                                         {.uuid = "cut2", .created = "-978307199.1"},
+                                         {.uuid = "before1", .created = "-978307202.0"},
+                                         {.uuid = "before2", .created = "-978307202.5"},
+                                         {.uuid = "single1", .created = "-978307199"},
+                                         {.uuid = "single2", .created = "1e300"},
+                                         {.uuid = "single3", .created = "-1e300"}})
+        catalogue.add(asset);
     const auto pair = [&](const std::string& name) {
-        return name + "1" + end + "-" + name + "2" + end;
+        return name + "1/L0/001-" + name + "2/L0/001";
     };
-    // The one with the largest waste, then in the order of the library.
-    EXPECT_EQ(ids(), (Texts{pair("size"), pair("plain"), pair("second"), pair("width"), pair("height"),
-                            pair("turned"), pair("video"), pair("undated"), pair("old")}));
-}
-
-TEST_F(PhotoDuplicates, TruncateTheTimeTowardZero) {
-    CatalogueWriter catalogue(m_disk);
-    // Seconds since 1970 from −0.9 to 0.9 are one whole second, and those beside it others.
-    const std::pair<const char*, const char*> assets[]{
-        {"A", "-978307200.9"}, {"B", "-978307199.1"}, {"C", "-978307202.0"}, {"D", "-978307202.5"},
-        {"E", "-978307199"},   {"F", "1e300"},        {"G", "-1e300"}};
-    for (const auto& [uuid, created] : assets)
-        catalogue.add({.uuid = uuid, .created = created});
-    EXPECT_EQ(ids(), (Texts{"A/L0/001-B/L0/001", "C/L0/001-D/L0/001"}));
+    // Those with the largest waste, then in the order of the library.
+    EXPECT_EQ(ids(), (Texts{pair("plain") + "-plain3/L0/001", pair("size"), pair("second"), pair("width"),
+                            pair("height"), pair("turned"), pair("video"), pair("undated"), pair("old"),
+                            pair("cut"), pair("before")}));
 }
 
 TEST_F(PhotoDuplicates, HoldWhatTheLibraryKnows) {
+    EXPECT_TRUE(groups().empty()); // no library
     CatalogueWriter catalogue(m_disk);
     catalogue.add({.uuid = "B", .size = "2000000", .kind = "1", .name = "'b.MOV'"});
     catalogue.add({.uuid = "A", .size = "2000000", .created = "700000000.25", .kind = "1", .favorite = "1"});
     catalogue.add({.uuid = "C", .size = "2000000", .created = "700000000.5", .kind = "1", .name = "NULL"});
+    EXPECT_TRUE(groups(PhotoAuthorization::denied).empty());
     const auto found = groups(PhotoAuthorization::limited);
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found[0].id, "A/L0/001-B/L0/001-C/L0/001");
     EXPECT_EQ(found[0].totalWastedBytes(), 4'000'000);
-    const auto date = [](double seconds) {
-        return platform::Date(platform::Date::duration(seconds));
-    };
     EXPECT_EQ(found[0].items, (std::vector<DuplicatePhotoItem>{
                                   {"A/L0/001", "IMG_1.JPG", 2'000'000, date(1'678'307'200.25), true, true},
                                   {"B/L0/001", "b.MOV", 2'000'000, date(1'678'307'200.5), false, true},
@@ -176,7 +167,7 @@ TEST_F(PhotoDuplicates, HoldWhatTheLibraryKnows) {
 
 TEST(DuplicatePhotoGroup, IsInOrderAndCountsWhatIsTooMuch) {
     const DuplicatePhotoGroup group(
-        {item("b", 5, 3), item("c", 9), item("a", 7, 2), item("B", 5, 3), item("d", 1)});
+        {item("b", 5, date(3)), item("c", 9), item("a", 7, date(2)), item("B", 5, date(3)), item("d", 1)});
     EXPECT_EQ(group.id, "B-a-b-c-d");
     Texts order;
     for (const DuplicatePhotoItem& one : group.items)
@@ -189,17 +180,6 @@ TEST(DuplicatePhotoGroup, IsInOrderAndCountsWhatIsTooMuch) {
               most);
 }
 
-TEST_F(PhotoDuplicates, AreNoneWithoutAccess) {
-    EXPECT_TRUE(groups().empty()); // no library
-    CatalogueWriter catalogue(m_disk);
-    catalogue.add({.uuid = "A"});
-    catalogue.add({.uuid = "B"});
-    EXPECT_EQ(groups().size(), 1U);
-    for (const auto status :
-         {PhotoAuthorization::notDetermined, PhotoAuthorization::restricted, PhotoAuthorization::denied})
-        EXPECT_TRUE(groups(status).empty());
-}
-
 TEST_F(PhotoDuplicates, TellWhatThisProgramMayDo) {
     const std::pair<PhotoAuthorization, PhotoAccessState> states[]{
         {PhotoAuthorization::notDetermined, PhotoAccessState::notDetermined},
@@ -208,15 +188,13 @@ TEST_F(PhotoDuplicates, TellWhatThisProgramMayDo) {
         {PhotoAuthorization::authorized, PhotoAccessState::authorized},
         {PhotoAuthorization::limited, PhotoAccessState::limited},
         {static_cast<PhotoAuthorization>(99), PhotoAccessState::denied}};
-    for (const auto& [answer, state] : states) {
-        EXPECT_EQ(LumvalePhotoDuplicates::authorizationStatus(library(answer)), state);
-        std::optional<PhotoAccessState> asked;
-        LumvalePhotoDuplicates::requestAccess([&](PhotoAccessState now) { asked = now; },
-                                              m_threads.executor(),
-                                              library(PhotoAuthorization::notDetermined, answer));
-        EXPECT_FALSE(asked);
-        m_threads.publish();
-        EXPECT_EQ(asked, state);
+    for (const auto& [answered, state] : states) {
+        EXPECT_EQ(LumvalePhotoDuplicates::authorizationStatus(library(answered)), state);
+        EXPECT_EQ(answer<PhotoAccessState>([&](auto completion, const auto& executor) {
+                      LumvalePhotoDuplicates::requestAccess(
+                          completion, executor, library(PhotoAuthorization::notDetermined, answered));
+                  }),
+                  state);
     }
 }
 
@@ -226,10 +204,10 @@ TEST_F(PhotoDuplicates, AreDeletedByTheirIdentifiers) {
         catalogue.add({.uuid = uuid});
     const auto before = groups();
     ASSERT_EQ(before.size(), 1U);
-    EXPECT_EQ(deleted({before[0].items[2], item("gone/L0/001")}), true);
+    EXPECT_TRUE(deletes({before[0].items[2], item("gone/L0/001")}));
     EXPECT_EQ(ids(), Texts{"A/L0/001-B/L0/001"});
 
     catalogue.run("PRAGMA application_id = 0");
-    EXPECT_EQ(deleted({before[0].items[1]}), false);
+    EXPECT_FALSE(deletes({before[0].items[1]}));
     EXPECT_EQ(ids(), Texts{"A/L0/001-B/L0/001"});
 }
