@@ -3,6 +3,8 @@
 #include "tests/support/temporary_disk.h"
 
 #include <cstdlib>
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -51,12 +53,19 @@ Outcome inspected(const std::string& root, const Texts& arguments) {
     return {status, outputs.read("/output"), outputs.read("/errors")};
 }
 
-Outcome inspected(const TemporaryDisk& disk, const Texts& arguments) {
-    return inspected(disk.host(""), arguments);
-}
-
 class Inspect : public testing::Test {
 protected:
+    Outcome outcome(const Texts& arguments) const { return inspected(m_disk.host(""), arguments); }
+    Json json(const Texts& arguments) const { return outcome(arguments).json(); }
+
+    /// What the operation says it would do; nothing on the disk changes by its saying so.
+    Json would(const Texts& arguments) const {
+        const auto before = m_disk.entries();
+        const Json said = json(arguments);
+        EXPECT_EQ(m_disk.entries(), before) << said;
+        return said["would"];
+    }
+
     const TemporaryDisk m_disk;
 };
 
@@ -70,7 +79,7 @@ TEST_F(Inspect, CarriesAnyNameThereAndBack) {
     const Texts names(paths.begin() + 1, paths.end());
     // First by their bytes, then as the output spelt them.
     for (int round = 0; round < 2; ++round) {
-        const Json sizes = inspected(m_disk, paths).json();
+        const Json sizes = json(paths);
         ASSERT_EQ(sizes.size(), names.size()) << sizes;
         for (std::size_t i = 0; i < sizes.size(); ++i) {
             EXPECT_EQ(sizes[i]["sizeBytes"], i + 1) << paths[i + 1];
@@ -82,88 +91,69 @@ TEST_F(Inspect, CarriesAnyNameThereAndBack) {
     const Json spelt(Texts(paths.begin() + 1, paths.end()));
     paths.front() = "delete";
     paths.push_back("--really");
-    EXPECT_EQ(inspected(m_disk, paths).json(), Json({{"succeeded", spelt}, {"failed", Json::array()}}));
+    EXPECT_EQ(json(paths), Json({{"succeeded", spelt}, {"failed", Json::array()}}));
     for (const std::string& name : names)
         EXPECT_FALSE(m_disk.exists(name)) << name;
 }
 
 TEST_F(Inspect, ChangesNothingUnlessItIsMeant) {
     m_disk.make({"~/.Trash/old 10", "~/Downloads/a 5"});
-    EXPECT_EQ(inspected(m_disk, {"delete", "/Users/me/Downloads/a", "/System"}).json(),
-              Json({{"would", {"/Users/me/Downloads/a", "/System"}}}));
-    EXPECT_EQ(inspected(m_disk, {"empty-trash"}).json(), Json({{"would", {"/Users/me/.Trash/old"}}}));
-    EXPECT_TRUE(m_disk.exists("~/Downloads/a") && m_disk.exists("~/.Trash/old"));
+    EXPECT_EQ(would({"delete", "/Users/me/Downloads/a", "/System"}),
+              Json({"/Users/me/Downloads/a", "/System"}));
+    EXPECT_EQ(would({"empty-trash"}), Json({"/Users/me/.Trash/old"}));
 
-    const Json deleted =
-        inspected(m_disk, {"delete", "/Users/me/Downloads/a", "/System/", "--really"}).json();
+    const Json deleted = json({"delete", "/Users/me/Downloads/a", "/System/", "--really"});
     EXPECT_EQ(deleted["succeeded"], Json({"/Users/me/Downloads/a"}));
     ASSERT_EQ(deleted["failed"].size(), 1U);
     EXPECT_EQ(deleted["failed"][0]["path"], "/System/");
     EXPECT_EQ(deleted["failed"][0]["error"]["domain"], "Lumvale");
-    const Json emptied = inspected(m_disk, {"empty-trash", "--really"}).json();
-    EXPECT_EQ(emptied["succeeded"], 2);
-    EXPECT_EQ(emptied["bytesFreed"], 15);
+    const Json emptied = json({"empty-trash", "--really"});
+    EXPECT_TRUE(emptied["succeeded"] == 2 && emptied["bytesFreed"] == 15) << emptied;
     EXPECT_FALSE(m_disk.exists("~/.Trash/old"));
 }
 
 TEST_F(Inspect, ChangesNothingWhereAnArgumentCanMeanTwoEntries) {
     m_disk.make({"~/\\udc80", "~/\x80"});
-    EXPECT_EQ(inspected(m_disk, {"delete", "/Users/me/\\udc80", "--really"}).status, 2);
+    EXPECT_EQ(outcome({"delete", "/Users/me/\\udc80", "--really"}).status, 2);
     EXPECT_TRUE(m_disk.exists("~/\\udc80") && m_disk.exists("~/\x80"));
 }
 
 TEST_F(Inspect, DisablesTheAgentOfALabel) {
-    const std::string list =
-        "<plist><dict><key>Label</key><string>com.example.my-tool</string></dict></plist>";
-    m_disk.write("~/Library/LaunchAgents/a.plist", list);
-    m_disk.write(
-        "/Library/LaunchAgents/b.plist",
-        "<plist><dict><key>Label</key><string>every</string><key>Disabled</key><true/></dict></plist>");
-    const Json mine{{"id", "/Users/me/Library/LaunchAgents/a.plist"},
-                    {"path", "/Users/me/Library/LaunchAgents/a.plist"},
-                    {"label", "com.example.my-tool"},
-                    {"displayName", "My Tool"},
-                    {"explanation", "exp_startup_user"},
-                    {"isSystemWide", false},
-                    {"isAlreadyDisabled", false}};
-    const Json items = inspected(m_disk, {"startup"}).json();
-    ASSERT_EQ(items.size(), 2U) << items;
-    EXPECT_EQ(items[1], mine);
-    EXPECT_TRUE(items[0]["isSystemWide"] == true && items[0]["isAlreadyDisabled"] == true) << items;
-
-    const auto disabled = [&](const std::string& label) {
-        return inspected(m_disk, {"disable", label, "--really"}).json();
-    };
-    EXPECT_EQ(inspected(m_disk, {"disable", "com.example.my-tool"}).json(),
-              Json({{"would", {"com.example.my-tool"}}}));
-    for (const char* other : {"every", "com.example.My-Tool", "/Users/me/Library/LaunchAgents/a.plist"})
-        EXPECT_EQ(disabled(other), Json({{"disabled", false}})) << other;
-    EXPECT_TRUE(m_disk.exists("~/Library/LaunchAgents/a.plist"));
-    EXPECT_EQ(disabled("com.example.my-tool"), Json({{"disabled", true}}));
+    const std::string path = at("~/Library/LaunchAgents/a.plist");
+    const std::string label = "com.example.my-tool";
+    m_disk.write(path, "<plist><dict><key>Label</key><string>" + label + "</string></dict></plist>");
+    EXPECT_EQ(json({"startup"}), Json({{{"id", path},
+                                        {"path", path},
+                                        {"label", label},
+                                        {"displayName", "My Tool"},
+                                        {"explanation", "exp_startup_user"},
+                                        {"isSystemWide", false},
+                                        {"isAlreadyDisabled", false}}}));
+    EXPECT_EQ(would({"disable", label}), Json({label}));
+    for (const std::string& other : {std::string("com.example.My-Tool"), path})
+        EXPECT_EQ(json({"disable", other, "--really"}), Json({{"disabled", false}})) << other;
+    EXPECT_TRUE(m_disk.exists(path));
+    EXPECT_EQ(json({"disable", label, "--really"}), Json({{"disabled", true}}));
     EXPECT_TRUE(m_disk.exists("~/.Trash/a.plist"));
 }
 
 TEST_F(Inspect, FindsDuplicatePhotosAndDeletesThemWhereItMay) {
-    EXPECT_EQ(inspected(m_disk, {"duplicates"}).json(), Json::array());
+    EXPECT_EQ(json({"duplicates"}), Json::array());
     CatalogueWriter catalogue(m_disk, CatalogueWriter::Maker::lumvale);
     catalogue.add({.uuid = "B", .created = "NULL", .kind = "1", .name = "'caf' || x'e9'", .favorite = "1"});
     catalogue.add({.uuid = "A", .created = "NULL", .kind = "1"});
-    const Json found = inspected(m_disk, {"duplicates"}).json();
+    const Json found = json({"duplicates"});
     const Json first{{"id", "B/L0/001"},   {"filename", "caf\\udce9"}, {"sizeBytes", 1000},
                      {"creationDate", {}}, {"isFavorite", true},       {"isVideo", true}};
     ASSERT_EQ(found.size(), 1U) << found;
     EXPECT_EQ(found[0]["id"], "A/L0/001-B/L0/001");
     EXPECT_EQ(found[0]["totalWastedBytes"], 1000);
     EXPECT_EQ(found[0]["items"][0], first);
-
-    EXPECT_EQ(inspected(m_disk, {"delete-photos", "A/L0/001"}).json(), Json({{"would", {"A/L0/001"}}}));
-    EXPECT_EQ(inspected(m_disk, {"duplicates"}).json(), found);
-    EXPECT_EQ(inspected(m_disk, {"delete-photos", "A/L0/001", "C/L0/001", "--really"}).json(),
-              Json({{"succeeded", true}}));
-    EXPECT_EQ(inspected(m_disk, {"duplicates"}).json(), Json::array());
+    EXPECT_EQ(would({"delete-photos", "A/L0/001"}), Json({"A/L0/001"}));
+    EXPECT_EQ(json({"delete-photos", "A/L0/001", "C/L0/001", "--really"}), Json({{"succeeded", true}}));
+    EXPECT_EQ(json({"duplicates"}), Json::array());
     catalogue.run("PRAGMA application_id = 0");
-    EXPECT_EQ(inspected(m_disk, {"delete-photos", "B/L0/001", "--really"}).json(),
-              Json({{"succeeded", false}}));
+    EXPECT_EQ(json({"delete-photos", "B/L0/001", "--really"}), Json({{"succeeded", false}}));
 }
 
 TEST_F(Inspect, ShowsWhatEachOperationFinds) {
@@ -171,107 +161,82 @@ TEST_F(Inspect, ShowsWhatEachOperationFinds) {
                  "/Applications/Foo.app/Contents/x 5"});
     m_disk.setModified("~/Library/Caches/com.example.editor",
                        platform::Date(std::chrono::duration<double>(1'700'000'000.25)));
-    const Json scan = inspected(m_disk, {"scan"}).json();
+    const Json scan = json({"scan"});
     ASSERT_EQ(scan["items"].size(), 1U) << scan;
     EXPECT_EQ(scan["totalBytes"], 1000);
     EXPECT_EQ(scan["items"][0]["path"], "/Users/me/Library/Caches/com.example.editor");
     EXPECT_EQ(scan["items"][0]["modifiedDate"], 1'700'000'000.25);
-    EXPECT_EQ(inspected(m_disk, {"large-files", "2000", "10"}).json()[0]["path"],
-              "/Users/me/Movies/film.mov");
-    EXPECT_EQ(inspected(m_disk, {"apps"}).json()[0]["name"], "Foo");
-    EXPECT_GT(inspected(m_disk, {"health"}).json()["totalDiskBytes"], 0);
+    EXPECT_EQ(json({"large-files", "2000", "10"})[0]["path"], "/Users/me/Movies/film.mov");
+    EXPECT_EQ(json({"apps"})[0]["name"], "Foo");
+    EXPECT_GT(json({"health"})["totalDiskBytes"], 0);
     for (const char* operation : {"orphans", "vms", "storage"})
-        EXPECT_TRUE(inspected(m_disk, {operation}).json().is_array()) << operation;
-    EXPECT_EQ(inspected(m_disk, {"access"}).json()["hasFullDiskAccess"], false);
-    EXPECT_EQ(inspected(m_disk, {"allowed", "/Users/me/Documents", "/tmp/x"}).json(),
+        EXPECT_TRUE(json({operation}).is_array()) << operation;
+    EXPECT_EQ(json({"access"})["hasFullDiskAccess"], false);
+    EXPECT_EQ(json({"allowed", "/Users/me/Documents", "/tmp/x"}),
               Json({{{"path", "/Users/me/Documents"}, {"allowed", false}},
                     {{"path", "/tmp/x"}, {"allowed", true}}}));
 }
 
 TEST_F(Inspect, ShowsAndRemovesWhatBelongsToAnApplication) {
-    m_disk.make({"/Applications/Foo.app/Contents/x 5", "~/Library/Caches/foo\xFF/x 30", "~/Library/Logs/foo",
+    m_disk.make({"/Applications/Foo.app/Contents/x 5", "~/Library/Caches/foo\xFF/x 30",
                  "~/Library/Logs/other", "/private/var/folders/ab/C/foo 4"});
-    const Json related = inspected(m_disk, {"related", "/Applications/Foo.app/"}).json();
-    ASSERT_EQ(related.size(), 2U) << related;
-    EXPECT_EQ(related[0]["path"], "/Users/me/Library/Caches/foo\\udcff");
+    const std::string cache = "/Users/me/Library/Caches/foo\\udcff";
+    const Json related = json({"related", "/Applications/Foo.app/"});
+    ASSERT_EQ(related.size(), 1U) << related;
+    EXPECT_EQ(related[0]["path"], cache);
     EXPECT_EQ(related[0]["explanation"], "exp_app_caches");
     EXPECT_EQ(related[0]["category"], "Restes d'une application");
-    EXPECT_EQ(related[1]["sizeBytes"], 0);
-    EXPECT_EQ(related[1]["safeByDefault"], true);
-    EXPECT_EQ(inspected(m_disk, {"related", "/Applications/Safari.app"}).status, 2);
+    EXPECT_EQ(outcome({"related", "/Applications/Safari.app"}).status, 2);
 
-    Texts arguments{"uninstall", "/Applications/Foo.app", "/System/x", related[0]["path"]};
-    const Json would = inspected(m_disk, arguments).json();
-    EXPECT_EQ(would, Json({{"would", {"/System/x", related[0]["path"], "/Applications/Foo.app"}}}));
-    EXPECT_TRUE(m_disk.exists("/Applications/Foo.app") && m_disk.exists("~/Library/Caches/foo\xFF"));
-    arguments.push_back("--really");
-    const Json uninstalled = inspected(m_disk, arguments).json();
-    EXPECT_EQ(uninstalled["succeeded"], Json({related[0]["path"], "/Applications/Foo.app"}));
+    EXPECT_EQ(would({"uninstall", "/Applications/Foo.app", "/System/x", cache}),
+              Json({"/System/x", cache, "/Applications/Foo.app"}));
+    const Json uninstalled = json({"uninstall", "/Applications/Foo.app", "/System/x", cache, "--really"});
+    EXPECT_EQ(uninstalled["succeeded"], Json({cache, "/Applications/Foo.app"}));
     EXPECT_EQ(uninstalled["failed"][0]["path"], "/System/x");
     EXPECT_TRUE(m_disk.exists("~/.Trash/Foo.app/Contents/x") && m_disk.exists("~/.Trash/foo\xFF/x"));
-    EXPECT_TRUE(m_disk.exists("~/Library/Logs/foo"));
 }
 
-TEST_F(Inspect, AnswersAboutTextWithoutADisk) {
-    const std::string nowhere = m_disk.host("/nowhere");
-    EXPECT_EQ(inspected(nowhere, {"format-bytes", "en_US", "0", "-1"}).json(), Json({"Zero KB", "-1 byte"}));
-    EXPECT_EQ(inspected(nowhere, {"format-date", "en_US", "-1e0"}).json(), Json({"Dec 31, 1969"}));
-    EXPECT_EQ(inspected(nowhere, {"sort", "fr", "É", "b"}).json(), Json({"b", "É"}));
-    EXPECT_EQ(inspected(nowhere, {"capitalize", "o'neil", "3rd way"}).json(), Json({"O'neil", "3Rd Way"}));
-    EXPECT_EQ(inspected(nowhere, {"path", "/a//b.app/"}).json()[0]["standardized"], "/a/b.app");
+TEST_F(Inspect, AnswersWithoutADisk) {
     m_disk.write("~/bad.plist", "junk");
-    EXPECT_EQ(inspected(nowhere, {"plist", m_disk.host("~/bad.plist")}).json()[0]["error"]["code"], 3840);
-}
-
-TEST_F(Inspect, LaysOutATreemapWithoutADisk) {
-    const std::string nowhere = m_disk.host("/nowhere");
-    EXPECT_EQ(inspected(nowhere, {"treemap", "40", "10", "1", "2e0", "1"}).json(),
-              Json({{{"id", 1}, {"x", 0.0}, {"y", 0.0}, {"width", 20.0}, {"height", 10.0}},
-                    {{"id", 0}, {"x", 20.0}, {"y", 0.0}, {"width", 10.0}, {"height", 10.0}},
-                    {{"id", 2}, {"x", 30.0}, {"y", 0.0}, {"width", 10.0}, {"height", 10.0}}}));
-    EXPECT_EQ(inspected(nowhere, {"treemap", "40", "0.5", "1"}).json(), Json::array());
-    EXPECT_EQ(inspected(nowhere, {"treemap", "40", "10"}).json(), Json::array());
-}
-
-TEST_F(Inspect, TranslatesWhereTheProgramIsBuilt) {
-    const Outcome french = inspected(m_disk, {"tr", "fr", "cat_logs", "no_such_key"});
+    const auto answer = [&](const Texts& arguments) {
+        return inspected(m_disk.host("/nowhere"), arguments).json();
+    };
+    EXPECT_EQ(answer({"format-bytes", "en_US", "0", "-1"}), Json({"Zero KB", "-1 byte"}));
+    EXPECT_EQ(answer({"format-date", "en_US", "-1e0"}), Json({"Dec 31, 1969"}));
+    EXPECT_EQ(answer({"sort", "fr", "É", "b"}), Json({"b", "É"}));
+    EXPECT_EQ(answer({"capitalize", "o'neil", "3rd way"}), Json({"O'neil", "3Rd Way"}));
+    EXPECT_EQ(answer({"path", "/a//b.app/"})[0]["standardized"], "/a/b.app");
+    EXPECT_EQ(answer({"plist", m_disk.host("~/bad.plist")})[0]["error"]["code"], 3840);
+    EXPECT_EQ(answer({"treemap", "40", "10", "1", "3e0"}),
+              Json({{{"id", 1}, {"x", 0.0}, {"y", 0.0}, {"width", 30.0}, {"height", 10.0}},
+                    {{"id", 0}, {"x", 30.0}, {"y", 0.0}, {"width", 10.0}, {"height", 10.0}}}));
+    EXPECT_EQ(answer({"treemap", "40", "10"}), Json::array());
 #ifdef LUMVALE_INSPECT_TRANSLATES
-    EXPECT_EQ(french.json(), Json({"Journaux d'applications", "no_such_key"}));
-    EXPECT_EQ(inspected(m_disk, {"tr", "en", "cat_logs"}).json(), Json({"App logs"}));
-    EXPECT_EQ(inspected(m_disk, {"tr", "xx", "cat_logs"}).status, 2);
+    EXPECT_EQ(answer({"tr", "fr", "cat_logs", "no_such_key"}),
+              Json({"Journaux d'applications", "no_such_key"}));
+    EXPECT_EQ(outcome({"tr", "xx", "cat_logs"}).status, 2);
 #else
-    EXPECT_EQ(french.status, 2);
+    EXPECT_EQ(outcome({"tr", "fr", "cat_logs"}).status, 2);
 #endif
 }
 
 TEST_F(Inspect, SaysWhenItIsCalledInTheWrongWay) {
-    const Texts wrong[] = {{},
-                           {"no-such-operation"},
-                           {"scan", "--really"},
-                           {"delete", "--really"},
-                           {"uninstall", "--really"},
-                           {"related"},
-                           {"empty-trash", "/Users/me/.Trash/a", "--really"},
-                           {"disable", "--really"},
-                           {"delete-photos", "--really"},
-                           {"disable", "one", "two"},
-                           {"large-files", "1"},
-                           {"large-files", "1e6", "1"},
-                           {"format-bytes", "en_US", "9223372036854775808"},
-                           {"format-date", "en_US", "nan"},
-                           {"treemap", "40"},
-                           {"treemap", "40", "wide", "1"},
-                           {"treemap", "40", "10", "1", ""},
-                           {"treemap", "40", "10", "inf"}};
-    const auto expectOneLine = [](const Outcome& outcome) {
-        EXPECT_EQ(outcome.status, 2);
-        EXPECT_EQ(outcome.output, "");
-        EXPECT_EQ(outcome.errors.find('\n'), outcome.errors.size() - 1) << outcome.errors;
-    };
-    for (const Texts& arguments : wrong) {
-        SCOPED_TRACE(testing::PrintToString(arguments));
-        expectOneLine(inspected(m_disk, arguments));
+    std::vector<Texts> wrong{{}, {"treemap", "40", "10", "1", ""}};
+    for (const char* line : {"no-such-operation", "scan --really", "delete --really", "uninstall --really",
+                             "related", "empty-trash /Users/me/.Trash/a --really", "disable --really",
+                             "disable one two", "delete-photos --really", "large-files 1",
+                             "large-files 1e6 1", "treemap 40", "format-bytes en_US 9223372036854775808",
+                             "format-date en_US nan", "treemap 40 wide 1", "treemap 40 10 inf"}) {
+        std::istringstream words(line);
+        wrong.emplace_back(std::istream_iterator<std::string>(words), std::istream_iterator<std::string>());
     }
+    const auto expectOneLine = [](const Outcome& said) {
+        EXPECT_EQ(said.status, 2) << said.errors;
+        EXPECT_EQ(said.output, "") << said.errors;
+        EXPECT_EQ(said.errors.find('\n'), said.errors.size() - 1) << said.errors;
+    };
+    for (const Texts& arguments : wrong)
+        expectOneLine(outcome(arguments));
     expectOneLine(inspected(m_disk.host("/no\nwhere"), {"scan"}));
 }
 
