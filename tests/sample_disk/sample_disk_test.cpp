@@ -41,93 +41,62 @@ std::map<std::string, std::string> listing(const std::string& hostFolder) {
     return entries;
 }
 
-constexpr std::size_t entries = 8'000;
-constexpr std::chrono::sys_days today = std::chrono::sys_days(std::chrono::year(2024) / 3 / 10);
-
-/// Has one sample for all tests that only look. It is in memory: each test is run by a process of its own,
-/// and on a disk that others write to, thousands of new files take seconds.
-class SampleDiskTest : public testing::Test {
-protected:
-    static void SetUpTestSuite() {
-        s_disk = new TemporaryDisk(TemporaryDisk::Where::inMemory);
-        s_outcome =
-            SampleDisk::build(s_disk->host("/sample"), {.entries = entries, .seed = 7, .today = today});
-        ASSERT_EQ(s_outcome.kind, Kind::made) << s_outcome.message;
-    }
-
-    static void TearDownTestSuite() { delete s_disk; }
-
-    static std::string host(const std::string& path) { return s_disk->host("/sample" + path); }
-    static std::string hostHome(const std::string& path) {
-        return host(std::string(SampleDisk::homePath) + path);
-    }
-
-    static TemporaryDisk* s_disk;
-    static SampleDisk::Outcome s_outcome;
-};
-
-TemporaryDisk* SampleDiskTest::s_disk = nullptr;
-SampleDisk::Outcome SampleDiskTest::s_outcome;
-
-/// Makes a folder that counts as an earlier sample, and is empty otherwise.
-void makeEarlierSample(const std::string& hostFolder) {
-    ASSERT_EQ(SampleDisk::clearGround(hostFolder), std::nullopt);
-}
-
 } // namespace
 
-TEST_F(SampleDiskTest, IsTheOneThatItsOptionsDescribe) {
-    const auto found = listing(host(""));
-    EXPECT_EQ(s_outcome.entryCount, found.size());
+TEST(SampleDisk, IsTheOneThatItsOptionsDescribe) {
+    constexpr std::size_t entries = 8'000;
+    constexpr std::chrono::sys_days today = std::chrono::sys_days(std::chrono::year(2024) / 3 / 10);
+    const TemporaryDisk ground(TemporaryDisk::Where::inMemory);
+    const auto built = [&](const char* name, std::uint64_t seed) {
+        const auto outcome =
+            SampleDisk::build(ground.host(name), {.entries = entries, .seed = seed, .today = today});
+        EXPECT_EQ(outcome.kind, Kind::made) << outcome.message;
+        auto found = listing(ground.host(name));
+        EXPECT_EQ(outcome.entryCount, found.size());
+        return found;
+    };
+    const auto found = built("/sample", 7);
     EXPECT_NEAR(static_cast<double>(found.size()), double{entries}, 0.02 * entries);
-    const TemporaryDisk other(TemporaryDisk::Where::inMemory);
-    SampleDisk::Options options = {.entries = entries, .seed = 7, .today = today};
-    ASSERT_EQ(SampleDisk::build(other.host("/sample"), options).kind, Kind::made);
-    EXPECT_EQ(listing(other.host("/sample")), found);
-    options.seed = 8;
-    ASSERT_EQ(SampleDisk::build(other.host("/sample"), options).kind, Kind::made);
-    EXPECT_NE(listing(other.host("/sample")), found);
-}
+    EXPECT_EQ(built("/again", 7), found);
+    EXPECT_NE(built("/another", 8), found);
 
-TEST_F(SampleDiskTest, TakesNoRoomAndCountsAgesBackFromToday) {
+    // It takes no room, and ages count back from today: those of folders, too, to which later entries came.
+    const std::string home = ground.host("/sample") + std::string(SampleDisk::homePath);
     struct stat status {};
-    ASSERT_EQ(lstat(hostHome("/Documents/Limits/exactly large.bin").c_str(), &status), 0);
+    ASSERT_EQ(lstat((home + "/Documents/Limits/exactly large.bin").c_str(), &status), 0);
     EXPECT_EQ(status.st_size, 52'428'800);
     EXPECT_LT(status.st_blocks, 16);
-    // A folder too, though other areas of the disk make entries in it afterwards.
-    ASSERT_EQ(lstat(hostHome("/Library").c_str(), &status), 0);
+    ASSERT_EQ(lstat((home + "/Library").c_str(), &status), 0);
     EXPECT_EQ(status.st_mtim.tv_sec, std::chrono::system_clock::to_time_t(today));
-}
 
-TEST_F(SampleDiskTest, HasFilesOfApplicationsWhereverTheseKeepAny) {
-    const auto disk = platform::Disk::open(host(""), SampleDisk::homePath, SampleDisk::userCachePath);
-    ASSERT_TRUE(disk);
+    // Wherever applications keep files, one of its own does.
+    const auto disk =
+        platform::Disk::open(ground.host("/sample"), SampleDisk::homePath, SampleDisk::userCachePath);
     std::set<std::string> explanations;
-    for (const InstalledApp& app : LumvaleUninstaller::discoverApps(*disk)) {
+    for (const InstalledApp& app : LumvaleUninstaller::discoverApps(*disk))
         for (const ScanItem& item : LumvaleUninstaller::relatedFiles(app, *disk))
             explanations.insert(item.explanation);
-    }
     EXPECT_EQ(explanations.size(), 22U) << testing::PrintToString(explanations);
 }
 
 TEST(SampleDisk, RefusesAFolderOfOthersAndTouchesNothing) {
     const TemporaryDisk ground;
-    makeEarlierSample(ground.host("/sample"));
+    ASSERT_FALSE(SampleDisk::clearGround(ground.host("/sample"))); // counts as an earlier sample
     ground.make({"/full/keep.txt 12", "/full/sub/", "/file 3", "/forged/.lumvale-sample-disk 40",
                  "/forged/keep.txt 5", "/linked/keep.txt 5",
                  std::string("/linked/.lumvale-sample-disk -> ../sample/") + marker});
-    const auto before = listing(ground.host(""));
+    const auto before = ground.entries();
     for (const char* name : {"/full", "/forged", "/linked", "/file"}) {
         const SampleDisk::Outcome outcome = SampleDisk::build(ground.host(name));
         EXPECT_EQ(outcome.kind, Kind::refused) << name;
         EXPECT_NE(outcome.message.find(ground.host(name)), std::string::npos);
     }
-    EXPECT_EQ(listing(ground.host("")), before);
+    EXPECT_EQ(ground.entries(), before);
 }
 
 TEST(SampleDisk, RefusesAnEarlierSampleWithAVolumeMountedInIt) {
     const TemporaryDisk ground;
-    makeEarlierSample(ground.host("/sample"));
+    ASSERT_FALSE(SampleDisk::clearGround(ground.host("/sample"))); // counts as an earlier sample
     ground.make("/sample/Volumes/A disk/");
     const MountedVolume volume(ground.host("/sample/Volumes/A disk"));
     SKIP_UNLESS_MOUNTED(volume);
@@ -139,8 +108,8 @@ TEST(SampleDisk, RefusesAnEarlierSampleWithAVolumeMountedInIt) {
 TEST(SampleDisk, MakesAnEarlierSampleAnewAndFollowsNoLinkOutOfIt) {
     const TemporaryDisk ground(TemporaryDisk::Where::inMemory);
     ground.make("/outside/keep.txt 12");
-    const OrdinaryUser user; // for root no mode is an obstacle
-    makeEarlierSample(ground.host("/sample"));
+    const OrdinaryUser user;                                       // for root no mode is an obstacle
+    ASSERT_FALSE(SampleDisk::clearGround(ground.host("/sample"))); // counts as an earlier sample
     ground.make({"/sample/old/deep/file 7", "/sample/old/out -> ../../outside", "/sample/out -> ../outside",
                  "/sample/locked/file 7"});
     ground.setMode("/sample/old/deep", 0);
