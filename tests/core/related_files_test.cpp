@@ -104,6 +104,7 @@ TEST_F(RelatedFiles, AreThoseWhoseNamesContainAKey) {
                       "go",
                       "\xC3\x89T\xC3\x89",
                       "x\xFF\xFF\xFF",
+                      "e\u0301e\u0301",
                       "\xCE\xA3\xCE\xAF\xCF\x83\xCF\x85\xCF\x86\xCE\xBF\xCF\x82"};
     for (const std::string& name : names)
         disk.make("~/Library/Services/" + name);
@@ -116,7 +117,8 @@ TEST_F(RelatedFiles, AreThoseWhoseNamesContainAKey) {
         {app("Code\u00A0Editor", std::nullopt), {}},
         {app("", "com.Example.NOTE"), {"COM.Example.Notes.plist", "com.example.note"}},
         {app("Pixel Ruler", "$(PRODUCT_BUNDLE_IDENTIFIER)"), {"MY$(PRODUCT_BUNDLE_IDENTIFIER)"}},
-        {app("Go", "a.b"), {}}, // two characters and three
+        {app("Go", "a.b"), {}},             // two characters and three
+        {app("e\u0301e\u0301", "go."), {}}, // two to the eye
         {app("Go", "a.b."), {"a.b.c"}},
         {app("été", std::nullopt), {"\xC3\x89T\xC3\x89"}},
         {app("e\u0301te\u0301", std::nullopt), {}}, // the same to the eye, other letters

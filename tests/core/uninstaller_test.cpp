@@ -63,39 +63,17 @@ TEST(InstalledApps, AreListedByNameFromBothFolders) {
     EXPECT_EQ(found, expected);
 }
 
-TEST(InstalledApps, MatchKeysCountCharactersAsPeopleDo) {
-    const struct {
-        const char* name;
-        std::optional<std::string> identifier;
-        std::vector<std::string> keys;
-    } cases[] = {{"Code Editor", "com.Example.Editor", {"com.example.editor", "codeeditor"}},
-                 {"Go", std::nullopt, {}},
-                 {"Ab", "a.b", {}},
-                 {"My App", std::nullopt, {"myapp"}},
-                 {"A b\tc", "ab.c", {"ab.c", "ab\tc"}},
-                 {"e\xcc\x81\x65\xcc\x81", std::nullopt, {}}, // two characters of two code points
-                 {"ÉTÉ", std::nullopt, {"été"}}};
-    for (const auto& c : cases)
-        EXPECT_EQ(LumvaleUninstaller::matchKeys(InstalledApp(c.name, c.identifier, "/Applications/x.app", 0)),
-                  c.keys)
-            << c.name;
-}
-
-TEST(OrphanedLeftovers, IdentifiersHaveThreePlainPieces) {
-    for (const char* yes : {"a.b.c", "a-b.c_d.e1", "a..b.c", ".a.b.c.", "1.2.3"})
-        EXPECT_TRUE(LumvaleUninstaller::looksLikeAppIdentifier(yes)) << yes;
-    for (const char* no : {"", "two.pieces", "My App.beta.x", "com.exämple.app", "a.b.(c)", "...", "a.b."})
-        EXPECT_FALSE(LumvaleUninstaller::looksLikeAppIdentifier(no)) << no;
-}
-
 TEST(OrphanedLeftovers, AreWhatNoInstalledApplicationAndNotAppleOwns) {
     const TemporaryDisk disk;
     makeApp(disk, "/Applications/Notes.app", entry("CFBundleIdentifier", "com.example.editor"));
-    disk.make({"~/Library/Preferences/com.gone.tool.plist 10", "~/Library/Preferences/com.gone.empty.plist",
+    disk.make({"~/Library/Preferences/com.gone.tool.plist 10",
+               "~/Library/Preferences/com.gone.empty.plist",
                "~/Library/Preferences/com.example.Editor.plist 10",
                "~/Library/Preferences/com.maker.supernotes2.plist 10",
-               "~/Library/Preferences/com.Apple.Safari.plist 10", "~/Library/Preferences/My App.beta.x 10",
-               "~/Library/Preferences/.hidden.gone.tool.plist 10", "~/Library/Containers/com.gone.tool/x 10",
+               "~/Library/Preferences/com.Apple.Safari.plist 10",
+               "~/Library/Preferences/My App.beta.x 10",
+               "~/Library/Preferences/.hidden.gone.tool.plist 10",
+               "~/Library/Containers/com.gone.tool/x 10",
                "~/Library/Containers/com.gone.tool.app/x 10",
                "~/Library/Group Containers/group.com.apple.notes/x 10",
                "~/Library/Group Containers/GROUP.com.apple.mail.x/x 10",
@@ -103,10 +81,17 @@ TEST(OrphanedLeftovers, AreWhatNoInstalledApplicationAndNotAppleOwns) {
                "~/Library/WebKit/com.gone.tool.only/.hidden 10",
                "~/Library/Application Scripts/com.gone.tool.script -> /Applications",
                "~/Library/Caches/com.gone.tool.cache/x 10",
+               "~/Library/Preferences/two.pieces.plist 10",
+               "~/Library/Preferences/a.b..plist 10",
+               "~/Library/Preferences/com.ex\xC3\xA4mple.app.plist 10",
+               "~/Library/Preferences/a-b..c_d.E1.plist 10",
+               "~/Library/Preferences/a.b.(c).plist 10",
+               "~/Library/Preferences/....plist 10",
                "~/Library/Saved Application State/com.gone.tool.savedState/x 10"});
     EXPECT_EQ(
         paths(LumvaleUninstaller::orphanedLeftovers(disk.disk())),
-        (Lines{"Library/Preferences/.hidden.gone.tool.plist", "Library/Preferences/com.gone.tool.plist",
+        (Lines{"Library/Preferences/.hidden.gone.tool.plist", "Library/Preferences/a-b..c_d.E1.plist",
+               "Library/Preferences/com.gone.tool.plist",
                "Library/Saved Application State/com.gone.tool.savedState",
                "Library/Containers/com.gone.tool.app", "Library/Group Containers/group.com.gone.tool"}));
 }

@@ -18,6 +18,7 @@
 namespace {
 
 using Json = nlohmann::json;
+using nlohmann::operator""_json;
 using Texts = std::vector<std::string>;
 
 struct Outcome {
@@ -53,10 +54,17 @@ Outcome inspected(const std::string& root, const Texts& arguments) {
     return {status, outputs.read("/output"), outputs.read("/errors")};
 }
 
+const std::string agent = "<plist><dict><key>Label</key><string>com.example.my-tool</string></dict></plist>";
+
 class Inspect : public testing::Test {
 protected:
     Outcome outcome(const Texts& arguments) const { return inspected(m_disk.host(""), arguments); }
     Json json(const Texts& arguments) const { return outcome(arguments).json(); }
+
+    Json really(Texts arguments) const {
+        arguments.push_back("--really");
+        return json(arguments);
+    }
 
     /// What the operation says it would do; nothing on the disk changes by its saying so.
     Json would(const Texts& arguments) const {
@@ -96,19 +104,79 @@ TEST_F(Inspect, CarriesAnyNameThereAndBack) {
         EXPECT_FALSE(m_disk.exists(name)) << name;
 }
 
+TEST_F(Inspect, ShowsWhatEachOperationFinds) {
+    m_disk.make({"~/Library/Caches/foo\xFF/data 1000", "~/Movies/film.mov 3000",
+                 "/Applications/Foo.app/Contents/x 5", "/private/var/folders/ab/C/foo 4"}); // not the user's
+    m_disk.setModified("~/Library/Caches/foo\xFF",
+                       platform::Date(std::chrono::duration<double>(1'700'000'000.25)));
+    m_disk.write("~/Library/LaunchAgents/a.plist", agent);
+    CatalogueWriter catalogue(m_disk);
+    catalogue.add({.uuid = "B", .created = "NULL", .kind = "1", .name = "'caf' || x'e9'", .favorite = "1"});
+    catalogue.add({.uuid = "A", .created = "NULL", .kind = "1"});
+
+    Json item =
+        R"({"id": "/Users/me/Library/Caches/foo\\udcff", "path": "/Users/me/Library/Caches/foo\\udcff",
+        "name": "foo\\udcff", "sizeBytes": 1000, "category": "Fichiers temporaires", "explanation": "exp_cache",
+        "safeByDefault": true, "modifiedDate": 1700000000.25})"_json;
+    EXPECT_EQ(json({"scan"}), Json({{"items", {item}}, {"totalBytes", 1000}}));
+    item["category"] = "Restes d'une application";
+    item["explanation"] = "exp_app_caches";
+    EXPECT_EQ(json({"related", "/Applications/Foo.app/"}), Json::array({item}));
+    EXPECT_EQ(outcome({"related", "/Applications/Safari.app"}).status, 2);
+    EXPECT_EQ(json({"startup"}), R"([{"id": "/Users/me/Library/LaunchAgents/a.plist",
+        "path": "/Users/me/Library/LaunchAgents/a.plist", "label": "com.example.my-tool", "displayName": "My Tool",
+        "explanation": "exp_startup_user", "isSystemWide": false, "isAlreadyDisabled": false}])"_json);
+    const Json group = json({"duplicates"})[0];
+    EXPECT_EQ(group["id"], "A/L0/001-B/L0/001");
+    EXPECT_EQ(group["totalWastedBytes"], 1000);
+    EXPECT_EQ(group["items"][0], R"({"id": "B/L0/001", "filename": "caf\\udce9", "sizeBytes": 1000,
+        "creationDate": null, "isFavorite": true, "isVideo": true})"_json);
+    EXPECT_EQ(json({"large-files", "2000", "10"})[0]["path"], "/Users/me/Movies/film.mov");
+    EXPECT_EQ(json({"apps"})[0]["name"], "Foo");
+    EXPECT_GT(json({"health"})["totalDiskBytes"], 0);
+    for (const char* operation : {"orphans", "vms", "storage"})
+        EXPECT_TRUE(json({operation}).is_array()) << operation;
+    EXPECT_EQ(json({"access"})["hasFullDiskAccess"], false);
+    EXPECT_EQ(
+        json({"allowed", "/Users/me/Documents", "/tmp/x"}),
+        R"([{"path": "/Users/me/Documents", "allowed": false}, {"path": "/tmp/x", "allowed": true}])"_json);
+}
+
 TEST_F(Inspect, ChangesNothingUnlessItIsMeant) {
-    m_disk.make({"~/.Trash/old 10", "~/Downloads/a 5"});
-    EXPECT_EQ(would({"delete", "/Users/me/Downloads/a", "/System"}),
-              Json({"/Users/me/Downloads/a", "/System"}));
+    m_disk.make(
+        {"~/.Trash/old 10", "~/Downloads/a 5", "/Applications/Foo.app/Contents/x 5", "~/Library/Logs/\xFF"});
+    m_disk.write("~/Library/LaunchAgents/a.plist", agent);
+    CatalogueWriter catalogue(m_disk, CatalogueWriter::Maker::lumvale);
+    catalogue.add({.uuid = "A"});
+    const std::string log = "/Users/me/Library/Logs/\\udcff";
+    const Texts remove{"delete", "/Users/me/Downloads/a", "/System/"};
+    const Texts uninstall{"uninstall", "/Applications/Foo.app", "/System/x", log};
+    const Texts disable{"disable", "com.example.my-tool"};
+    const Texts deletePhotos{"delete-photos", "A/L0/001", "C/L0/001"};
+    EXPECT_EQ(would(remove), Json({"/Users/me/Downloads/a", "/System/"}));
+    EXPECT_EQ(would(uninstall), Json({"/System/x", log, "/Applications/Foo.app"}));
+    EXPECT_EQ(would(disable), Json({"com.example.my-tool"}));
+    EXPECT_EQ(would(deletePhotos), Json({"A/L0/001", "C/L0/001"}));
     EXPECT_EQ(would({"empty-trash"}), Json({"/Users/me/.Trash/old"}));
 
-    const Json deleted = json({"delete", "/Users/me/Downloads/a", "/System/", "--really"});
-    EXPECT_EQ(deleted["succeeded"], Json({"/Users/me/Downloads/a"}));
-    ASSERT_EQ(deleted["failed"].size(), 1U);
-    EXPECT_EQ(deleted["failed"][0]["path"], "/System/");
-    EXPECT_EQ(deleted["failed"][0]["error"]["domain"], "Lumvale");
-    const Json emptied = json({"empty-trash", "--really"});
-    EXPECT_TRUE(emptied["succeeded"] == 2 && emptied["bytesFreed"] == 15) << emptied;
+    const Json removed = really(remove);
+    EXPECT_EQ(removed["succeeded"], Json({"/Users/me/Downloads/a"}));
+    EXPECT_EQ(removed["failed"].size(), 1U);
+    EXPECT_EQ(removed["failed"][0]["path"], "/System/");
+    EXPECT_EQ(removed["failed"][0]["error"]["domain"], "Lumvale");
+    const Json uninstalled = really(uninstall);
+    EXPECT_EQ(uninstalled["succeeded"], Json({log, "/Applications/Foo.app"}));
+    EXPECT_EQ(uninstalled["failed"][0]["path"], "/System/x");
+    for (const char* other : {"com.example.My-Tool", "/Users/me/Library/LaunchAgents/a.plist"})
+        EXPECT_EQ(really({"disable", other}), Json({{"disabled", false}})) << other;
+    EXPECT_EQ(really(disable), Json({{"disabled", true}}));
+    EXPECT_EQ(really(deletePhotos), Json({{"succeeded", true}}));
+    catalogue.run("PRAGMA application_id = 0");
+    EXPECT_EQ(really(deletePhotos), Json({{"succeeded", false}}));
+    for (const char* name : {"a", "Foo.app/Contents/x", "\xFF", "a.plist"})
+        EXPECT_TRUE(m_disk.exists(std::string("~/.Trash/") + name)) << name;
+    const Json emptied = really({"empty-trash"});
+    EXPECT_TRUE(emptied["succeeded"] == 5 && emptied["failed"] == 0) << emptied;
     EXPECT_FALSE(m_disk.exists("~/.Trash/old"));
 }
 
@@ -116,84 +184,6 @@ TEST_F(Inspect, ChangesNothingWhereAnArgumentCanMeanTwoEntries) {
     m_disk.make({"~/\\udc80", "~/\x80"});
     EXPECT_EQ(outcome({"delete", "/Users/me/\\udc80", "--really"}).status, 2);
     EXPECT_TRUE(m_disk.exists("~/\\udc80") && m_disk.exists("~/\x80"));
-}
-
-TEST_F(Inspect, DisablesTheAgentOfALabel) {
-    const std::string path = at("~/Library/LaunchAgents/a.plist");
-    const std::string label = "com.example.my-tool";
-    m_disk.write(path, "<plist><dict><key>Label</key><string>" + label + "</string></dict></plist>");
-    EXPECT_EQ(json({"startup"}), Json({{{"id", path},
-                                        {"path", path},
-                                        {"label", label},
-                                        {"displayName", "My Tool"},
-                                        {"explanation", "exp_startup_user"},
-                                        {"isSystemWide", false},
-                                        {"isAlreadyDisabled", false}}}));
-    EXPECT_EQ(would({"disable", label}), Json({label}));
-    for (const std::string& other : {std::string("com.example.My-Tool"), path})
-        EXPECT_EQ(json({"disable", other, "--really"}), Json({{"disabled", false}})) << other;
-    EXPECT_TRUE(m_disk.exists(path));
-    EXPECT_EQ(json({"disable", label, "--really"}), Json({{"disabled", true}}));
-    EXPECT_TRUE(m_disk.exists("~/.Trash/a.plist"));
-}
-
-TEST_F(Inspect, FindsDuplicatePhotosAndDeletesThemWhereItMay) {
-    EXPECT_EQ(json({"duplicates"}), Json::array());
-    CatalogueWriter catalogue(m_disk, CatalogueWriter::Maker::lumvale);
-    catalogue.add({.uuid = "B", .created = "NULL", .kind = "1", .name = "'caf' || x'e9'", .favorite = "1"});
-    catalogue.add({.uuid = "A", .created = "NULL", .kind = "1"});
-    const Json found = json({"duplicates"});
-    const Json first{{"id", "B/L0/001"},   {"filename", "caf\\udce9"}, {"sizeBytes", 1000},
-                     {"creationDate", {}}, {"isFavorite", true},       {"isVideo", true}};
-    ASSERT_EQ(found.size(), 1U) << found;
-    EXPECT_EQ(found[0]["id"], "A/L0/001-B/L0/001");
-    EXPECT_EQ(found[0]["totalWastedBytes"], 1000);
-    EXPECT_EQ(found[0]["items"][0], first);
-    EXPECT_EQ(would({"delete-photos", "A/L0/001"}), Json({"A/L0/001"}));
-    EXPECT_EQ(json({"delete-photos", "A/L0/001", "C/L0/001", "--really"}), Json({{"succeeded", true}}));
-    EXPECT_EQ(json({"duplicates"}), Json::array());
-    catalogue.run("PRAGMA application_id = 0");
-    EXPECT_EQ(json({"delete-photos", "B/L0/001", "--really"}), Json({{"succeeded", false}}));
-}
-
-TEST_F(Inspect, ShowsWhatEachOperationFinds) {
-    m_disk.make({"~/Library/Caches/com.example.editor/data 1000", "~/Movies/film.mov 3000", "~/Documents/",
-                 "/Applications/Foo.app/Contents/x 5"});
-    m_disk.setModified("~/Library/Caches/com.example.editor",
-                       platform::Date(std::chrono::duration<double>(1'700'000'000.25)));
-    const Json scan = json({"scan"});
-    ASSERT_EQ(scan["items"].size(), 1U) << scan;
-    EXPECT_EQ(scan["totalBytes"], 1000);
-    EXPECT_EQ(scan["items"][0]["path"], "/Users/me/Library/Caches/com.example.editor");
-    EXPECT_EQ(scan["items"][0]["modifiedDate"], 1'700'000'000.25);
-    EXPECT_EQ(json({"large-files", "2000", "10"})[0]["path"], "/Users/me/Movies/film.mov");
-    EXPECT_EQ(json({"apps"})[0]["name"], "Foo");
-    EXPECT_GT(json({"health"})["totalDiskBytes"], 0);
-    for (const char* operation : {"orphans", "vms", "storage"})
-        EXPECT_TRUE(json({operation}).is_array()) << operation;
-    EXPECT_EQ(json({"access"})["hasFullDiskAccess"], false);
-    EXPECT_EQ(json({"allowed", "/Users/me/Documents", "/tmp/x"}),
-              Json({{{"path", "/Users/me/Documents"}, {"allowed", false}},
-                    {{"path", "/tmp/x"}, {"allowed", true}}}));
-}
-
-TEST_F(Inspect, ShowsAndRemovesWhatBelongsToAnApplication) {
-    m_disk.make({"/Applications/Foo.app/Contents/x 5", "~/Library/Caches/foo\xFF/x 30",
-                 "~/Library/Logs/other", "/private/var/folders/ab/C/foo 4"});
-    const std::string cache = "/Users/me/Library/Caches/foo\\udcff";
-    const Json related = json({"related", "/Applications/Foo.app/"});
-    ASSERT_EQ(related.size(), 1U) << related;
-    EXPECT_EQ(related[0]["path"], cache);
-    EXPECT_EQ(related[0]["explanation"], "exp_app_caches");
-    EXPECT_EQ(related[0]["category"], "Restes d'une application");
-    EXPECT_EQ(outcome({"related", "/Applications/Safari.app"}).status, 2);
-
-    EXPECT_EQ(would({"uninstall", "/Applications/Foo.app", "/System/x", cache}),
-              Json({"/System/x", cache, "/Applications/Foo.app"}));
-    const Json uninstalled = json({"uninstall", "/Applications/Foo.app", "/System/x", cache, "--really"});
-    EXPECT_EQ(uninstalled["succeeded"], Json({cache, "/Applications/Foo.app"}));
-    EXPECT_EQ(uninstalled["failed"][0]["path"], "/System/x");
-    EXPECT_TRUE(m_disk.exists("~/.Trash/Foo.app/Contents/x") && m_disk.exists("~/.Trash/foo\xFF/x"));
 }
 
 TEST_F(Inspect, AnswersWithoutADisk) {
@@ -208,8 +198,8 @@ TEST_F(Inspect, AnswersWithoutADisk) {
     EXPECT_EQ(answer({"path", "/a//b.app/"})[0]["standardized"], "/a/b.app");
     EXPECT_EQ(answer({"plist", m_disk.host("~/bad.plist")})[0]["error"]["code"], 3840);
     EXPECT_EQ(answer({"treemap", "40", "10", "1", "3e0"}),
-              Json({{{"id", 1}, {"x", 0.0}, {"y", 0.0}, {"width", 30.0}, {"height", 10.0}},
-                    {{"id", 0}, {"x", 30.0}, {"y", 0.0}, {"width", 10.0}, {"height", 10.0}}}));
+              R"([{"id": 1, "x": 0.0, "y": 0.0, "width": 30.0, "height": 10.0},
+                  {"id": 0, "x": 30.0, "y": 0.0, "width": 10.0, "height": 10.0}])"_json);
     EXPECT_EQ(answer({"treemap", "40", "10"}), Json::array());
 #ifdef LUMVALE_INSPECT_TRANSLATES
     EXPECT_EQ(answer({"tr", "fr", "cat_logs", "no_such_key"}),
