@@ -4,7 +4,6 @@
 #include "tests/support/photo_catalogue.h"
 #include "tests/support/temporary_disk.h"
 
-#include <deque>
 #include <optional>
 #include <string>
 #include <thread>
@@ -17,36 +16,6 @@ using platform::PhotoAuthorization;
 namespace {
 
 using Texts = std::vector<std::string>;
-
-/// Background work runs on a thread of its own, what comes back on the test's.
-class TwoThreads {
-public:
-    platform::Executor executor() {
-        return {.background =
-                    [this](platform::Executor::Job job) {
-                        std::thread([&] {
-                            m_background = std::this_thread::get_id();
-                            job();
-                        }).join();
-                    },
-                .interfaceThread =
-                    [this](platform::Executor::Job job) {
-                        EXPECT_EQ(std::this_thread::get_id(), m_background);
-                        m_results.push_back(std::move(job));
-                    }};
-    }
-
-    /// Lets the one result be seen that must have come.
-    void publish() {
-        ASSERT_EQ(m_results.size(), 1U);
-        m_results.front()();
-        m_results.pop_front();
-    }
-
-private:
-    std::thread::id m_background;
-    std::deque<platform::Executor::Job> m_results;
-};
 
 class PhotoDuplicates : public testing::Test {
 protected:
@@ -62,13 +31,19 @@ protected:
         return library(status, status);
     }
 
-    /// What comes of a request, which answers in its time.
+    /// What comes of a request: it works on a thread of its own, and answers when the test's has time.
     template <class Value, class Request>
     Value answer(Request request) {
+        std::vector<platform::Executor::Job> results;
         std::optional<Value> given;
-        request([&](Value value) { given = std::move(value); }, m_threads.executor());
+        request([&](Value value) { given = std::move(value); },
+                platform::Executor{[](const auto& job) { std::thread(job).join(); },
+                                   [&](auto job) {
+                                       results.push_back(std::move(job));
+                                   }});
         EXPECT_FALSE(given) << "answered before its time";
-        m_threads.publish();
+        EXPECT_EQ(results.size(), 1U);
+        results.at(0)();
         return given.value();
     }
 
@@ -92,7 +67,6 @@ protected:
     }
 
     const TemporaryDisk m_disk;
-    TwoThreads m_threads;
 };
 
 platform::Date date(double seconds) {

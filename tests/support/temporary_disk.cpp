@@ -1,6 +1,5 @@
 #include "tests/support/temporary_disk.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -23,14 +22,11 @@ namespace {
 
 constexpr unsigned nobody = 65534;
 
-[[noreturn]] void fail(const std::string& what) {
+void check(bool succeeded, const std::string& what) {
+    if (succeeded)
+        return;
     std::perror(what.c_str());
     std::abort();
-}
-
-void check(bool succeeded, const std::string& what) {
-    if (!succeeded)
-        fail(what);
 }
 
 bool setImmutableFlag(const std::string& hostPath, bool immutable) {
@@ -71,36 +67,30 @@ void TemporaryDisk::make(std::initializer_list<std::string_view> lines) const {
 }
 
 void TemporaryDisk::make(std::string_view line) const {
-    constexpr std::string_view pipe = " |";
-    if (line.ends_with(pipe)) {
-        const std::string made = host(line.substr(0, line.size() - pipe.size()));
+    /// Makes the entry at `path`, and the folders above it, in this way.
+    const auto makeAt = [&](std::string_view path, auto way) {
+        const std::string made = host(path);
         fs::create_directories(fs::path(made).parent_path());
-        check(mkfifo(made.c_str(), 0666) == 0, made);
-        return;
-    }
+        check(way(made.c_str()), made);
+    };
     constexpr std::string_view arrow = " -> ";
-    if (const std::size_t at = line.find(arrow); at != std::string_view::npos) {
-        const std::string link = host(line.substr(0, at));
-        fs::create_directories(fs::path(link).parent_path());
-        check(symlink(std::string(line.substr(at + arrow.size())).c_str(), link.c_str()) == 0, link);
-        return;
-    }
-    if (line.ends_with('/')) {
+    const std::size_t target = line.find(arrow);
+    const std::size_t beforeSize = line.find_last_not_of("0123456789");
+    if (line.ends_with(" |")) {
+        makeAt(line.substr(0, line.size() - 2), [](const char* path) { return mkfifo(path, 0666) == 0; });
+    } else if (target != std::string_view::npos) {
+        const std::string to(line.substr(target + arrow.size()));
+        makeAt(line.substr(0, target), [&](const char* path) { return symlink(to.c_str(), path) == 0; });
+    } else if (line.ends_with('/')) {
         fs::create_directories(host(line.substr(0, line.size() - 1)));
-        return;
+    } else {
+        const bool hasSize = beforeSize + 1 < line.size() && line[beforeSize] == ' ';
+        const std::int64_t size = hasSize ? std::stoll(std::string(line.substr(beforeSize + 1))) : 0;
+        makeAt(hasSize ? line.substr(0, beforeSize) : line, [&](const char* path) {
+            const platform::Descriptor file(open(path, O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
+            return file && ftruncate(file.number(), size) == 0;
+        });
     }
-    std::int64_t size = 0;
-    if (const std::size_t space = line.rfind(' ');
-        space != std::string_view::npos && space + 1 < line.size()
-        && std::all_of(line.begin() + static_cast<std::ptrdiff_t>(space) + 1, line.end(),
-                       [](char c) { return c >= '0' && c <= '9'; })) {
-        size = std::stoll(std::string(line.substr(space + 1)));
-        line = line.substr(0, space);
-    }
-    const std::string file = host(line);
-    fs::create_directories(fs::path(file).parent_path());
-    const platform::Descriptor made(open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
-    check(made && ftruncate(made.number(), size) == 0, file);
 }
 
 void TemporaryDisk::write(std::string_view path, std::string_view content) const {
