@@ -24,7 +24,9 @@ using platform::removeForGood;
 // counted, too, and end early as those of a file system which passes over entries while others are removed.
 
 namespace {
-std::function<void()> surprise; // before each call
+const auto none = [] {
+};
+std::function<void()> surprise = none; // before each call
 bool listingsEndEarly = false;
 int listings = 0;
 } // namespace
@@ -37,21 +39,18 @@ int __real_unlinkat(int, const char*, int);
 ssize_t __wrap_getdents64(int folder, void* buffer, size_t size) {
     static bool isAtEnd = false;
     ++listings;
-    if (surprise)
-        surprise();
+    surprise();
     if (!listingsEndEarly)
         return __real_getdents64(folder, buffer, size);
     isAtEnd = !isAtEnd;
     return isAtEnd ? __real_getdents64(folder, buffer, 256) : 0;
 }
 int __wrap_openat(int folder, const char* name, int flags, mode_t mode) {
-    if (surprise)
-        surprise();
+    surprise();
     return __real_openat(folder, name, flags, mode);
 }
 int __wrap_unlinkat(int folder, const char* name, int flags) {
-    if (surprise)
-        surprise();
+    surprise();
     return __real_unlinkat(folder, name, flags);
 }
 }
@@ -61,7 +60,7 @@ namespace {
 struct RemoveForGood : testing::Test {
     void TearDown() override {
         listingsEndEarly = false;
-        surprise = nullptr;
+        surprise = none;
     }
 
     std::string remove(std::string_view path) const { return codes(removeForGood(disk.disk(), at(path))); }
@@ -79,7 +78,7 @@ struct RemoveForGood : testing::Test {
                 exchange(one, other);
         };
         work();
-        surprise = nullptr;
+        surprise = none;
         return calls;
     }
 

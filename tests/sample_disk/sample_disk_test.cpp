@@ -58,6 +58,11 @@ TEST(SampleDisk, IsTheOneThatItsOptionsDescribe) {
     const auto found = built("/sample", 7);
     EXPECT_NEAR(static_cast<double>(found.size()), double{entries}, 0.02 * entries);
     EXPECT_EQ(built("/again", 7), found);
+    const std::string catalogue = "/Pictures/Photos Library.photoslibrary/database/Photos.sqlite";
+    const auto photos = [&](const char* sample) {
+        return ground.read(sample + std::string(SampleDisk::homePath) + catalogue);
+    };
+    EXPECT_EQ(photos("/again"), photos("/sample"));
     EXPECT_NE(built("/another", 8), found);
 
     // It takes no room, and ages count back from today: those of folders, too, to which later entries came.
