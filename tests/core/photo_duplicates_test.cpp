@@ -158,8 +158,6 @@ TEST_F(PhotoDuplicates, TellWhatThisProgramMayDo) {
     const std::pair<PhotoAuthorization, PhotoAccessState> states[]{
         {PhotoAuthorization::notDetermined, PhotoAccessState::notDetermined},
         {PhotoAuthorization::restricted, PhotoAccessState::denied},
-        {PhotoAuthorization::denied, PhotoAccessState::denied},
-        {PhotoAuthorization::authorized, PhotoAccessState::authorized},
         {PhotoAuthorization::limited, PhotoAccessState::limited},
         {static_cast<PhotoAuthorization>(99), PhotoAccessState::denied}};
     for (const auto& [answered, state] : states) {

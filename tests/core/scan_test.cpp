@@ -1,9 +1,12 @@
-#include "core/scan/large_files.h"
 #include "core/scan/scanner.h"
+
+#include "core/scan/large_files.h"
+#include "core/scan/score.h"
 #include "core/scan/sources.h"
 #include "tests/support/temporary_disk.h"
 
 #include <chrono>
+#include <filesystem>
 #include <limits>
 
 #include <gtest/gtest.h>
@@ -27,6 +30,10 @@ std::vector<std::string> lines(const std::vector<ScanItem>& items) {
 }
 
 using Lines = std::vector<std::string>;
+
+ScanItem cache(std::string name, ScanCategory category = ScanCategory::cache, bool tick = true) {
+    return ScanItem("/Users/me/Library/Caches/" + std::move(name), 1, category, "exp_cache", tick, {});
+}
 
 } // namespace
 
@@ -159,4 +166,76 @@ TEST(StorageBreakdown, ListsFoldersOfTheHomeAndTheApplications) {
               (std::vector<std::string>{"Movies /Users/me/Movies 900", "Music /Users/me/Music 100",
                                         "odd\xff /Users/me/odd\xff 100", "Applications /Applications 100",
                                         "Applications /Users/me/Applications 30"}));
+}
+
+TEST(ScanItem, KnowsNamesAndCachesThatAreBetterLeftAloneByWholeNames) {
+    const std::pair<const char*, const char*> friendly[] = {
+        {"Com.Spotify.Client", "Spotify"},
+        {"com.spotify.client.plugin", "com.spotify.client.plugin"},
+        {"GOOGLE", "Google (Chrome)"},
+        {"\xff.bin", "\xff.bin"},
+        {"com.apple.Safari/", "Safari"}};
+    for (const auto& [component, name] : friendly)
+        EXPECT_EQ(cache(component).name, name);
+    const std::pair<const char*, bool> ticked[] = {
+        {"com.apple.Safari", false},      {"com.applet.Safari", true},
+        {"GoogleUpdater", false},         {"com.example.app.ShipIt", false},
+        {"com.example.ShipIt.app", true}, {"PassKit", false},
+        {"PassKitCache", true},           {"ClaudeForDesktop-1", false},
+        {"xGeoServicesx", false},         {"com.spotify.client", true}};
+    for (const auto& [name, isTicked] : ticked) {
+        EXPECT_EQ(cache(name).safeByDefault, isTicked) << name;
+        EXPECT_TRUE(cache(name, ScanCategory::logs).safeByDefault) << name << ": caches only";
+        EXPECT_FALSE(cache(name, ScanCategory::cache, false).safeByDefault) << name << ": never ticks";
+    }
+}
+
+TEST(ScanResult, AddsUpWithoutOverflow) {
+    ScanItem huge = cache("c");
+    huge.sizeBytes = std::numeric_limits<std::int64_t>::max() - 1;
+    EXPECT_EQ(ScanResult({huge, cache("a")}).totalBytes, std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(ScanResult({huge, huge}).totalBytes, std::numeric_limits<std::int64_t>::max());
+}
+
+TEST(HealthScore, FollowsTheFreeSpace) {
+    constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
+    const struct {
+        std::int64_t freeBytes, totalBytes;
+        int score;
+        const char* label;
+    } cases[]{{0, 500, 0, "À nettoyer"},
+              {50, 500, 14, "À nettoyer"},
+              {279, 1000, 39, "À nettoyer"},
+              {286, 1000, 40, "À surveiller"},
+              {464, 1000, 64, "À surveiller"},
+              {465, 1000, 65, "Bonne santé"},
+              {607, 1000, 84, "Bonne santé"},
+              {608, 1000, 85, "Très bonne santé"},
+              {99, 140, 99, "Très bonne santé"},
+              {199, 280, 99, "Très bonne santé"}, // cut, not rounded
+              {400, 500, 100, "Très bonne santé"},
+              {-largest, 1, 0, "À nettoyer"},
+              {largest, largest, 100, "Très bonne santé"},
+              {0, 0, 100, "Très bonne santé"},
+              {5, -1, 100, "Très bonne santé"}};
+    for (const auto& [freeBytes, totalBytes, score, label] : cases) {
+        HealthScore health;
+        health.score = LumvaleScanner::scoreFor(freeBytes, totalBytes);
+        EXPECT_EQ(health.score, score) << freeBytes << " of " << totalBytes;
+        EXPECT_EQ(health.label(), label) << score;
+    }
+}
+
+TEST(HealthScore, IsThatOfTheHomesVolume) {
+    const TemporaryDisk disk;
+    const HealthScore health = LumvaleScanner::healthScore(disk.disk());
+    const std::filesystem::space_info space = std::filesystem::space(disk.host("~"));
+    EXPECT_EQ(health.totalDiskBytes, static_cast<std::int64_t>(space.capacity));
+    EXPECT_LE(health.freeDiskBytes, static_cast<std::int64_t>(space.free));
+    EXPECT_EQ(health.score, LumvaleScanner::scoreFor(health.freeDiskBytes, health.totalDiskBytes));
+
+    std::filesystem::remove(disk.host("~"));
+    const HealthScore unknown = LumvaleScanner::healthScore(disk.disk());
+    EXPECT_EQ(unknown.score, 100);
+    EXPECT_EQ(unknown.freeDiskBytes + unknown.totalDiskBytes, 0);
 }

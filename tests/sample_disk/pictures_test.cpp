@@ -51,15 +51,4 @@ TEST(SamplePictures, AreWhatWasPainted) {
             EXPECT_TRUE(files.insert(jpeg(picture)).second) << "one like it was there before";
         }
     }
-    // Noise makes the greatest values that the encoder meets, and every kind of symbol.
-    for (const int cell : {1, 2, 5, 8}) {
-        Canvas picture(64, 48);
-        for (int y = 0; y < picture.height(); y += cell) {
-            for (int x = 0; x < picture.width(); x += cell) {
-                const auto grey = static_cast<std::uint8_t>(random.chance(50) ? 255 : 0);
-                picture.box({x, y, x + cell, y + cell}, {grey, grey, grey});
-            }
-        }
-        EXPECT_LT(difference(decoded(jpeg(picture), "jpeg"), picture), 12) << cell;
-    }
 }
