@@ -31,7 +31,7 @@ std::vector<std::string> lines(const std::vector<ScanItem>& items) {
 
 using Lines = std::vector<std::string>;
 
-ScanItem cache(std::string name, ScanCategory category = ScanCategory::cache, bool tick = true) {
+ScanItem inCaches(std::string name, ScanCategory category = ScanCategory::cache, bool tick = true) {
     return ScanItem("/Users/me/Library/Caches/" + std::move(name), 1, category, "exp_cache", tick, {});
 }
 
@@ -176,7 +176,7 @@ TEST(ScanItem, KnowsNamesAndCachesThatAreBetterLeftAloneByWholeNames) {
         {"\xff.bin", "\xff.bin"},
         {"com.apple.Safari/", "Safari"}};
     for (const auto& [component, name] : friendly)
-        EXPECT_EQ(cache(component).name, name);
+        EXPECT_EQ(inCaches(component).name, name);
     const std::pair<const char*, bool> ticked[] = {
         {"com.apple.Safari", false},      {"com.applet.Safari", true},
         {"GoogleUpdater", false},         {"com.example.app.ShipIt", false},
@@ -184,16 +184,16 @@ TEST(ScanItem, KnowsNamesAndCachesThatAreBetterLeftAloneByWholeNames) {
         {"PassKitCache", true},           {"ClaudeForDesktop-1", false},
         {"xGeoServicesx", false},         {"com.spotify.client", true}};
     for (const auto& [name, isTicked] : ticked) {
-        EXPECT_EQ(cache(name).safeByDefault, isTicked) << name;
-        EXPECT_TRUE(cache(name, ScanCategory::logs).safeByDefault) << name << ": caches only";
-        EXPECT_FALSE(cache(name, ScanCategory::cache, false).safeByDefault) << name << ": never ticks";
+        EXPECT_EQ(inCaches(name).safeByDefault, isTicked) << name;
+        EXPECT_TRUE(inCaches(name, ScanCategory::logs).safeByDefault) << name << ": caches only";
+        EXPECT_FALSE(inCaches(name, ScanCategory::cache, false).safeByDefault) << name << ": never ticks";
     }
 }
 
 TEST(ScanResult, AddsUpWithoutOverflow) {
-    ScanItem huge = cache("c");
+    ScanItem huge = inCaches("c");
     huge.sizeBytes = std::numeric_limits<std::int64_t>::max() - 1;
-    EXPECT_EQ(ScanResult({huge, cache("a")}).totalBytes, std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(ScanResult({huge, inCaches("a")}).totalBytes, std::numeric_limits<std::int64_t>::max());
     EXPECT_EQ(ScanResult({huge, huge}).totalBytes, std::numeric_limits<std::int64_t>::max());
 }
 

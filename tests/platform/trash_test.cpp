@@ -98,15 +98,19 @@ struct MoveToTrash : testing::Test {
 } // namespace
 
 TEST_F(MoveToTrash, KeepsEveryByteOfNameAndContent) {
+    const std::string longest(255, 'x');
     for (const std::string name : {"plain.txt", "new\nline", "quo\"te's", "back\\slash", "-rf", "\xFF\xFE",
-                                   "e\u0301", "\u00E9", "* ?", ".hidden", "trailing. "}) {
-        disk.write("~/" + name, name);
-        const auto moved = move("~/" + name);
-        ASSERT_TRUE(moved) << moved.error().description;
-        EXPECT_EQ(*moved, platform::trashFolder(disk.disk()) + "/" + name);
-        EXPECT_EQ(disk.read(*moved), name);
-        EXPECT_FALSE(disk.exists("~/" + name));
+                                   "e\u0301", "\u00E9", "* ?", ".hidden", "trailing. ", longest.c_str()}) {
+        for (const std::string& kept : {name, numberedName(name, 2)}) {
+            disk.write("~/" + name, kept);
+            const auto moved = move("~/" + name);
+            ASSERT_TRUE(moved) << moved.error().description;
+            EXPECT_EQ(*moved, platform::trashFolder(disk.disk()) + "/" + kept);
+            EXPECT_FALSE(disk.exists("~/" + name));
+        }
     }
+    for (const std::string& name : trash())
+        EXPECT_EQ(disk.read("~/.Trash/" + name), name);
 }
 
 TEST_F(MoveToTrash, OverwritesNothing) {
