@@ -43,17 +43,18 @@ struct Collector {
     }
 };
 
-std::int64_t sizeOf(const TemporaryDisk& disk, std::string_view path, unsigned workers = defaultWalkWorkers) {
-    return measure(disk.disk(), at({path}), workers).front();
+using Sizes = std::vector<std::int64_t>;
+
+Sizes sizesOf(const TemporaryDisk& disk, std::initializer_list<std::string_view> paths) {
+    return measure(disk.disk(), at(paths));
 }
 
 constexpr auto inMemory = TemporaryDisk::Where::inMemory;
 
-/// A chain of folders called `name`, each with a file of one byte and, if asked, folders before and behind it
-/// that hold such a file too. Adds their paths where they are wanted.
-enum class SideFolders { no, yes };
+/// A chain of folders called `name`, each with a file of one byte, and folders beside it that hold such a
+/// file too. Adds their paths where they are wanted.
 void makeChain(const TemporaryDisk& disk, std::string path, int levels, const std::string& name,
-               SideFolders side, std::multiset<std::string>* paths = nullptr) {
+               const std::vector<std::string>& beside = {}, std::multiset<std::string>* paths = nullptr) {
     Descriptor folder(open(disk.host(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     const auto make = [&](const std::string& made, bool isFolder) {
         const Descriptor file(
@@ -65,11 +66,9 @@ void makeChain(const TemporaryDisk& disk, std::string path, int levels, const st
     for (int level = 0; level < levels; ++level) {
         make("file", false);
         make(name, true);
-        for (const std::string beside : {"side", "twin"}) {
-            if (side == SideFolders::no)
-                continue;
-            make(beside, true);
-            make(beside + "/file", false);
+        for (const std::string& other : beside) {
+            make(other, true);
+            make(other + "/file", false);
         }
         folder = Descriptor(openat(folder.number(), name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         path += paths != nullptr ? "/" + name : "";
@@ -125,8 +124,7 @@ TEST(Measure, SumsStopAtTheLargestValue) {
         if (truncate(disk.host(file).c_str(), largest / 2) != 0)
             GTEST_SKIP() << "no file system for sparse files of nearly 2^62 bytes here";
     }
-    EXPECT_EQ(sizeOf(disk, "~/two"), largest - 1);
-    EXPECT_EQ(sizeOf(disk, "~/many"), largest);
+    EXPECT_EQ(sizesOf(disk, {"~/two", "~/many"}), (Sizes{largest - 1, largest}));
 }
 
 TEST(Measure, PassesOverWhatMayNotBeRead) {
@@ -137,9 +135,7 @@ TEST(Measure, PassesOverWhatMayNotBeRead) {
     disk.setMode("~/tree/unreadable", 0300);
     disk.setMode("~/tree/unsearchable", 0600);
     disk.setMode("~/tree/locked", 0);
-    EXPECT_EQ(sizeOf(disk, "~/tree"), 1);
-    EXPECT_EQ(sizeOf(disk, "~/tree/unreadable/b"), 10);
-    EXPECT_EQ(sizeOf(disk, "~/tree/locked"), 0);
+    EXPECT_EQ(sizesOf(disk, {"~/tree", "~/tree/unreadable/b", "~/tree/locked"}), (Sizes{1, 10, 0}));
 }
 
 TEST(Measure, ReachesEveryLevelAndManyRootsWithFewDescriptors) {
@@ -147,9 +143,9 @@ TEST(Measure, ReachesEveryLevelAndManyRootsWithFewDescriptors) {
     disk.make({"~/deep/", "~/long/"});
     std::vector<std::string> roots{at("~/deep"), at("~/long")};
     std::vector<std::int64_t> expected{3000, 3 * 1000};
-    makeChain(disk, "~/deep", 3000, "seventeen-letters", SideFolders::no);
+    makeChain(disk, "~/deep", 3000, "seventeen-letters");
     // More of its folders have to be reached again from far above than can be kept open.
-    makeChain(disk, "~/long", 1000, std::string(200, 'x'), SideFolders::yes);
+    makeChain(disk, "~/long", 1000, std::string(200, 'x'), {"side", "twin"});
     for (int i = 0; i < 500; ++i) {
         const std::string root = "~/roots/" + std::to_string(i);
         disk.make({root + "/a/b/file 1", root + "/c/file 2"});
@@ -168,7 +164,7 @@ TEST(Walk, MeetsEveryEntryOnceWhateverTheNumberOfWorkers) {
         {"~/a/closed/inside", "~/a/.hidden/inside 3", "~/a/link -> closed", "~/b/\xff/file 5", "~/b/deep/"});
     // Paths on the way are put together from anchors here.
     std::multiset<std::string> expected;
-    makeChain(disk, "~/b/deep", 50, std::string(200, 'x'), SideFolders::yes, &expected);
+    makeChain(disk, "~/b/deep", 50, std::string(200, 'x'), {"side", "twin"}, &expected);
     std::int64_t bytes = 3 + 5 + 6 + 3 * 50;
     for (const char* path : {"~/a/closed", "~/a/.hidden", "~/a/.hidden/inside", "~/a/link", "~/a/wide",
                              "~/b/\xff", "~/b/\xff/file", "~/b/deep"})
@@ -240,7 +236,7 @@ TEST(Walk, SurvivesEntriesThatComeAndGo) {
         }
     });
     for (int round = 0; round < 500; ++round)
-        EXPECT_EQ(sizeOf(disk, "~/tree") % 1000, 1);
+        EXPECT_EQ(sizesOf(disk, {"~/tree"})[0] % 1000, 1);
     done = true;
     changer.join();
 }
