@@ -20,12 +20,11 @@ using Texts = std::vector<std::string>;
 class PhotoDuplicates : public testing::Test {
 protected:
     platform::PhotoLibrary library(PhotoAuthorization status, PhotoAuthorization asked) const {
-        const auto answer = [](PhotoAuthorization authorization) {
-            return [authorization](const platform::Disk&) {
-                return authorization;
-            };
-        };
-        return {m_disk.disk(), {answer(status), answer(asked)}};
+        return {m_disk.disk(),
+                {[status](const platform::Disk&) { return status; },
+                 [asked](const platform::Disk&) {
+                     return asked;
+                 }}};
     }
     platform::PhotoLibrary library(PhotoAuthorization status = PhotoAuthorization::authorized) const {
         return library(status, status);
@@ -36,11 +35,14 @@ protected:
     Value answer(Request request) {
         std::vector<platform::Executor::Job> results;
         std::optional<Value> given;
-        request([&](Value value) { given = std::move(value); },
-                platform::Executor{[](const auto& job) { std::thread(job).join(); },
-                                   [&](auto job) {
-                                       results.push_back(std::move(job));
-                                   }});
+        platform::Executor executor;
+        executor.background = [](const auto& job) {
+            std::thread(job).join();
+        };
+        executor.interfaceThread = [&](auto job) {
+            results.push_back(std::move(job));
+        };
+        request([&](Value value) { given = std::move(value); }, executor);
         EXPECT_FALSE(given) << "answered before its time";
         EXPECT_EQ(results.size(), 1U);
         results.at(0)();
@@ -158,6 +160,8 @@ TEST_F(PhotoDuplicates, TellWhatThisProgramMayDo) {
     const std::pair<PhotoAuthorization, PhotoAccessState> states[]{
         {PhotoAuthorization::notDetermined, PhotoAccessState::notDetermined},
         {PhotoAuthorization::restricted, PhotoAccessState::denied},
+        {PhotoAuthorization::denied, PhotoAccessState::denied},
+        {PhotoAuthorization::authorized, PhotoAccessState::authorized},
         {PhotoAuthorization::limited, PhotoAccessState::limited},
         {static_cast<PhotoAuthorization>(99), PhotoAccessState::denied}};
     for (const auto& [answered, state] : states) {
