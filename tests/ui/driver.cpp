@@ -126,6 +126,15 @@ BlockingAction* Driver::blockingAction() const {
     return nullptr;
 }
 
+QStringList Driver::texts() const {
+    QStringList texts;
+    forEachVisible(m_window.contentItem(), [&](const QQuickItem* item) {
+        if (item->inherits("QQuickText"))
+            texts.append(item->property("text").toString());
+    });
+    return texts;
+}
+
 QStringList Driver::cutTexts() const {
     const QRectF window(0, 0, m_window.width(), m_window.height());
     QStringList cut;

@@ -48,6 +48,9 @@ public:
     /// What the open dialog does once it is confirmed; null without a dialog.
     BlockingAction* blockingAction() const;
 
+    /// Everything that there is to read, piece by piece.
+    QStringList texts() const;
+
     /// The visible texts that don't fit where they stand, or reach out of the window.
     QStringList cutTexts() const;
 
