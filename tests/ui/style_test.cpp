@@ -35,18 +35,13 @@ class StyleTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void mixesColours_data();
-    void mixesColours();
     void canBeRead_data();
     void canBeRead();
-    void breathesBetweenNoneAndAll();
     void hasADrawingForEverySymbol();
-    void drawsTheTypeScale_data();
     void drawsTheTypeScale();
     void setsFiguresInColumnsWhereTheScriptAllows_data();
     void setsFiguresInColumnsWhereTheScriptAllows();
     void standsButtonsOnWholePixels();
-    void judgesHealthByItsBands_data();
     void judgesHealthByItsBands();
     void drawsAnArcAlsoWithoutShaders();
     void drawsNothingWhileNothingMoves();
@@ -85,25 +80,6 @@ int StyleTest::framesInAWhile() const {
     return static_cast<int>(frames.count());
 }
 
-void StyleTest::mixesColours_data() {
-    QTest::addColumn<QByteArray>("expression");
-    QTest::addColumn<QColor>("mixed");
-    QTest::newRow("the first") << QByteArray("GCColor.mix(Qt.rgba(1, 0, 0, 1), Qt.rgba(0, 0, 1, 1), 0)")
-                               << QColor(255, 0, 0);
-    QTest::newRow("the second") << QByteArray("GCColor.mix(Qt.rgba(1, 0, 0, 1), Qt.rgba(0, 0, 1, 1), 1)")
-                                << QColor(0, 0, 255);
-    QTest::newRow("between") << QByteArray("GCColor.mix(Qt.rgba(0, 0, 0, 1), Qt.rgba(1, 1, 1, 1), 0.2)")
-                             << QColor(51, 51, 51);
-    QTest::newRow("always opaque") << QByteArray("GCColor.mix(GCColor.panel, GCColor.divider, 0)")
-                                   << QColor(255, 255, 255);
-}
-
-void StyleTest::mixesColours() {
-    QFETCH(QByteArray, expression);
-    QFETCH(QColor, mixed);
-    QCOMPARE(value(expression).value<QColor>().name(QColor::HexArgb), mixed.name(QColor::HexArgb));
-}
-
 void StyleTest::canBeRead_data() {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QByteArray>("ground");
@@ -128,15 +104,6 @@ void StyleTest::canBeRead() {
     QVERIFY(contrast(value(shown).value<QColor>(), below) >= 4.5);
 }
 
-void StyleTest::breathesBetweenNoneAndAll() {
-    const auto phase = [this](const QByteArray& time) {
-        return value("Motion.phase(Motion.breathing, (" + time + ") / Motion.breathing)").toDouble();
-    };
-    QVERIFY(qFuzzyIsNull(phase("-Math.PI / 2")));
-    QCOMPARE(phase("0"), 0.5);
-    QCOMPARE(phase("Math.PI / 2"), 1.0);
-}
-
 void StyleTest::hasADrawingForEverySymbol() {
     static const QRegularExpression named(R"((?<![.\w])(?:symbols?|name)\s*:\s*(\[[^\]]*\]|[^,}\n]*))");
     static const QRegularExpression text(R"#("([^"]+)")#");
@@ -155,27 +122,16 @@ void StyleTest::hasADrawingForEverySymbol() {
         QVERIFY2(QFile::exists(":/qml/Lumvale/Style/symbols/" + symbol + ".svg"), qPrintable(symbol));
 }
 
-void StyleTest::drawsTheTypeScale_data() {
-    QTest::addColumn<int>("pixels");
-    QTest::newRow("title") << 26;
-    QTest::newRow("loading") << 15;
-    QTest::newRow("row") << 14;
-    QTest::newRow("body") << 13;
-    QTest::newRow("caption") << 12;
-    QTest::newRow("fine") << 11;
-}
-
 void StyleTest::drawsTheTypeScale() {
-    QFETCH(int, pixels);
     const auto width = [this](const QByteArray& font) {
-        return make("Text { text: 'Wide enough to tell'; font" + font + " }")
-            ->property("contentWidth")
-            .toDouble();
+        return make("Text { text: 'Wide enough to tell'; font" + font + " }")->property("contentWidth");
     };
     // Measured as it is drawn: the size that a font says it has is not always that.
-    QCOMPARE(width(QByteArray(": Type.") + QTest::currentDataTag()),
-             width(".weight: Type." + QByteArray(QTest::currentDataTag())
-                   + ".weight; font.pixelSize: " + QByteArray::number(pixels)));
+    const std::pair<QByteArray, const char*> sizes[] = {{"title", "26"}, {"loading", "15"}, {"row", "14"},
+                                                        {"body", "13"},  {"caption", "12"}, {"fine", "11"}};
+    for (const auto& [font, pixels] : sizes)
+        QCOMPARE(width(": Type." + font),
+                 width(".weight: Type." + font + ".weight; font.pixelSize: " + pixels));
 }
 
 void StyleTest::setsFiguresInColumnsWhereTheScriptAllows_data() {
@@ -225,34 +181,25 @@ void StyleTest::standsButtonsOnWholePixels() {
     QVERIFY(isAnyTextFractional); // or this would show nothing
 }
 
-void StyleTest::judgesHealthByItsBands_data() {
-    QTest::addColumn<int>("score");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("color");
+void StyleTest::judgesHealthByItsBands() {
     const struct {
         int score;
         const char* key;
         const char* color;
-    } rows[] = {
+    } bands[] = {
         {100, "health_excellent", "glowTeal"}, {85, "health_excellent", "glowTeal"},
         {84, "health_good", "glowTeal"},       {65, "health_good", "glowTeal"},
         {64, "health_watch", "amber"},         {40, "health_watch", "amber"},
         {39, "health_clean", "danger"},        {0, "health_clean", "danger"},
         {101, "health_clean", "glowTeal"},
     };
-    for (const auto& row : rows)
-        QTest::addRow("%d", row.score) << row.score << row.key << row.color;
-}
-
-void StyleTest::judgesHealthByItsBands() {
-    QFETCH(int, score);
-    QFETCH(QString, key);
-    QFETCH(QString, color);
-    const auto card =
-        make("HealthCard { freeDisk: '1 GB'; totalDisk: '2 GB'; score: " + QByteArray::number(score) + " }");
-    QCOMPARE(card->findChild<QObject*>("healthLabel")->property("text").toString(), ::tr(key));
-    QCOMPARE(card->property("healthColor").value<QColor>(),
-             value("GCColor." + color.toLatin1()).value<QColor>());
+    for (const auto& [score, key, color] : bands) {
+        const auto card = make(
+            "HealthCard { freeDisk: '1 GB'; totalDisk: '2 GB'; score: " + QByteArray::number(score) + " }");
+        QCOMPARE(card->findChild<QObject*>("healthLabel")->property("text").toString(), translated(key));
+        QCOMPARE(card->property("healthColor").value<QColor>(),
+                 value("GCColor." + QByteArray(color)).value<QColor>());
+    }
 }
 
 void StyleTest::drawsAnArcAlsoWithoutShaders() {
