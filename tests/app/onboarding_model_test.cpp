@@ -22,13 +22,9 @@ protected:
 } // namespace
 
 TEST_F(OnboardingModelTest, IsOverOnlyWhenThatIsStored) {
-    const std::pair<QVariant, bool> cases[]{{{}, false},
-                                            {true, true},
-                                            {u"true"_s, true},
-                                            {false, false},
-                                            {u"false"_s, false},
-                                            {u""_s, false},
-                                            {QStringList{u"true"_s, u"x"_s}, false}};
+    const std::pair<QVariant, bool> cases[]{{{}, false},         {true, true},
+                                            {u"true"_s, true},   {false, false},
+                                            {u"false"_s, false}, {QStringList{u"true"_s, u"x"_s}, false}};
     for (const auto& [stored, didOnboard] : cases) {
         QSettings().clear();
         if (stored.isValid())
