@@ -80,9 +80,7 @@ TEST_F(LocalizerTest, ReadsTheStoredChoiceAndWritesNothing) {
     using enum AppLanguage;
     const std::pair<QVariant, AppLanguage> cases[]{{{}, automatic},
                                                    {u"de"_s, de},
-                                                   {u"srCyrillic"_s, srCyrillic},
                                                    {u"DE"_s, automatic},
-                                                   {u""_s, automatic},
                                                    {7, automatic},
                                                    {QStringList{u"de"_s, u"fr"_s}, automatic},
                                                    {QByteArray("\0\xff", 2), automatic}};

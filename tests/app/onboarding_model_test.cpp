@@ -3,7 +3,6 @@
 #include "tests/support/temporary_disk.h"
 
 #include <QSettings>
-#include <QSignalSpy>
 
 #include <gtest/gtest.h>
 
@@ -43,19 +42,4 @@ TEST_F(OnboardingModelTest, IsFinishedOnceAndForGood) {
     model.finish();
     EXPECT_EQ(storedWhenTold, QList<QVariant>{true});
     EXPECT_TRUE(OnboardingModel(m_disk.disk()).didOnboard());
-}
-
-TEST(OnboardingModel, LooksAtTheDiskWheneverItIsAskedAndOnlyThen) {
-    const OrdinaryUser user;
-    const TemporaryDisk disk;
-    disk.make("~/Library/Mail/");
-    OnboardingModel model(disk.disk());
-    EXPECT_FALSE(model.hasFullDiskAccess()) << "every start of the program makes one";
-    QSignalSpy told(&model, &OnboardingModel::hasFullDiskAccessChanged);
-    for (const unsigned mode : {0700u, 0700u, 0u, 0700u}) {
-        disk.setMode("~/Library/Mail", mode);
-        model.checkAccess();
-        EXPECT_EQ(model.hasFullDiskAccess(), mode != 0);
-    }
-    EXPECT_EQ(told.size(), 3);
 }

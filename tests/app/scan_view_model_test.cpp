@@ -48,23 +48,6 @@ protected:
 
 } // namespace
 
-TEST_F(ScanViewModelTest, ScansThenTicksWhatIsSafe) {
-    m_disk.make({"~/Library/Caches/com.example.a/blob 4000", "~/Library/Caches/com.apple.b/blob 300",
-                 "~/Library/Logs/c.log 20", "~/.Trash/d 1"});
-    m_model.setChecked({"/stale"});
-    m_model.runScan();
-    m_jobs.runBackground();
-    EXPECT_TRUE(m_model.isScanning());
-    EXPECT_FALSE(m_model.hasResult() || m_model.hasHealth());
-    m_jobs.publish();
-    EXPECT_FALSE(m_model.isScanning());
-    EXPECT_EQ(m_model.selectedBytes(), 4021);
-    EXPECT_EQ(m_model.checked(),
-              setAt({"~/Library/Caches/com.example.a", "~/Library/Logs/c.log", "~/.Trash/d"}));
-    EXPECT_EQ(m_model.result()->totalBytes, 4321);
-    EXPECT_GT(m_model.health()->totalDiskBytes, 0);
-}
-
 TEST_F(ScanViewModelTest, MovesWhatItCanAndKeepsTheRestUnticked) {
     m_disk.make({"~/Library/Caches/one 3", "~/Library/Logs/two 20", "~/Library/Caches/Google 100"});
     scan();

