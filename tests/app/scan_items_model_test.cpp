@@ -72,24 +72,12 @@ TEST_F(ScanItemsModelTest, TicksBothRowsOfOnePathAndTellsOfNothingElse) {
                          for (int row = first.row(); row <= last.row(); ++row)
                              told.push_back(row);
                      });
-    m_model.toggle(2);
+    for (const int row : {-1, 3, std::numeric_limits<int>::max(), 2})
+        m_model.toggle(row);
     EXPECT_EQ(told, (std::vector<int>{1, 2}));
     EXPECT_EQ(m_model.checked().size(), 1u);
     EXPECT_EQ(m_model.checkedBytes(), 10);
     m_model.toggle(1);
     EXPECT_EQ(ticks(m_model), (Ticks{false, false, false}));
     EXPECT_EQ(m_model.checkedBytes(), 0);
-}
-
-TEST_F(ScanItemsModelTest, KeepsTicksThatNoRowHasAndShowsThemOnceOneHas) {
-    m_model.setItems({item("/a", ScanCategory::cache, 7)});
-    m_model.setChecked({"/a", "/b"});
-    for (const int outside : {-1, 1, std::numeric_limits<int>::max()})
-        m_model.toggle(outside);
-    EXPECT_EQ(m_model.checkedBytes(), 7);
-    m_model.setItems({item("/b", ScanCategory::cache, std::numeric_limits<std::int64_t>::max())});
-    EXPECT_EQ(ticks(m_model), (Ticks{true}));
-    EXPECT_EQ(m_model.checked(), (std::set<std::string>{"/a", "/b"}));
-    m_model.setItems({item("/a", ScanCategory::cache, 7), m_model.rows().front()});
-    EXPECT_EQ(m_model.checkedBytes(), std::numeric_limits<std::int64_t>::max());
 }

@@ -55,16 +55,11 @@ private Q_SLOTS:
 private:
     /// So many rows for each list, something in the Trash, and a proposal that isn't ticked.
     void fill(int count) const;
-    void makeAgent(const std::string& path, const std::string& label) const;
     void show(const char* list) const; ///< by clicks
 
     /// The texts in sight that are of another language or of none, as the key of one that doesn't exist.
     QStringList foreignTexts() const;
 };
-
-void EveryScreenTest::makeAgent(const std::string& path, const std::string& label) const {
-    m_disk->write(path, "<plist><dict><key>Label</key><string>" + label + "</string></dict></plist>");
-}
 
 void EveryScreenTest::fill(int count) const {
     m_disk->make({"/Applications/Paint.app/x 1000", "~/.Trash/thrown away 7", "~/Downloads/old.zip 500"});

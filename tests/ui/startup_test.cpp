@@ -13,7 +13,6 @@ private Q_SLOTS:
     void tellsAScreenReaderWhatIsSeen();
 
 private:
-    void makeAgent(const std::string& path, const std::string& label) const;
     void makeAgents() const; ///< the user's "One", "Three" and "Two", and "Every" of every account
     /// Opens the window, and what starts in it.
     void openStartup();
@@ -27,10 +26,6 @@ private:
         return "✓ « " + name + " » " + translated("disabled_confirmation");
     }
 };
-
-void StartupTest::makeAgent(const std::string& path, const std::string& label) const {
-    m_disk->write(path, "<plist><dict><key>Label</key><string>" + label + "</string></dict></plist>");
-}
 
 void StartupTest::makeAgents() const {
     makeAgent("~/Library/LaunchAgents/1.plist", "com.example.one");

@@ -31,6 +31,10 @@ void WindowTest::close() {
     m_history.reset();
 }
 
+void WindowTest::makeAgent(const std::string& path, const std::string& label) const {
+    m_disk->write(path, "<plist><dict><key>Label</key><string>" + label + "</string></dict></plist>");
+}
+
 void WindowTest::confirm(const char* button) const {
     QVERIFY(m_driver->click(button));
     QTRY_VERIFY(m_driver->isShown("confirm"));

@@ -12,6 +12,7 @@
 #include <QTest>
 
 #include <optional>
+#include <string>
 
 /// What tests of the real window share. Each starts in English with an empty disk, real files and no window;
 /// what it left open is gone before the next one.
@@ -32,6 +33,9 @@ protected:
     void close();
     QQuickWindow* window() const { return m_lumvale->window(); }
     void layOut() const { (void)window()->grabWindow(); } ///< everything that changed
+
+    /// Makes what starts at login, by the label in its property list.
+    void makeAgent(const std::string& path, const std::string& label) const;
 
     /// The screen model of this class; null when no screen has one.
     template <class Model>
