@@ -55,15 +55,20 @@ public:
                 continue;
             const PhotoAsset& asset = catalogue(shot, copy, date);
             const int ageDays = ageOf(asset);
-            Random random = ownRandom;
-            if ((copy.marks & thinned) != 0) {
+            const bool isHere = (copy.marks & (cloud | thinned | outside)) == 0;
+            if (isHere) {
+                if (content.empty()) {
+                    Random random = ownRandom;
+                    content = contentOf(shot, shot.format, random);
+                }
+                m_originals.folder(asset.directory, newest).file(asset.file, content, shot.bytes, ageDays);
+            }
+            // Of a film the library keeps one frame, to show it by.
+            if ((copy.marks & thinned) != 0 || (isHere && asset.isFilm)) {
+                Random random = ownRandom;
                 const std::string file = asset.uuid + "_1_105_c.jpeg";
                 m_renditions.folder(asset.directory, newest)
                     .text(file, contentOf(shot, PhotoFormat::jpeg, random), ageDays);
-            } else if ((copy.marks & (cloud | outside)) == 0) {
-                if (content.empty())
-                    content = contentOf(shot, shot.format, random);
-                m_originals.folder(asset.directory, newest).file(asset.file, content, shot.bytes, ageDays);
             }
         }
     }
