@@ -1,0 +1,131 @@
+#include "tests/app/update_server.h"
+
+#include <QFile>
+#include <QMutexLocker>
+#include <QProcess>
+#include <QSslCertificate>
+#include <QSslKey>
+#include <QSslServer>
+#include <QSslSocket>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+TestAuthority::TestAuthority() {
+    QProcess openssl;
+    openssl.setWorkingDirectory(m_folder.path());
+    openssl.start(u"openssl"_s,
+                  u"req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes "
+                  "-subj /CN=Tests -days 1 -keyout authority.key -out authority.pem"_s.split(u' '));
+    EXPECT_TRUE(openssl.waitForFinished() && openssl.exitCode() == 0)
+        << openssl.readAllStandardError().toStdString();
+}
+
+QByteArray TestAuthority::certificate() const {
+    return file(u"authority.pem"_s);
+}
+
+QSslConfiguration TestAuthority::identity(const QByteArray& names, int days) const {
+    QFile extensions(m_folder.filePath(u"extensions"_s));
+    EXPECT_TRUE(extensions.open(QIODevice::WriteOnly));
+    extensions.write("subjectAltName=" + names);
+    extensions.close();
+    for (const QString& command :
+         {u"req -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes "
+          "-subj /CN=server -keyout server.key -out server.csr"_s,
+          u"x509 -req -in server.csr -CA authority.pem -CAkey authority.key "
+          "-CAcreateserial -extfile extensions -out server.pem -days %1"_s.arg(days)}) {
+        QProcess openssl;
+        openssl.setWorkingDirectory(m_folder.path());
+        openssl.start(u"openssl"_s, command.split(u' '));
+        EXPECT_TRUE(openssl.waitForFinished() && openssl.exitCode() == 0)
+            << openssl.readAllStandardError().toStdString();
+    }
+    QSslConfiguration identity = QSslConfiguration::defaultConfiguration();
+    identity.setLocalCertificate(QSslCertificate(file(u"server.pem"_s)));
+    identity.setPrivateKey(QSslKey(file(u"server.key"_s), QSsl::Ec));
+    return identity;
+}
+
+QByteArray TestAuthority::file(const QString& name) const {
+    QFile file(m_folder.filePath(name));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+    return file.readAll();
+}
+
+UpdateServer::UpdateServer(const QSslConfiguration& identity) {
+    m_server = new QSslServer;
+    m_server->setSslConfiguration(identity);
+    m_server->moveToThread(&m_thread);
+    QObject::connect(&m_thread, &QThread::finished, m_server, &QObject::deleteLater);
+    QObject::connect(m_server, &QTcpServer::pendingConnectionAvailable, m_server, [this] {
+        while (auto* socket = qobject_cast<QSslSocket*>(m_server->nextPendingConnection()))
+            QObject::connect(socket, &QIODevice::readyRead, socket, [this, socket] { answer(*socket); });
+    });
+    m_thread.start();
+    QMetaObject::invokeMethod(
+        m_server,
+        [this] {
+            EXPECT_TRUE(m_server->listen(QHostAddress::LocalHost));
+            m_port = m_server->serverPort();
+        },
+        Qt::BlockingQueuedConnection);
+}
+
+UpdateServer::~UpdateServer() {
+    m_thread.quit();
+    m_thread.wait();
+}
+
+QUrl UpdateServer::url(const QString& path, const QString& host) const {
+    QUrl url;
+    url.setScheme(u"https"_s);
+    url.setHost(host);
+    url.setPort(m_port);
+    url.setPath(path);
+    return url;
+}
+
+void UpdateServer::serve(const QByteArray& path, const Answer& answer) {
+    const QMutexLocker locker(&m_mutex);
+    m_answers[path] = answer;
+}
+
+QList<QByteArray> UpdateServer::takeRequests() {
+    const QMutexLocker locker(&m_mutex);
+    return std::exchange(m_requests, {});
+}
+
+QByteArray UpdateServer::ok(const QByteArray& body) {
+    return "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
+}
+
+QByteArray UpdateServer::redirect(const QUrl& to) {
+    return "HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: " + to.toEncoded() + "\r\n\r\n";
+}
+
+void UpdateServer::answer(QSslSocket& socket) {
+    if (!socket.peek(1'000'000).contains("\r\n\r\n"))
+        return;
+    const QByteArray head = socket.readAll();
+    const QMutexLocker locker(&m_mutex);
+    m_requests.append(head);
+    const auto found = m_answers.constFind(head.split(' ').value(1));
+    if (found == m_answers.cend())
+        return;
+    socket.write(found->bytes);
+    m_bytesSent = found->bytes.size();
+    if (found->then == Then::closes) {
+        socket.disconnectFromHost();
+    } else if (found->then == Then::goesOn) {
+        auto* more = new QTimer(&socket);
+        QObject::connect(more, &QTimer::timeout, &socket, [this, &socket] {
+            constexpr int enoughOnTheWay = 1'000'000;
+            if (socket.bytesToWrite() + socket.encryptedBytesToWrite() < enoughOnTheWay)
+                m_bytesSent += socket.write(QByteArray(8'192, 'x'));
+        });
+        more->start(0);
+    }
+}
