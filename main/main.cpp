@@ -1,6 +1,8 @@
 #include "app/history/history_store.h"
+#include "app/i18n/localizer.h"
 #include "app/identity.h"
 #include "app/models/background.h"
+#include "app/update/update_checker.h"
 #include "platform/disk.h"
 #include "platform/executor.h"
 #include "ui/icon/program_icon.h"
@@ -10,6 +12,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <utility>
 
 int main(int argc, char* argv[]) {
@@ -33,9 +36,14 @@ int main(int argc, char* argv[]) {
     QGuiApplication::setWindowIcon(programIcon());
 
     platform::Executor::setCurrent(qtExecutor());
-    const LumvaleWindow window(platform::Disk::current(), HistoryStore::shared(),
-                               platform::Executor::current(), platform::Disk::current());
-    if (!window.window())
+    std::optional<LumvaleWindow> window;
+    UpdateChecker::languageCode = [] {
+        return rawValue(Localizer::shared().effective());
+    };
+    UpdateChecker::startIfNeeded(&application, [&](const UpdateAlert& update) { window->announce(update); });
+    window.emplace(platform::Disk::current(), HistoryStore::shared(), platform::Executor::current(),
+                   platform::Disk::current());
+    if (!window->window())
         return EXIT_FAILURE;
     const int status = QGuiApplication::exec();
     // A scan may still be under way. It only reads, and nobody waits for it any more: the user who closes the

@@ -3,6 +3,11 @@ import Lumvale
 import Lumvale.Style
 
 Window {
+    id: root
+
+    /// What is to be said of a newer version of the program; without a title, nothing.
+    property updateAlert announcement
+
     title: "Lumvale"
     width: 1040
     height: 800
@@ -12,7 +17,17 @@ Window {
     visible: true
 
     RootView {
+        id: view
         anchors.fill: parent
         focus: true
+    }
+
+    Loader {
+        active: root.announcement.title.length > 0
+        sourceComponent: UpdateDialog {
+            announcement: root.announcement // qmllint disable unqualified
+            visible: true
+            onFocusLost: reason => view.forceActiveFocus(reason) // qmllint disable unqualified
+        }
     }
 }

@@ -12,6 +12,7 @@
 #include "app/models/startup_view_model.h"
 #include "app/models/storage_entries_model.h"
 #include "app/models/uninstall_view_model.h"
+#include "app/update/update_alert.h"
 
 #include <QJSEngine>
 #include <QQmlEngine>
@@ -30,6 +31,12 @@ public:
         QJSEngine::setObjectOwnership(&Localizer::shared(), QJSEngine::CppOwnership);
         return &Localizer::shared();
     }
+};
+
+struct ForeignUpdateAlert {
+    Q_GADGET
+    QML_FOREIGN(UpdateAlert)
+    QML_VALUE_TYPE(updateAlert)
 };
 
 struct ForeignScanViewModel {

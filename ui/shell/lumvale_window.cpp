@@ -2,6 +2,7 @@
 
 #include "ui/shell/deliberate_input.h"
 #include "ui/shell/screen_models.h"
+#include "ui/style/blocking_action.h"
 #include "ui/thumbnails/thumbnail_loader.h"
 
 #include <QFontDatabase>
@@ -30,6 +31,21 @@ LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platfor
     m_engine.load(QUrl(QStringLiteral("qrc:/qml/Lumvale/shell/Main.qml")));
     if (window())
         new DeliberateInput(window());
+}
+
+void LumvaleWindow::announce(const UpdateAlert& announcement) {
+    for (const BlockingAction* action : window()->findChildren<BlockingAction*>()) {
+        if (action->isRunning()) {
+            QObject::connect(
+                action, &BlockingAction::finished, window(), [this, announcement] { announce(announcement); },
+                Qt::SingleShotConnection);
+            return;
+        }
+    }
+    window()->setProperty("announcement", QVariant::fromValue(announcement));
+    window()->setWindowStates(window()->windowStates() & ~Qt::WindowMinimized);
+    window()->raise();
+    window()->requestActivate();
 }
 
 QQuickWindow* LumvaleWindow::window() const {

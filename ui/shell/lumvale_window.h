@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/history/history_store.h"
+#include "app/update/update_alert.h"
 #include "platform/disk.h"
 #include "platform/executor.h"
 #include "platform/photo_library.h"
@@ -17,6 +18,10 @@ public:
                   platform::PhotoLibrary photos);
 
     QQuickWindow* window() const; ///< null when it could not be made
+
+    /// Comes to the front, also from behind other programs, and says it above everything that is open; once a
+    /// blocking action, with the dialog that it belongs to, is over.
+    void announce(const UpdateAlert& announcement);
 
 private:
     QQmlApplicationEngine m_engine;

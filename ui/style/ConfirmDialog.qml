@@ -4,11 +4,9 @@ import Lumvale.Style
 
 /// Asks before something is destroyed, then stays in front until it is done. Escape cancels; the keyboard starts
 /// on the harmless button, so that a hasty Return destroys nothing.
-Sheet {
+Dialog {
     id: root
 
-    required property string title
-    required property string message
     required property string cancelText
     required property string confirmText
 
@@ -18,8 +16,6 @@ Sheet {
     signal confirmed
 
     closePolicy: busy ? T.Popup.NoAutoClose : T.Popup.CloseOnEscape
-    implicitWidth: Metrics.dialogWidth
-    implicitHeight: content.implicitHeight + 2 * padding
     // Also where it was left on the other button: keys may come before it has faded in. A ring is for those who came
     // by keys.
     onAboutToShow: cancel.focus = true
@@ -31,58 +27,28 @@ Sheet {
         onFinished: root.close()
     }
 
-    Column {
-        id: content
-        width: parent.width
-        spacing: 10
-        Accessible.role: Accessible.AlertMessage
-        Accessible.name: root.title
-        Accessible.description: root.message
+    GradientButton {
+        id: confirm
+        objectName: "confirm"
+        from: GCColor.dangerLight
+        to: GCColor.danger
+        radius: Metrics.smallButtonRadius
+        horizontalPadding: 16
+        verticalPadding: 10
+        font: Type.smallButton
+        text: root.confirmText
+        busy: root.busy
+        enabled: !root.busy
+        KeyNavigation.left: cancel
+        onClicked: action.start(confirm)
+    }
 
-        Label {
-            width: parent.width
-            text: root.title
-            font: Type.heading
-        }
-
-        Label {
-            width: parent.width
-            text: root.message
-            color: GCColor.textSecondary
-            lineHeight: 1.25
-        }
-
-        // Right-aligned, and one above the other where a language needs more room than there is.
-        Flow {
-            width: parent.width
-            topPadding: 12
-            spacing: 10
-            layoutDirection: Qt.RightToLeft
-
-            GradientButton {
-                id: confirm
-                objectName: "confirm"
-                from: GCColor.dangerLight
-                to: GCColor.danger
-                radius: Metrics.smallButtonRadius
-                horizontalPadding: 16
-                verticalPadding: 10
-                font: Type.smallButton
-                text: root.confirmText
-                busy: root.busy
-                enabled: !root.busy
-                KeyNavigation.left: cancel
-                onClicked: action.start(content)
-            }
-
-            QuietButton {
-                id: cancel
-                objectName: "cancel"
-                text: root.cancelText
-                enabled: !root.busy
-                KeyNavigation.right: confirm
-                onClicked: root.close()
-            }
-        }
+    QuietButton {
+        id: cancel
+        objectName: "cancel"
+        text: root.cancelText
+        enabled: !root.busy
+        KeyNavigation.right: confirm
+        onClicked: root.close()
     }
 }

@@ -1,0 +1,39 @@
+import QtQuick
+import Lumvale
+import Lumvale.Style
+
+/// Says that there is a newer version and offers the page to download it from. Nothing is lost by a hasty Return,
+/// so the keyboard starts on the offer.
+Dialog {
+    id: root
+
+    required property updateAlert announcement
+
+    title: announcement.title
+    message: announcement.message
+    onAboutToShow: download.focus = true
+    onOpened: download.focusReason = returnReason
+
+    GradientButton {
+        id: download
+        objectName: "download"
+        radius: Metrics.smallButtonRadius
+        horizontalPadding: 16
+        verticalPadding: 10
+        font: Type.smallButton
+        text: root.announcement.download
+        KeyNavigation.left: later
+        onClicked: {
+            root.close();
+            Qt.openUrlExternally(root.announcement.page);
+        }
+    }
+
+    QuietButton {
+        id: later
+        objectName: "later"
+        text: root.announcement.later
+        KeyNavigation.right: download
+        onClicked: root.close()
+    }
+}
