@@ -201,12 +201,20 @@ TEST_F(Inspect, AnswersWithoutADisk) {
               R"([{"id": 1, "x": 0.0, "y": 0.0, "width": 30.0, "height": 10.0},
                   {"id": 0, "x": 30.0, "y": 0.0, "width": 10.0, "height": 10.0}])"_json);
     EXPECT_EQ(answer({"treemap", "40", "10"}), Json::array());
-#ifdef LUMVALE_INSPECT_TRANSLATES
+#ifdef LUMVALE_INSPECT_APP
     EXPECT_EQ(answer({"tr", "fr", "cat_logs", "no_such_key"}),
               Json({"Journaux d'applications", "no_such_key"}));
     EXPECT_EQ(outcome({"tr", "xx", "cat_logs"}).status, 2);
+    EXPECT_EQ(answer({"newer", "1.10", "1.9"}), Json({{"newer", true}}));
+    EXPECT_EQ(answer({"newer", "1.2", "1.2.0"}), Json({{"newer", false}}));
+    EXPECT_EQ(answer({"acceptable-page", "Lumvale.example", "https://get.lumvale.example/\xE9",
+                      "https://LUMVALE.example"}),
+              R"([{"url": "https://get.lumvale.example/\\udce9", "acceptable": false},
+                  {"url": "https://LUMVALE.example", "acceptable": true}])"_json);
 #else
-    EXPECT_EQ(outcome({"tr", "fr", "cat_logs"}).status, 2);
+    for (const Texts& arguments :
+         {Texts{"tr", "fr", "cat_logs"}, {"newer", "1.10", "1.9"}, {"acceptable-page", "a", "b"}})
+        EXPECT_EQ(outcome(arguments).status, 2) << arguments[0];
 #endif
 }
 

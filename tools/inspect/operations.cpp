@@ -16,6 +16,7 @@
 #include "platform/walk.h"
 #include "tools/inspect/json_form.h"
 #include "tools/inspect/translate.h"
+#include "tools/inspect/update.h"
 #include "ui/treemap/treemap.h"
 
 #include <algorithm>
@@ -268,8 +269,10 @@ constexpr Operation operations[] = {
     {"empty-trash", "[--really]", 0, 0, DiskUse::changes, emptyTrash},
     {"disable", "LABEL [--really]", 1, 1, DiskUse::changes, disable},
     {"delete-photos", "ID... [--really]", 1, anyNumber, DiskUse::changes, deletePhotos},
-#ifdef LUMVALE_INSPECT_TRANSLATES
+#ifdef LUMVALE_INSPECT_APP
     {"tr", "LANGUAGE KEY...", 2, anyNumber, DiskUse::none, translate},
+    {"newer", "VERSION THAN", 2, 2, DiskUse::none, newer},
+    {"acceptable-page", "DOMAIN URL...", 2, anyNumber, DiskUse::none, acceptablePage},
 #endif
     {"format-bytes", "LOCALE N...", 2, anyNumber, DiskUse::none, formatBytes},
     {"format-date", "LOCALE SECONDS...", 2, anyNumber, DiskUse::none, formatDate},
