@@ -5,6 +5,7 @@
 #include "app/update/update_page.h"
 #include "app/update/version.h"
 
+#include <QLoggingCategory>
 #include <QSettings>
 #include <QThread>
 #include <QTimer>
@@ -106,5 +107,7 @@ void UpdateChecker::startIfNeeded(QObject* owner, std::function<void(const Updat
     const double now = platform::secondsSince1970(terms.clock());
     if (now - lastCheck() < secondsOfADay || !terms.name)
         return;
+    // A machine that can't speak TLS would hear of it from the toolkit at every start.
+    QLoggingCategory::setFilterRules(u"qt.network.ssl.warning=false"_s);
     (new Check(owner, std::move(show), std::move(terms), now))->start();
 }

@@ -26,8 +26,8 @@ inline std::function<QString()> languageCode = [] {
 struct Terms {
     std::optional<QString> name = Identity::name();
     QString version = Identity::version();
-    QUrl folder = ofBuild(); ///< where descriptions lie; a page to download from is on its host or below
-    QByteArray authorities;  ///< who vouches for it, as PEM; the system's where empty
+    QUrl folder = ofBuild();     ///< where descriptions lie; a page to download from is on its host or below
+    QByteArray authorities = {}; ///< who vouches for it, as PEM; the system's where empty
     std::function<platform::Date()> clock = platform::now;
     std::chrono::milliseconds limit = std::chrono::seconds(10); ///< for the answer
     std::chrono::milliseconds delay = std::chrono::seconds(8);  ///< for whoever has just started the program

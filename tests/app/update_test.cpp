@@ -3,11 +3,13 @@
 #include "app/update/update_page.h"
 #include "app/update/version.h"
 #include "tests/app/update_server.h"
+#include "tests/support/process.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QSettings>
+#include <QSslSocket>
 #include <QTcpServer>
 #include <QTest>
 
@@ -113,6 +115,21 @@ protected:
 };
 
 } // namespace
+
+// Before any other here has brought TLS with it.
+TEST(UpdateWithoutTls, SaysNothing) {
+    const int said = inAnotherProcess([] {
+        if (!QSslSocket::setActiveBackend(u"cert-only"_s))
+            return -1;
+        qInstallMessageHandler(keepMessage);
+        QObject owner;
+        UpdateChecker::startIfNeeded(&owner, [](const UpdateAlert&) {},
+                                     {.folder = QUrl(u"https://localhost/"_s)});
+        return QTest::qWaitFor([&] { return owner.children().isEmpty(); }) ? static_cast<int>(messages.size())
+                                                                           : -1;
+    });
+    EXPECT_EQ(said, 0);
+}
 
 TEST(IsNewer, ComparesNumbersOfAnyLengthPlaceByPlace) {
     const std::string huge(10'000, '9');
