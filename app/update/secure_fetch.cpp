@@ -66,11 +66,13 @@ std::optional<QByteArray> SecureFetch::run() const {
         const auto redirection = [&] {
             return reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
         };
-        QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
-        QObject::connect(reply.get(), &QIODevice::readyRead, &loop, [&] {
+        const auto endIfEnough = [&] {
             if (reply->bytesAvailable() > mostBytes || !redirection().isEmpty())
                 loop.quit();
-        });
+        };
+        QObject::connect(reply.get(), &QNetworkReply::metaDataChanged, &loop, endIfEnough);
+        QObject::connect(reply.get(), &QIODevice::readyRead, &loop, endIfEnough);
+        QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
         loop.exec();
 
         if (redirection().isEmpty())

@@ -4,7 +4,7 @@
 
 std::optional<UpdateDescription> decodeUpdateDescription(std::string_view json) {
     // The parser takes a NUL for the end.
-    if (json.size() > UpdateDescription::mostBytes || json.find('\0') != std::string_view::npos)
+    if (json.find('\0') != std::string_view::npos)
         return std::nullopt;
     const auto description = nlohmann::json::parse(json, nullptr, /*allow_exceptions=*/false);
     if (!description.is_object())

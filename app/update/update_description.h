@@ -10,7 +10,7 @@ struct UpdateDescription {
     std::string version; ///< any text, numbers with dots between them where all is well
     std::string page;    ///< any text, the address of the page to download it from where all is well
 
-    /// A description that is longer is none.
+    /// What is longer is no description, and not worth reading.
     static constexpr std::size_t mostBytes = 9'999;
 };
 
