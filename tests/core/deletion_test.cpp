@@ -85,7 +85,7 @@ TEST_F(Deletion, RefusesAProtectedPlaceHoweverItIsSpelt) {
           "relative", ""}) {
         const DeletionOutcome outcome = deletePaths({at(spelling)}, disk.disk());
         EXPECT_TRUE(outcome.succeeded.empty());
-        EXPECT_EQ(failures(outcome), Lines{at(spelling) + " Lumvale 1"}); // the path as it was given
+        ASSERT_EQ(failures(outcome), Lines{at(spelling) + " Lumvale 1"}); // the path as it was given
         EXPECT_EQ(outcome.failed[0].error.description, "Chemin protégé : Lumvale refuse de le supprimer.");
     }
     EXPECT_EQ(disk.entries(), before);

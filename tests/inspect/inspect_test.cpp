@@ -71,7 +71,7 @@ protected:
         const auto before = m_disk.entries();
         const Json said = json(arguments);
         EXPECT_EQ(m_disk.entries(), before) << said;
-        return said["would"];
+        return said.value("would", Json());
     }
 
     const TemporaryDisk m_disk;
