@@ -1,11 +1,11 @@
 #include "app/update/update_checker.h"
 
+#include "app/toolkit_log.h"
 #include "app/update/secure_fetch.h"
 #include "app/update/update_description.h"
 #include "app/update/update_page.h"
 #include "app/update/version.h"
 
-#include <QLoggingCategory>
 #include <QSettings>
 #include <QThread>
 #include <QTimer>
@@ -107,7 +107,6 @@ void UpdateChecker::startIfNeeded(QObject* owner, std::function<void(const Updat
     const double now = platform::secondsSince1970(terms.clock());
     if (now - lastCheck() < secondsOfADay || !terms.name)
         return;
-    // A machine that can't speak TLS would hear of it from the toolkit at every start.
-    QLoggingCategory::setFilterRules(u"qt.network.ssl.warning=false"_s);
+    silenceToolkit();
     (new Check(owner, std::move(show), std::move(terms), now))->start();
 }

@@ -1,12 +1,12 @@
 #include "ui/thumbnails/thumbnail_decoder.h"
 
+#include "app/toolkit_log.h"
 #include "ui/thumbnails/picture_file.h"
 
 #include <QBrush>
 #include <QColorSpace>
 #include <QDeadlineTimer>
 #include <QImageReader>
-#include <QLoggingCategory>
 #include <QPainter>
 
 #include <algorithm>
@@ -17,14 +17,6 @@ namespace {
 /// Above any camera's, and still decoded in seconds. What has to be held in memory whole, the toolkit bounds
 /// more closely.
 constexpr qint64 mostPixels = 256'000'000;
-
-/// A broken picture is no event: it is shown as a tile without one.
-void silenceDecoders() {
-    [[maybe_unused]] static const bool isDone = [] {
-        QLoggingCategory::setFilterRules(QStringLiteral("qt.gui.imageio*=false\nqt.imageformats*=false"));
-        return true;
-    }();
-}
 
 QImage square(const QImage& picture) {
     const int side = std::min(picture.width(), picture.height());
@@ -48,7 +40,7 @@ QImage rounded(const QImage& picture) {
 } // namespace
 
 QImage decodeThumbnail(platform::Descriptor file, std::chrono::milliseconds patience) {
-    silenceDecoders();
+    silenceToolkit();
     const QDeadlineTimer deadline(patience);
     PictureFile pictureFile(std::move(file), deadline);
     if (pictureFile.format().isEmpty())
