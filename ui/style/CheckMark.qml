@@ -6,12 +6,15 @@ Rectangle {
     id: root
 
     property bool isChecked: false
+    property color outline: GCColor.checkOutline
+    property color from: GCColor.deepTeal
+    property color to: GCColor.glowTeal
 
     width: Metrics.checkSide
     height: Metrics.checkSide
     radius: 5
     color: "transparent"
-    border.color: GCColor.checkOutline
+    border.color: outline
     border.width: isChecked ? 0 : 1.4
     border.pixelAligned: false
     antialiasing: true
@@ -24,11 +27,11 @@ Rectangle {
             orientation: Gradient.Horizontal
             GradientStop {
                 position: 0
-                color: GCColor.deepTeal
+                color: root.from
             }
             GradientStop {
                 position: 1
-                color: GCColor.glowTeal
+                color: root.to
             }
         }
 

@@ -20,6 +20,8 @@ QtObject {
     readonly property int breakdownWidth: 480
     readonly property int breakdownHeight: 620
     readonly property int tileRadius: 12
+    readonly property int photoSide: 96
+    readonly property int photoSpacing: 12
     readonly property int rowRadius: 9
     readonly property int rowPadding: 10
     readonly property int tabBarRadius: 13

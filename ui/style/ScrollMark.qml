@@ -5,13 +5,16 @@ import QtQuick.Templates as T
 T.ScrollBar {
     id: root
 
+    readonly property real length: horizontal ? availableWidth : availableHeight
+
     implicitWidth: 12
+    implicitHeight: 12
     padding: 3
     // Clear of the round corners that lists have.
-    topPadding: 10
-    bottomPadding: 10
+    topPadding: horizontal ? padding : 10
+    bottomPadding: topPadding
     // Long enough to be caught, also beside a view of a few lines.
-    minimumSize: Math.min(1, 24 / availableHeight)
+    minimumSize: Math.min(1, 24 / length)
     visible: size < 1
     Accessible.ignored: true
 

@@ -10,9 +10,13 @@ ListView {
     property bool isWalked: false
     /// Where the walk begins: -1 where the header is a row as well.
     property int firstRow: 0
+    /// Whether the pointer is just giving it the keyboard.
+    property bool isClicked: false
 
     function takeFocus(reason: int): void {
+        isClicked = reason === Qt.MouseFocusReason;
         forceActiveFocus(reason);
+        isClicked = false;
         isWalked = reason !== Qt.MouseFocusReason;
     }
 
@@ -48,9 +52,9 @@ ListView {
     T.ScrollBar.vertical: ScrollMark {}
     Accessible.role: Accessible.List
     onActiveFocusChanged: {
-        // The current row has the keyboard, and knows whether a click brought it there.
-        const row = currentItem as T.Control;
-        isWalked = activeFocus && !(row && row.focusReason === Qt.MouseFocusReason);
+        // What has the keyboard in the list knows whether a click brought it there.
+        const holder = Window.activeFocusItem as T.Control;
+        isWalked = activeFocus && !isClicked && !(holder && holder.focusReason === Qt.MouseFocusReason);
         if (activeFocus && currentIndex < firstRow)
             currentIndex = firstRow;
     }
