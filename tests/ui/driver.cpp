@@ -21,12 +21,17 @@ void forEachVisible(QQuickItem* item, Visit visit) {
         forEachVisible(child, visit);
 }
 
-/// What of the item a scrolling view around it lets through.
-bool isScrolledAway(const QQuickItem& item) {
+/// What of the item scrolling views around it let through.
+QRectF partInSight(const QQuickItem& item) {
+    QRectF part = Driver::place(item);
     for (const QQuickItem* around = item.parentItem(); around; around = around->parentItem())
-        if (around->clip() && !Driver::place(*around).intersects(Driver::place(item)))
-            return true;
-    return false;
+        if (around->clip())
+            part &= Driver::place(*around);
+    return part;
+}
+
+bool isScrolledAway(const QQuickItem& item) {
+    return partInSight(item).isEmpty();
 }
 
 } // namespace
@@ -141,10 +146,10 @@ QStringList Driver::cutTexts() const {
     forEachVisible(m_window.contentItem(), [&](QQuickItem* item) {
         const QVariant content = item->property("contentWidth");
         if (!item->inherits("QQuickText") || item->property("text").toString().isEmpty()
-            || isScrolledAway(*item))
+            || isScrolledAway(*item) || item->property("elide").toInt() != Qt::ElideNone)
             return;
         constexpr qreal rounding = 1;
-        const QRectF taken = place(*item);
+        const QRectF taken = partInSight(*item);
         if (item->property("truncated").toBool() || content.toReal() > item->width() + rounding
             || item->property("contentHeight").toReal() > item->height() + rounding
             || taken.left() < window.left() || taken.right() > window.right() + rounding)

@@ -51,7 +51,8 @@ public:
     /// Everything that there is to read, piece by piece.
     QStringList texts() const;
 
-    /// The visible texts that don't fit where they stand, or reach out of the window.
+    /// The visible texts that don't fit where they stand, or reach out of the window; but for those that are
+    /// made to be shortened.
     QStringList cutTexts() const;
 
     /// The visible controls that a screen reader would find without a name or a role.

@@ -11,6 +11,8 @@ Item {
     required property string action
     /// What the last move came to; nothing is said where it is empty.
     property string outcome
+    /// Whether what was asked for before is still under way.
+    property bool isBusy: false
 
     signal requested
 
@@ -52,7 +54,7 @@ Item {
         to: GCColor.dangerLight
         glow: GCColor.alpha(GCColor.danger, 0.3)
         text: root.action
-        enabled: root.count > 0
+        enabled: root.count > 0 && !root.isBusy
         onClicked: root.requested()
     }
 }

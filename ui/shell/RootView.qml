@@ -30,10 +30,7 @@ FocusScope {
             StartupView {}
         },
         Component {
-            PlainView {
-                title: Texts.tr("duplicates_title")
-                subtitle: Texts.tr("duplicates_subtitle")
-            }
+            DuplicatePhotosView {}
         },
         Component {
             HistoryView {}

@@ -1,0 +1,131 @@
+import QtQuick
+import Lumvale
+import Lumvale.Style
+
+/// The photos and videos that the library has more than once: the oldest of each stays, of the others what is ticked
+/// goes.
+FocusScope {
+    id: root
+
+    // Made with the screen and gone with it: a search that is still under way then has nobody to report to.
+    readonly property DuplicatePhotosViewModel model: ScreenModels.duplicates(root)
+
+    // Of pictures that nobody looks at nothing is remembered, nor what the library held at an earlier search.
+    readonly property bool isLoading: model.isLoading
+    onIsLoadingChanged: {
+        if (isLoading)
+            ThumbnailLoader.clear();
+    }
+    Component.onDestruction: ThumbnailLoader.clear()
+
+    readonly property bool hasGroups: !model.isLoading && model.groupCount > 0
+
+    DuplicatesHeader {
+        id: header
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: Metrics.screenPadding
+        model: root.model
+    }
+
+    Panel {
+        id: panel
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: header.bottom
+        anchors.bottom: root.hasGroups ? footer.top : parent.bottom
+        anchors.margins: Metrics.screenPadding
+        anchors.topMargin: 20
+        anchors.bottomMargin: root.hasGroups ? 0 : Metrics.screenPadding
+
+        EmptyPrompt {
+            id: prompt
+            anchors.centerIn: parent
+            visible: !root.model.isLoading && !root.hasGroups
+            symbol: header.isAllowed && root.model.hasScanned ? "checkmark.seal.fill" : "photo.on.rectangle.angled"
+            text: Texts.tr(root.model.isUndecided ? "duplicates_permission_text"
+                           : root.model.isDenied ? "duplicates_denied_text"
+                           : root.model.hasScanned ? "duplicates_none_found" : "duplicates_empty_prompt")
+
+            GradientButton {
+                objectName: "allowButton"
+                anchors.horizontalCenter: parent.horizontalCenter
+                visible: root.model.isUndecided
+                text: Texts.tr("btn_allow_photos")
+                glow: GCColor.alpha(GCColor.glowTeal, 0.35)
+                focus: root.model.isUndecided
+                onClicked: root.model.requestAccess()
+            }
+        }
+
+        GlowLoadingIndicator {
+            objectName: "loadingIndicator"
+            anchors.centerIn: parent
+            visible: root.model.isLoading
+            label: Texts.tr("loading_duplicates")
+        }
+
+        SectionLabel {
+            id: summary
+            objectName: "summary"
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.leftMargin: Metrics.listPadding
+            anchors.rightMargin: Metrics.listPadding
+            anchors.topMargin: 8
+            visible: root.hasGroups
+            text: root.model.groupCount + " " + Texts.tr("duplicates_groups_suffix") + " · "
+                  + root.model.totalWasted + " " + Texts.tr("duplicates_wasted_suffix")
+        }
+
+        // Where groups go under the summary.
+        Rectangle {
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: list.top
+            anchors.margins: 1
+            height: 1
+            visible: list.visible && !list.atYBeginning
+            color: GCColor.divider
+        }
+
+        DuplicateGroupsList {
+            id: list
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: summary.bottom
+            anchors.bottom: parent.bottom
+            visible: root.hasGroups
+            groups: root.model.groups
+        }
+    }
+
+    SelectionFooter {
+        id: footer
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        anchors.margins: Metrics.screenPadding
+        anchors.topMargin: 0
+        visible: root.hasGroups
+        isBusy: root.model.isDeleting
+        count: root.model.checkedCount
+        size: root.model.selectedSize
+        action: Texts.tr("btn_trash_selection")
+        onRequested: root.model.requestDelete()
+    }
+
+    ConfirmDialog {
+        objectName: "deleteDialog"
+        visible: root.model.showDeleteConfirm
+        title: Texts.tr("alert_confirm_delete_title")
+        message: Texts.tr("alert_confirm_delete_photo_message")
+        cancelText: Texts.tr("btn_cancel")
+        confirmText: Texts.tr("btn_trash")
+        onConfirmed: root.model.confirmDelete()
+        onFocusLost: reason => list.takeFocus(reason)
+        onClosed: root.model.showDeleteConfirm = false
+    }
+}

@@ -1,0 +1,65 @@
+import QtQuick
+import Lumvale
+import Lumvale.Style
+
+/// What the screen is for, the button that searches, and what the last deletion came to.
+Column {
+    id: root
+
+    required property DuplicatePhotosViewModel model
+
+    readonly property bool isAllowed: !model.isUndecided && !model.isDenied
+
+    // Whole, so that the pictures beneath lie on whole pixels.
+    height: Math.ceil(implicitHeight)
+    spacing: 10
+
+    Item {
+        width: parent.width
+        height: Math.max(titles.height, button.visible ? button.height : 0)
+
+        ScreenHeader {
+            id: titles
+            anchors.left: parent.left
+            anchors.right: button.visible ? button.left : parent.right
+            anchors.rightMargin: button.visible ? 24 : 0
+            anchors.verticalCenter: parent.verticalCenter
+            title: Texts.tr("duplicates_title")
+            subtitle: Texts.tr("duplicates_subtitle")
+        }
+
+        GradientButton {
+            id: button
+
+            /// How the keyboard had come to it, which is lost while it is disabled.
+            property int startedBy: Qt.OtherFocusReason
+
+            objectName: "scanButton"
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.isAllowed
+            text: Texts.tr(root.model.isLoading ? "btn_scanning" : "btn_scan")
+            glow: GCColor.alpha(GCColor.glowTeal, 0.35)
+            enabled: !root.model.isLoading
+            focus: root.isAllowed
+            onClicked: {
+                startedBy = focusReason;
+                root.model.scan();
+            }
+            onEnabledChanged: {
+                if (enabled && focus)
+                    focusReason = startedBy;
+            }
+        }
+    }
+
+    Label {
+        objectName: "deletedLabel"
+        width: parent.width
+        visible: root.model.deletedCount > 0
+        text: root.model.deletedCount + " " + Texts.tr("duplicates_deleted_suffix")
+        font: Type.message
+        color: GCColor.glowTeal
+        Accessible.role: Accessible.AlertMessage
+    }
+}

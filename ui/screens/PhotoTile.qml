@@ -1,0 +1,104 @@
+import QtQuick
+import QtQuick.Templates as T
+import Lumvale
+import Lumvale.Style
+
+/// One photo or video of a group, with its name. All of it is the check box that ticks it, but for the one that is
+/// kept: that is no button at all, for nobody.
+FocusScope {
+    id: root
+
+    required property int index
+    required property var assetID
+    required property string name
+    required property bool isKept
+    required property bool isFavorite
+    required property bool isVideo
+    required property bool checked
+
+    required property WalkableList list
+    required property bool isCurrent
+    /// What it has in common with the others of its group.
+    required property string facts
+
+    readonly property string title: name.length > 0 ? name : facts
+    readonly property string description: facts + (isFavorite ? ", ♥" : "")
+
+    signal clicked
+
+    objectName: "photoTile"
+    width: Metrics.photoSide
+    height: label.y + label.height
+    Accessible.role: Accessible.Graphic
+    Accessible.name: title + ", " + Texts.tr("duplicates_kept_label")
+    Accessible.description: description
+    Accessible.focusable: true
+    Accessible.ignored: !isKept
+    ListView.onPooled: visible = false
+    ListView.onReused: visible = true
+
+    PhotoPicture {
+        id: picture
+        width: parent.width
+        height: width
+        assetID: root.assetID
+        isKept: root.isKept
+        isFavorite: root.isFavorite
+        isVideo: root.isVideo
+        isChecked: root.checked
+        isHovered: button.hovered
+
+        FocusRing {
+            visible: root.isCurrent
+            parentRadius: Metrics.tileRadius
+        }
+    }
+
+    PlainText {
+        id: label
+        anchors.top: picture.bottom
+        anchors.topMargin: 5
+        width: parent.width
+        text: root.name
+        font: Type.fine
+        color: GCColor.textSecondary
+        horizontalAlignment: Text.AlignHCenter
+        elide: Text.ElideMiddle
+        maximumLineCount: 1
+        Accessible.ignored: true
+    }
+
+    T.AbstractButton {
+        id: button
+        objectName: "photoCheckBox"
+        anchors.fill: parent
+        visible: !root.isKept
+        focus: !root.isKept
+        focusPolicy: Qt.NoFocus
+        hoverEnabled: true
+        // What makes it a check box for screen readers as well; what it shows is still what the model says.
+        checkable: true
+        checked: root.checked
+        Accessible.ignored: root.isKept
+        Accessible.checkable: true
+        Accessible.checked: root.checked
+        Accessible.name: root.title
+        Accessible.description: root.description
+        Accessible.onPressAction: root.clicked()
+        Accessible.onToggleAction: root.clicked()
+        onClicked: root.clicked()
+        // It takes Space itself: the list would never hear of it.
+        Keys.onPressed: event => {
+            root.list.isWalked = true;
+            event.accepted = false;
+        }
+
+        // A click may also come from a key or a screen reader; this is the pointer's alone.
+        PointHandler {
+            onActiveChanged: {
+                if (active)
+                    root.list.takeFocus(Qt.MouseFocusReason);
+            }
+        }
+    }
+}
