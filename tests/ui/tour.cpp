@@ -6,6 +6,7 @@
 #include "app/i18n/localizer.h"
 #include "app/models/background.h"
 #include "app/models/display.h"
+#include "app/models/duplicate_photos_view_model.h"
 #include "app/models/scan_view_model.h"
 #include "platform/trash.h"
 #include "tests/support/temporary_disk.h"
@@ -112,6 +113,8 @@ public:
         m_language = rawValue(language);
         m_number = 0;
         QSettings().remove("didOnboard");
+        // Among the settings, which are the tour's own, it is also kept that the photos were asked for.
+        fs::remove(fs::path(qEnvironmentVariable("XDG_CONFIG_HOME").toStdString()) / "Lumvale/photos-asked");
         // Where this folder can't be listed the program takes it that it has no permission yet.
         fs::rename(m_mail, m_mail.native() + " aside");
         LumvaleWindow lumvale(m_disk, m_history, qtExecutor(), m_disk);
@@ -133,6 +136,7 @@ public:
         empty();
         uninstall();
         disable();
+        deleteDuplicates();
         lookBack();
     }
 
@@ -273,6 +277,31 @@ private:
         expect(m_driver->isShown("disabledLabel"), "it is disabled");
         std::printf("%s: disabled %s\n", qPrintable(m_language), qPrintable(name));
         take("disabled");
+    }
+
+    void deleteDuplicates() {
+        m_driver->click("tab_duplicates");
+        expect(m_driver->isShown("allowButton"), "it asks for the photos");
+        take("photos permission");
+        m_driver->click("allowButton");
+        const auto* model = m_window->findChild<DuplicatePhotosViewModel*>();
+        waitFor("the search begins", [model] { return model->isLoading(); });
+        take("photos searching", 0);
+        waitFor("the search ends", [model] { return model->hasScanned() && !model->isLoading(); });
+        waitFor("duplicates are found", [this] { return m_driver->items("photoCheckBox").size() > 2; });
+        take("duplicates", 800); // for the pictures
+        const std::vector<QQuickItem*> boxes = m_driver->items("photoCheckBox");
+        m_driver->click(*boxes[0]);
+        m_driver->click(*boxes[1]);
+        expect(model->checkedCount() == 2, "two of them are ticked");
+        take("duplicates ticked");
+        const QString size = model->selectedSize();
+        confirm("deleteButton", "duplicates");
+        waitFor("what was ticked is deleted", [model] { return model->deletedCount() == 2; });
+        waitFor("it is searched anew", [model] { return !model->isLoading(); });
+        std::printf("%s: 2 photos or videos went to the recently deleted ones (%s)\n", qPrintable(m_language),
+                    qPrintable(size));
+        take("duplicates deleted", 800);
     }
 
     void lookBack() {
