@@ -2,10 +2,10 @@
 #include "app/models/background.h"
 #include "app/models/scan_items_model.h"
 #include "app/models/scan_view_model.h"
+#include "bench/measures.h"
 #include "ui/shell/lumvale_window.h"
 
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -13,18 +13,14 @@
 #include <QQuickWindow>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include <sys/resource.h>
 
 // What the window costs the processor, all threads of the program together: a frame of what moves on its
 // screens, and a result of 100,000 rows from the end of the scan to the first frame that shows some of it.
@@ -34,49 +30,10 @@ namespace {
 
 constexpr int rowCount = 100'000;
 constexpr int rounds = 7;
-constexpr int framesBefore = 20; ///< textures and shaders are made in them
-constexpr int framesMeasured = 90;
-
-double processorMilliseconds() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto milliseconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) * 1000 + static_cast<double>(time.tv_usec) / 1000;
-    };
-    return milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
-}
-
-double median(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
 
 [[noreturn]] void fail(const QString& what) {
     std::fprintf(stderr, "bench-frames: %s\n", qPrintable(what));
     std::exit(EXIT_FAILURE);
-}
-
-/// Runs the event loop until a frame is swapped after which this holds.
-void runUntilFrame(QQuickWindow& window, const std::function<bool()>& holds) {
-    QEventLoop loop;
-    QObject::connect(&window, &QQuickWindow::frameSwapped, &loop, [&] {
-        if (holds())
-            loop.quit();
-    });
-    loop.exec();
-}
-
-/// Of a window where something moves in every frame.
-double processorPerFrame(QQuickWindow& window) {
-    window.show();
-    int frame = 0;
-    runUntilFrame(window, [&] { return ++frame == framesBefore; });
-    const double start = processorMilliseconds();
-    runUntilFrame(window, [&] { return ++frame == framesBefore + framesMeasured; });
-    const double end = processorMilliseconds();
-    window.hide();
-    return (end - start) / framesMeasured;
 }
 
 std::unique_ptr<QObject> make(QQmlEngine& engine, const QByteArray& qml, const QVariantMap& properties = {}) {
@@ -103,11 +60,6 @@ void fillHome(const std::filesystem::path& home) {
         std::filesystem::resize_file(cache, i == 0 ? 4'000'000'000'000 : 1'234'567 * (i % 97 + 1));
     }
 }
-
-struct Cost {
-    double wall;
-    double processor;
-};
 
 /// The cleanup screen in the program's own window, with a real result.
 class Screen {

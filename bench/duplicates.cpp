@@ -1,0 +1,265 @@
+#include "app/history/history_store.h"
+#include "app/models/background.h"
+#include "app/models/duplicate_photos_view_model.h"
+#include "bench/measures.h"
+#include "tests/support/photo_catalogue.h"
+#include "tests/support/temporary_disk.h"
+#include "ui/shell/lumvale_window.h"
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+#include <QQuickItem>
+
+#include <atomic>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+#include <utility>
+
+#include <unistd.h>
+
+// The duplicates screen with thousands of groups in the program's own window, their pictures real files: how
+// long the first rows take, and they with their pictures; what scrolling costs the processor, how many
+// pictures are asked for on the way, and what all of it takes of the memory.
+
+namespace {
+
+constexpr int groupCount = 5'000;
+constexpr int itemsOfGroup = 3;
+constexpr int pictureCount = 64; ///< different ones; the files of the others are links to them
+constexpr int rounds = 7;
+
+[[noreturn]] void fail(const char* what) {
+    std::fprintf(stderr, "bench-duplicates: %s\n", what);
+    std::exit(EXIT_FAILURE);
+}
+
+/// As large as the small renditions of a library, and as hard to decode as a photo of leaves.
+QImage picture(int number) {
+    QImage image(1024, 768, QImage::Format_RGB32);
+    std::minstd_rand chance(static_cast<unsigned>(number) + 1);
+    image.fill(QColor::fromHsv(number * 5 % 360, 120, 140));
+    QPainter painter(&image);
+    painter.setPen(Qt::NoPen);
+    const auto upTo = [&chance](int most) {
+        return static_cast<int>(chance() % static_cast<unsigned>(most));
+    };
+    for (int leaf = 0; leaf < 4'000; ++leaf) {
+        painter.setBrush(QColor::fromHsv(upTo(360), 80 + upTo(120), 60 + upTo(180)));
+        painter.drawEllipse(upTo(1024), upTo(768), 4 + upTo(40), 4 + upTo(24));
+    }
+    return image;
+}
+
+void fillLibrary(const TemporaryDisk& disk) {
+    namespace fs = std::filesystem;
+    const fs::path renditions = disk.host(std::string(CatalogueWriter::folder) + "/resources/derivatives");
+    constexpr std::string_view digits = "0123456789ABCDEF"; // a folder for each
+    for (const char digit : digits)
+        fs::create_directories(renditions / std::string(1, digit));
+    const fs::path pictures = disk.host("~/pictures");
+    fs::create_directories(pictures);
+    for (int i = 0; i < pictureCount; ++i)
+        if (!picture(i).save(QString::fromStdString(pictures / (std::to_string(i) + ".jpeg")), nullptr, 85))
+            fail("no picture could be made");
+    CatalogueWriter catalogue(disk);
+    catalogue.run("BEGIN");
+    for (int group = 0; group < groupCount; ++group)
+        for (int item = 0; item < itemsOfGroup; ++item) {
+            const char digit = digits[static_cast<std::size_t>(group) % digits.size()];
+            const std::string uuid = digit + std::to_string(group) + "-" + std::to_string(item);
+            catalogue.add({.uuid = uuid,
+                           .size = std::to_string(9'000'000 - 1'000 * group),
+                           .name = "'IMG_" + std::to_string(group) + ".HEIC'"});
+            fs::create_hard_link(pictures / (std::to_string(group % pictureCount) + ".jpeg"),
+                                 renditions / std::string(1, digit) / (uuid + "_1_105_c.jpeg"));
+        }
+    catalogue.run("COMMIT");
+}
+
+double residentMegabytes() {
+    long pages = 0;
+    std::ifstream("/proc/self/statm") >> pages >> pages;
+    return static_cast<double>(pages) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
+}
+
+template <class Visit>
+void forEachVisible(const QQuickItem& item, const char* name, Visit visit) {
+    if (!item.isVisible())
+        return;
+    if (item.objectName() == QLatin1String(name))
+        visit(item);
+    for (const QQuickItem* child : item.childItems())
+        forEachVisible(*child, name, visit);
+}
+
+class Screen {
+public:
+    Screen(const platform::Disk& disk, HistoryStore& history)
+        : m_lumvale(disk, history, executor(), {disk, {authorized, authorized}}) {
+        click("tab_duplicates");
+        runUntilFrame(window(), [this] { return model() != nullptr; });
+    }
+
+    QQuickWindow& window() const { return *m_lumvale.window(); }
+
+    /// From the moment when the model is handed the groups to the frame that shows the first of them, and to
+    /// the one that shows their pictures too.
+    std::pair<Cost, Cost> firstRows() {
+        m_isSearching = true;
+        model()->scan();
+        runUntilFrame(window(), [this] { return model()->hasScanned() && !model()->isLoading(); });
+        if (list()->property("count").toInt() != groupCount || !list()->isVisible()
+            || count("thumbnail") == 0)
+            fail("the list is not what was found");
+        const Cost rows = sinceResult();
+        runUntilFrame(window(), [this] { return count("placeholder") == 0; });
+        return {rows, sinceResult()};
+    }
+
+    struct Scroll {
+        double processorPerFrame;
+        double wallPerFrame;
+        double slowestFrame;
+        int asked;
+        int tiles; ///< most at a time
+        double megabytes;
+    };
+
+    /// So many frames long, so many points in each.
+    Scroll scroll(int frames, double points) {
+        Scroll result{};
+        const int askedBefore = m_jobs;
+        const double processorBefore = processorMilliseconds();
+        QElapsedTimer whole;
+        QElapsedTimer frame;
+        whole.start();
+        for (int i = 0; i < frames; ++i) {
+            frame.start();
+            list()->setProperty("contentY", list()->property("contentY").toDouble() + points);
+            runUntilFrame(window(), [] { return true; });
+            result.slowestFrame =
+                std::max(result.slowestFrame, static_cast<double>(frame.nsecsElapsed()) / 1e6);
+            if (i % 50 == 0) {
+                result.tiles = std::max(result.tiles, count("photoTile"));
+                result.megabytes = std::max(result.megabytes, residentMegabytes());
+            }
+        }
+        result.processorPerFrame = (processorMilliseconds() - processorBefore) / frames;
+        result.wallPerFrame = static_cast<double>(whole.nsecsElapsed()) / 1e6 / frames;
+        result.asked = m_jobs - askedBefore;
+        return result;
+    }
+
+    void toTop() {
+        QMetaObject::invokeMethod(list(), "positionViewAtBeginning");
+        runUntilFrame(window(), [this] { return count("placeholder") == 0; });
+    }
+
+private:
+    static platform::PhotoAuthorization authorized(const platform::Disk&) {
+        return platform::PhotoAuthorization::authorized;
+    }
+
+    DuplicatePhotosViewModel* model() const { return window().findChild<DuplicatePhotosViewModel*>(); }
+    QQuickItem* list() const {
+        QQuickItem* found = nullptr;
+        forEachVisible(*window().contentItem(), "groupsList",
+                       [&](const QQuickItem& item) { found = const_cast<QQuickItem*>(&item); });
+        return found;
+    }
+    int count(const char* name) const {
+        int count = 0;
+        forEachVisible(*window().contentItem(), name, [&](const QQuickItem&) { ++count; });
+        return count;
+    }
+    void click(const char* name) const {
+        forEachVisible(*window().contentItem(), name, [](const QQuickItem& item) {
+            QMetaObject::invokeMethod(const_cast<QQuickItem*>(&item), "clicked");
+        });
+    }
+    Cost sinceResult() const {
+        return {static_cast<double>(m_sinceResult.nsecsElapsed()) / 1e6,
+                processorMilliseconds() - m_processorBefore};
+    }
+
+    platform::Executor executor() {
+        return {.background =
+                    [this](platform::Executor::Job job) {
+                        ++m_jobs;
+                        qtExecutor().background(std::move(job));
+                    },
+                .interfaceThread =
+                    [this](platform::Executor::Job job) {
+                        qtExecutor().interfaceThread([this, job = std::move(job)] {
+                            // Nothing else is under way while it is searched.
+                            if (std::exchange(m_isSearching, false)) {
+                                m_sinceResult.start();
+                                m_processorBefore = processorMilliseconds();
+                            }
+                            job();
+                        });
+                    }};
+    }
+
+    std::atomic<int> m_jobs = 0; ///< in the background: while it scrolls each is a picture
+    bool m_isSearching = false;
+    QElapsedTimer m_sinceResult;
+    double m_processorBefore = 0;
+    LumvaleWindow m_lumvale;
+};
+
+void print(const char* what, const std::vector<Cost>& costs) {
+    std::vector<double> wall;
+    std::vector<double> processor;
+    for (const Cost& cost : costs) {
+        wall.push_back(cost.wall);
+        processor.push_back(cost.processor);
+    }
+    std::printf("| %s | %.0f | %.0f |\n", what, median(wall), median(processor));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setOrganizationName("Lumvale Bench");
+    const TemporaryDisk disk;
+    fillLibrary(disk);
+    HistoryStore history(disk.disk());
+    Screen screen(disk.disk(), history);
+
+    std::vector<Cost> rows;
+    std::vector<Cost> pictures;
+    for (int round = 0; round < rounds; ++round) {
+        const auto [first, whole] = screen.firstRows();
+        rows.push_back(first);
+        pictures.push_back(whole);
+    }
+    std::printf("| with %d groups of %d | wall ms | CPU ms |\n|---|---:|---:|\n", groupCount, itemsOfGroup);
+    print("from the result to the frame with the first rows", rows);
+    print("to the frame with their pictures", pictures);
+
+    struct Way {
+        const char* name;
+        int frames;
+        double points;
+    };
+    std::printf("\n| scrolling | CPU ms a frame | wall ms a frame | slowest ms | asked for | tiles at most | "
+                "memory MB |\n|---|---:|---:|---:|---:|---:|---:|\n");
+    std::printf("| before | | | | | | %.0f |\n", residentMegabytes());
+    for (const Way& way : {Way{"a row in some ten frames", 400, 16}, Way{"a row in three frames", 400, 57},
+                           Way{"a row a frame, from top to bottom", groupCount, 170}}) {
+        screen.toTop();
+        const Screen::Scroll scroll = screen.scroll(way.frames, way.points);
+        std::printf("| %s | %.1f | %.1f | %.0f | %d | %d | %.0f |\n", way.name, scroll.processorPerFrame,
+                    scroll.wallPerFrame, scroll.slowestFrame, scroll.asked, scroll.tiles, scroll.megabytes);
+        std::fflush(stdout);
+    }
+}
