@@ -122,7 +122,6 @@ void EveryScreenTest::isWalkedByKeys() {
     fill(120);
     open();
     show(list);
-    QVERIFY(m_driver->items("row").size() < 60); // no more than are seen, and some
     QCOMPARE(current(), QString());
 
     m_driver->item("languageMenu")->forceActiveFocus(Qt::TabFocusReason);
@@ -154,6 +153,7 @@ void EveryScreenTest::isWalkedByKeys() {
     for (const Qt::Key key : {Qt::Key_Home, Qt::Key_PageUp})
         QCOMPARE(walk(key), first);
     QCOMPARE(current(), page.at(0));
+    QVERIFY(m_driver->items("row").size() < 60); // no more are there than are seen, and some
 
     QCOMPARE(told(list)->role(), QAccessible::List);
     QCOMPARE(told(list)->text(QAccessible::Name), ::tr(name));

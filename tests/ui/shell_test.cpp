@@ -24,15 +24,17 @@ void ShellTest::showsTheScreenOfEachTab() {
     const struct {
         const char* tab;
         const char* title;
-    } screens[] = {{"tab_uninstall", "uninstall_title"},
-                   {"tab_startup", "startup_title"},
-                   {"tab_duplicates", "duplicates_title"},
-                   {"tab_history", "tab_history"}};
+        QString subtitle;
+    } screens[] = {{"tab_uninstall", "uninstall_title", translated("word_free_space")},
+                   {"tab_startup", "startup_title", translated("startup_subtitle")},
+                   {"tab_duplicates", "duplicates_title", translated("duplicates_subtitle")},
+                   {"tab_history", "tab_history", translated("history_subtitle")}};
     QCOMPARE(window()->minimumSize(), smallest);
     QVERIFY(model<ScanViewModel>());
-    for (const auto& [chosen, title] : screens) {
+    for (const auto& [chosen, title, subtitle] : screens) {
         QVERIFY(m_driver->click(chosen));
         QCOMPARE(m_driver->text("screenTitle"), translated(title));
+        QVERIFY(m_driver->text("screenSubtitle").startsWith(subtitle));
         QTRY_VERIFY(!model<ScanViewModel>()); // what is left is discarded
         for (const auto& screen : screens) {
             QCOMPARE(told(screen.tab)->role(), QAccessible::PageTab);
