@@ -97,6 +97,8 @@ QHash<int, QByteArray> DuplicateGroupsModel::roleNames() const {
 void DuplicateGroupsModel::setGroups(std::vector<DuplicatePhotoGroup> groups) {
     beginResetModel();
     m_groups = std::move(groups);
+    for (const DuplicatePhotoGroup& group : m_groups)
+        m_checked.erase(group.items.front().id);
     count();
     endResetModel();
     Q_EMIT checkedChanged();

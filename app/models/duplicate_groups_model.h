@@ -43,6 +43,7 @@ public:
     /// Where the items of a group lie, for a view of them alone.
     Q_INVOKABLE QModelIndex itemsOf(int group) const { return index(group); }
 
+    /// What was ticked stays so, but for what is kept of the new groups.
     void setGroups(std::vector<DuplicatePhotoGroup> groups);
     const std::vector<DuplicatePhotoGroup>& groups() const { return m_groups; }
 
