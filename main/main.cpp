@@ -46,7 +46,7 @@ int main(int argc, char* argv[]) {
     if (!window->window())
         return EXIT_FAILURE;
     const int status = QGuiApplication::exec();
-    // A scan may still be under way. It only reads, and nobody waits for it any more: the user who closes the
-    // window shall not have to either.
+    // Background work may still be under way. Nobody waits for it any more, and the user who closes the
+    // window shall not have to either: it reads, or writes what is written whole or not at all.
     std::quick_exit(status);
 }
