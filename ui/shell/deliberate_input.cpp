@@ -9,8 +9,8 @@
 
 namespace {
 
-bool presses(int key) {
-    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
+bool actsOnce(int key) {
+    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space || key == Qt::Key_Escape;
 }
 
 } // namespace
@@ -24,7 +24,7 @@ bool DeliberateInput::eventFilter(QObject* /*watched*/, QEvent* event) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease: {
         const auto& key = static_cast<const QKeyEvent&>(*event);
-        return key.isAutoRepeat() && presses(key.key());
+        return key.isAutoRepeat() && actsOnce(key.key());
     }
     case QEvent::MouseButtonPress:
         m_dropping = isSecondOfDoubleClick(static_cast<const QMouseEvent&>(*event));

@@ -6,9 +6,9 @@
 class QKeyEvent;
 class QMouseEvent;
 
-/// Keeps from a window what a hand does without meaning it. A Return or Space that is held down presses once,
-/// however often it repeats, and of a double click only the first is a click. Otherwise the rest would go to
-/// what the first had brought: the next page of an introduction, or the row under the dialog that it closed.
+/// Keeps from a window what a hand does without meaning it. A Return, Space or Escape that is held down acts
+/// once, however often it repeats, and of a double click only the first is a click. Otherwise the rest would go
+/// to what the first had brought: the next page of an introduction, or what lay under the dialog that it closed.
 class DeliberateInput : public QObject {
     Q_OBJECT
 
