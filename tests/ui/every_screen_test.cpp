@@ -1,6 +1,8 @@
 #include "app/i18n/translations.h"
 #include "app/models/scan_view_model.h"
+#include "app/update/update_alert.h"
 #include "tests/app/hand_cranked.h"
+#include "tests/support/photo_catalogue.h"
 #include "tests/ui/window_test.h"
 
 #include <QRegularExpression>
@@ -32,6 +34,7 @@ constexpr Question questions[] = {
      "emptyTrashButton"},
     {"uninstallDialog", "filesList", "deleteButton", "deleteButton", "appsList", "appsList"},
     {"disableDialog", "startupList", "disableButton", "startupList", "startupList", "startupList"},
+    {"deleteDialog", "groupsList", "deleteButton", "deleteButton", "groupsList", "groupsList"},
 };
 
 } // namespace
@@ -54,14 +57,27 @@ private Q_SLOTS:
 
 private:
     /// So many rows for each list, something in the Trash, and a proposal that isn't ticked.
-    void fill(int count) const;
+    void fill(int count);
+    /// Opens the window, which may see the photos.
+    void openAllowed(const platform::Executor& executor = qtExecutor(), QSize size = smallest);
     void show(const char* list) const; ///< by clicks
 
     /// The texts in sight that are of another language or of none, as the key of one that doesn't exist.
     QStringList foreignTexts() const;
+
+    platform::PhotoAuthorization m_photos = platform::PhotoAuthorization::authorized;
+    std::optional<CatalogueWriter> m_catalogue;
 };
 
-void EveryScreenTest::fill(int count) const {
+void EveryScreenTest::openAllowed(const platform::Executor& executor, QSize size) {
+    const auto answer = [this](const platform::Disk&) {
+        return m_photos;
+    };
+    open(size, executor, {answer, answer});
+}
+
+void EveryScreenTest::fill(int count) {
+    m_catalogue.emplace(*m_disk, CatalogueWriter::Maker::lumvale);
     m_disk->make({"/Applications/Paint.app/x 1000", "~/.Trash/thrown away 7", "~/Downloads/old.zip 500"});
     m_disk->setModified("~/Downloads/old.zip", platform::now() - 100 * 24h);
     std::vector<HistoryEntry> history;
@@ -71,6 +87,8 @@ void EveryScreenTest::fill(int count) const {
                       "~/Library/Logs/paint " + number + " 9", "/Applications/Tool " + number + ".app/x 10"});
         makeAgent("~/Library/LaunchAgents/" + number + ".plist", "com.example.agent" + number);
         history.push_back({platform::now() - i * 1s, "entry " + number, i});
+        for (const std::string half : {"a", "b"})
+            m_catalogue->add({.uuid = number + half, .created = number, .name = "'" + number + half + "'"});
     }
     m_disk->write(HistoryStore(m_disk->disk()).path(), encodeHistory(history));
 }
@@ -80,7 +98,10 @@ void EveryScreenTest::show(const char* list) const {
     QVERIFY(m_driver->click(name == "resultsList"   ? "scanButton"
                             : name == "startupList" ? "tab_startup"
                             : name == "historyList" ? "tab_history"
+                            : name == "groupsList"  ? "tab_duplicates"
                                                     : "tab_uninstall"));
+    if (name == "groupsList")
+        QVERIFY(m_driver->click("scanButton"));
     if (name == "filesList") {
         QTRY_VERIFY(m_driver->row("Paint"));
         layOut();
@@ -112,6 +133,7 @@ void EveryScreenTest::isWalkedByKeys_data() {
     QTest::newRow("appsList") << "uninstall_title" << QAccessible::Button;
     QTest::newRow("filesList") << "Paint" << QAccessible::CheckBox;
     QTest::newRow("startupList") << "startup_title" << QAccessible::Button;
+    QTest::newRow("groupsList") << "duplicates_title" << QAccessible::Grouping;
     QTest::newRow("historyList") << "tab_history" << QAccessible::ListItem;
 }
 
@@ -120,7 +142,7 @@ void EveryScreenTest::isWalkedByKeys() {
     QFETCH(QAccessible::Role, role);
     const char* list = QTest::currentDataTag();
     fill(120);
-    open();
+    openAllowed(qtExecutor(), {820, 1'100}); // several rows of photos on a page
     show(list);
     QCOMPARE(current(), QString());
 
@@ -159,8 +181,12 @@ void EveryScreenTest::isWalkedByKeys() {
     QCOMPARE(told(list)->text(QAccessible::Name), ::tr(name));
     const auto* toldOfRow = QAccessible::queryAccessibleInterface(m_driver->rows().front());
     QCOMPARE(toldOfRow->role(), role);
-    QVERIFY(toldOfRow->text(QAccessible::Name).contains(page.at(0)));
-    QCOMPARE(toldOfRow->childCount(), 0); // and nothing is said twice
+    const bool hasPhotos = role == QAccessible::Grouping;
+    QVERIFY(toldOfRow->text(QAccessible::Name).contains(shown(hasPhotos ? "facts" : "name").at(0)));
+    int toldWithin = 0; // but for what is kept for reuse
+    for (int i = 0; i < toldOfRow->childCount(); ++i)
+        toldWithin += !toldOfRow->child(i)->state().invisible;
+    QCOMPARE(toldWithin, hasPhotos ? 2 : 0); // and nothing is said twice
 
     m_driver->key(Qt::Key_Tab); // the whole list is one stop
     QVERIFY(!hasFocus(list) && current().isEmpty());
@@ -170,8 +196,8 @@ void EveryScreenTest::asksBeforeAnythingGoes_data() {
     QTest::addColumn<int>("question");
     QTest::addColumn<bool>("byKeys");
     for (int i = 0; i < static_cast<int>(std::size(questions)); ++i) {
-        QTest::addRow("%s by clicks", questions[i].dialog) << i << false;
-        QTest::addRow("%s by keys", questions[i].dialog) << i << true;
+        QTest::addRow("%s of %s by clicks", questions[i].dialog, questions[i].list) << i << false;
+        QTest::addRow("%s of %s by keys", questions[i].dialog, questions[i].list) << i << true;
     }
 }
 
@@ -180,8 +206,9 @@ void EveryScreenTest::asksBeforeAnythingGoes() {
     QFETCH(bool, byKeys);
     const auto& [dialog, list, button, keyboard, listAfterwards, keyboardAfterwards] = questions[question];
     fill(12);
-    open();
+    openAllowed();
     show(list);
+    m_driver->click("photoCheckBox"); // where the program proposes nothing
     const auto before = m_disk->entries();
     const QStringList ticks = shown("checked");
     if (byKeys)
@@ -230,9 +257,9 @@ void EveryScreenTest::asksBeforeAnythingGoes() {
     else
         QVERIFY(m_driver->click("confirm"));
     QTRY_VERIFY(!m_driver->isShown("cancel"));
-    QVERIFY(m_disk->entries() != before);
+    QTRY_VERIFY(m_disk->entries() != before);
     // What had the keyboard may be gone; where it is is shown to those who came by keys.
-    QVERIFY(m_driver->isShown(listAfterwards) && hasFocus(keyboardAfterwards));
+    QTRY_VERIFY(m_driver->isShown(listAfterwards) && hasFocus(keyboardAfterwards));
     QTRY_COMPARE(!current().isEmpty() || m_driver->item(keyboardAfterwards)->property("visualFocus").toBool(),
                  byKeys);
 }
@@ -322,13 +349,14 @@ void EveryScreenTest::forgetsWhatComesAfterItIsLeft_data() {
     QTest::newRow("tab_cleanup") << "scanning_progress";
     QTest::newRow("tab_uninstall") << "loading_apps";
     QTest::newRow("tab_startup") << "loading_startup";
+    QTest::newRow("tab_duplicates") << "loading_duplicates";
 }
 
 void EveryScreenTest::forgetsWhatComesAfterItIsLeft() {
     QFETCH(QString, label);
     fill(3);
     HandCranked jobs;
-    open(smallest, jobs.executor());
+    openAllowed(jobs.executor());
     const auto begin = [this] {
         QVERIFY(m_driver->click(QTest::currentDataTag()));
         if (m_driver->isShown("scanButton"))
@@ -381,8 +409,11 @@ void EveryScreenTest::isWholeInEveryLanguage() {
                       + "</string></dict></plist>");
     makeAgent("~/Library/LaunchAgents/1.plist", std::string(65'536, 'w'));
     makeAgent("/Library/LaunchAgents/2.plist", "com.example.&lt;b&gt;bold");
+    m_catalogue.emplace(*m_disk, CatalogueWriter::Maker::lumvale);
+    for (int i = 0; i < 40; ++i)
+        m_catalogue->add({.uuid = std::to_string(i), .size = "123456789", .name = "'" + w + "'"});
     HandCranked jobs;
-    open(smallest, jobs.executor());
+    openAllowed(jobs.executor());
     // Whatever is on the screen follows the language at once.
     const auto check = [&] {
         if (QTest::currentTestFailed())
@@ -395,16 +426,29 @@ void EveryScreenTest::isWholeInEveryLanguage() {
         Localizer::shared().setLanguage(AppLanguage::en);
     };
     const auto checkAndAnswer = [&](const char* answer) {
-        QTRY_VERIFY(m_driver->isShown("confirm"));
+        QTRY_VERIFY(m_driver->isShown(answer));
         check();
-        QVERIFY(QRectF({}, smallest).contains(Driver::place(*m_driver->item("confirm"))));
+        const QRectF dialog = Driver::place(*m_driver->item("dialogContent"));
+        QVERIFY(QRectF({}, smallest).contains(dialog.adjusted(-24, -24, 24, 24)));
+        QVERIFY(dialog.contains(Driver::place(*m_driver->item(answer))));
+        QCOMPARE(told("dialogContent")->role(), QAccessible::AlertMessage);
+        QCOMPARE(told("dialogContent")->text(QAccessible::Name), m_driver->text("dialogTitle"));
+        QCOMPARE(told("dialogContent")->text(QAccessible::Description), m_driver->text("dialogMessage"));
         QVERIFY(m_driver->click(answer));
-        QTRY_VERIFY(!m_driver->isShown("confirm"));
+        QTRY_VERIFY(!m_driver->isShown(answer));
     };
-    for (const char* tab : {"tab_duplicates", "tab_history", "tab_cleanup"}) {
+    using enum platform::PhotoAuthorization;
+    for (const auto& [tab, photos] : {std::pair("tab_duplicates", notDetermined),
+                                      {"tab_history", denied},
+                                      {"tab_duplicates", denied},
+                                      {"tab_cleanup", authorized}}) {
+        m_photos = photos;
         QVERIFY(m_driver->click(tab));
         check();
     }
+    m_lumvale->announce(
+        UpdateChecker::alertIn(rawValue(language), "Lumvale", std::string(9'000, 'W'), "1.4", {}));
+    checkAndAnswer("later");
 
     QVERIFY(m_driver->click("scanButton"));
     check();
@@ -452,6 +496,23 @@ void EveryScreenTest::isWholeInEveryLanguage() {
 
     QVERIFY(m_driver->click("tab_history"));
     QTRY_COMPARE(shown("name").size(), 5);
+    check();
+
+    QVERIFY(m_driver->click("tab_duplicates"));
+    check();
+    QVERIFY(m_driver->click("scanButton"));
+    check();
+    jobs.run();
+    QTRY_VERIFY(m_driver->isShown("photoCheckBox"));
+    check();
+    QVERIFY(m_driver->click("photoCheckBox") && m_driver->click("deleteButton"));
+    checkAndAnswer("confirm");
+    jobs.run();
+    QTRY_VERIFY(m_driver->isShown("deletedLabel"));
+    check();
+    m_catalogue->run("UPDATE ZASSET SET ZHIDDEN = 1");
+    jobs.run();
+    QTRY_COMPARE(m_driver->text("emptyPrompt"), translated("duplicates_none_found"));
     check();
 }
 

@@ -44,16 +44,27 @@ void WindowTest::confirm(const char* button) const {
 
 QStringList WindowTest::shown(const char* property) const {
     QStringList shown;
-    for (const QQuickItem* row : m_driver->rows())
-        shown.append(row->property(property).toString());
+    for (const QQuickItem* row : m_driver->rows()) {
+        const QVariant own = row->property(property);
+        shown.append((own.isValid() ? own : stepsOf(*row).front()->property(property)).toString());
+    }
     return shown;
 }
 
 QString WindowTest::current() const {
     for (const QQuickItem* row : m_driver->rows())
-        if (row->property("isCurrent").toBool())
-            return row->property("name").toString();
+        for (const QQuickItem* step : stepsOf(*row))
+            if (step->property("isCurrent").toBool())
+                return step->property("name").toString();
     return {};
+}
+
+std::vector<const QQuickItem*> WindowTest::stepsOf(const QQuickItem& row) const {
+    std::vector<const QQuickItem*> photos;
+    for (const QQuickItem* photo : m_driver->items("photoTile"))
+        if (row.isAncestorOf(photo))
+            photos.push_back(photo);
+    return photos.empty() ? std::vector{&row} : photos;
 }
 
 bool WindowTest::hasFocus(const char* name) const {

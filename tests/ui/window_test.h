@@ -13,6 +13,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 /// What tests of the real window share. Each starts in English with an empty disk, real files and no window;
 /// what it left open is gone before the next one.
@@ -46,8 +47,8 @@ protected:
     /// Clicks a button that asks first, and then what confirms it; done when the dialog is gone.
     void confirm(const char* button) const;
 
-    QStringList shown(const char* property) const; ///< by the rows in sight
-    QString current() const; ///< the name of the row that keys would press; empty when none is shown to be
+    QStringList shown(const char* property) const; ///< by the rows in sight, or the first photo of each
+    QString current() const; ///< the name of what keys would press; empty when nothing is shown to be
     bool hasFocus(const char* name) const;
     QStringList menuEntries() const; ///< in the open menu; the chosen one with a "*"
     QQuickItem* menuEntry(const QString& text) const;
@@ -61,6 +62,11 @@ protected:
     /// Test data: a row for each language, in the column "language".
     static void eachLanguage();
 
+private:
+    /// Where keys stop in a row: at its photos, else at the row itself.
+    std::vector<const QQuickItem*> stepsOf(const QQuickItem& row) const;
+
+protected:
     std::optional<OrdinaryUser> m_user; ///< so that modes count
     std::optional<TemporaryDisk> m_disk;
     std::optional<HistoryStore> m_history;
