@@ -14,35 +14,23 @@
 using namespace Qt::StringLiterals;
 
 TestAuthority::TestAuthority() {
+    openssl(u"req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes "
+            "-subj /CN=Tests -days 1 -keyout authority.key -out authority.pem"_s);
+}
+
+void TestAuthority::openssl(const QString& command) const {
     QProcess openssl;
     openssl.setWorkingDirectory(m_folder.path());
-    openssl.start(u"openssl"_s,
-                  u"req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes "
-                  "-subj /CN=Tests -days 1 -keyout authority.key -out authority.pem"_s.split(u' '));
+    openssl.start(u"openssl"_s, command.split(u' '));
     EXPECT_TRUE(openssl.waitForFinished() && openssl.exitCode() == 0)
         << openssl.readAllStandardError().toStdString();
 }
 
-QByteArray TestAuthority::certificate() const {
-    return file(u"authority.pem"_s);
-}
-
-QSslConfiguration TestAuthority::identity(const QByteArray& names, int days) const {
-    QFile extensions(m_folder.filePath(u"extensions"_s));
-    EXPECT_TRUE(extensions.open(QIODevice::WriteOnly));
-    extensions.write("subjectAltName=" + names);
-    extensions.close();
-    for (const QString& command :
-         {u"req -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes "
-          "-subj /CN=server -keyout server.key -out server.csr"_s,
-          u"x509 -req -in server.csr -CA authority.pem -CAkey authority.key "
-          "-CAcreateserial -extfile extensions -out server.pem -days %1"_s.arg(days)}) {
-        QProcess openssl;
-        openssl.setWorkingDirectory(m_folder.path());
-        openssl.start(u"openssl"_s, command.split(u' '));
-        EXPECT_TRUE(openssl.waitForFinished() && openssl.exitCode() == 0)
-            << openssl.readAllStandardError().toStdString();
-    }
+QSslConfiguration TestAuthority::identity(const QString& names, int days) const {
+    openssl(u"req -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes "
+            "-subj /CN=server -addext subjectAltName=%1 -keyout server.key -out server.csr"_s.arg(names));
+    openssl(u"x509 -req -in server.csr -CA authority.pem -CAkey authority.key "
+            "-CAcreateserial -copy_extensions copy -out server.pem -days %1"_s.arg(days));
     QSslConfiguration identity = QSslConfiguration::defaultConfiguration();
     identity.setLocalCertificate(QSslCertificate(file(u"server.pem"_s)));
     identity.setPrivateKey(QSslKey(file(u"server.key"_s), QSsl::Ec));
@@ -80,12 +68,7 @@ UpdateServer::~UpdateServer() {
 }
 
 QUrl UpdateServer::url(const QString& path, const QString& host) const {
-    QUrl url;
-    url.setScheme(u"https"_s);
-    url.setHost(host);
-    url.setPort(m_port);
-    url.setPath(path);
-    return url;
+    return QUrl(u"https://%1:%2%3"_s.arg(host).arg(m_port).arg(path));
 }
 
 void UpdateServer::serve(const QByteArray& path, const Answer& answer) {

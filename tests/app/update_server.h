@@ -20,13 +20,15 @@ class TestAuthority {
 public:
     TestAuthority();
 
-    QByteArray certificate() const; ///< PEM
+    QByteArray certificate() const { return file(QStringLiteral("authority.pem")); } ///< PEM
 
-    /// What a server needs to be these ("DNS:localhost,IP:127.0.0.1") from now on, for so many days.
-    QSslConfiguration identity(const QByteArray& names = "DNS:localhost,IP:127.0.0.1", int days = 1) const;
+    /// What a server needs to be these from now on, for so many days.
+    QSslConfiguration identity(const QString& names = QStringLiteral("DNS:localhost,IP:127.0.0.1"),
+                               int days = 1) const;
 
 private:
     QByteArray file(const QString& name) const;
+    void openssl(const QString& command) const;
 
     QTemporaryDir m_folder;
 };
