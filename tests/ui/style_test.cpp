@@ -41,6 +41,7 @@ private Q_SLOTS:
     void hasADrawingForEverySymbol();
     void setsFiguresInColumnsWhereTheScriptAllows();
     void standsButtonsOnWholePixels();
+    void keepsWhatIsBeneathATextOnWholePixels();
     void judgesHealthByItsBands();
     void drawsAnArcAlsoWithoutShaders();
     void drawsNothingWhileNothingMoves();
@@ -151,6 +152,15 @@ void StyleTest::standsButtonsOnWholePixels() {
         }
     }
     QVERIFY(isAnyTextFractional); // or this would show nothing
+}
+
+void StyleTest::keepsWhatIsBeneathATextOnWholePixels() {
+    for (const double lineHeight : {1.2, 1.35}) {
+        const auto label = make("Label { text: 'One\\nTwo' }", {{"lineHeight", lineHeight}});
+        const auto* item = qobject_cast<QQuickItem*>(label.get());
+        QVERIFY(item->implicitHeight() != std::round(item->implicitHeight())); // or this would show nothing
+        QCOMPARE(item->height(), std::ceil(item->implicitHeight()));
+    }
 }
 
 void StyleTest::judgesHealthByItsBands() {

@@ -10,8 +10,6 @@ Column {
 
     readonly property bool isAllowed: !model.isUndecided && !model.isDenied
 
-    // Whole, so that the pictures beneath lie on whole pixels.
-    height: Math.ceil(implicitHeight)
     spacing: 10
 
     Item {

@@ -7,6 +7,8 @@ PlainText {
         return Math.min(implicitWidth / Math.ceil(implicitWidth / maximum) + 30, maximum);
     }
 
+    // Whole, whatever the line height: a fraction would smear the drawings and buttons beneath.
+    height: Math.ceil(implicitHeight)
     wrapMode: Text.Wrap
     font: Type.body
     Accessible.role: Accessible.StaticText
