@@ -59,6 +59,7 @@ private Q_SLOTS:
     void makesOnlyWhatIsInSight();
     void tellsAScreenReaderWhatIsSeen();
     void showsWhatStandsForAPicture();
+    void goesOnByKeysWhereTheyWereTaken();
 
 private:
     /// Three photos of three million bytes, "A1" to "A3", the second a favourite, and two videos without a
@@ -564,6 +565,30 @@ void DuplicatesTest::showsWhatStandsForAPicture() {
     QVERIFY(red("A3") > 240);
     m_driver->click(*tile("A3"));
     QVERIFY(red("A3") < 150);
+}
+
+/// What had the keyboard goes: the button that asked for access, and the last group.
+void DuplicatesTest::goesOnByKeysWhereTheyWereTaken() {
+    m_catalogue.emplace(*m_disk, CatalogueWriter::Maker::lumvale);
+    for (const char* name : {"A1", "A2"})
+        add(name, "1000");
+    m_status = PhotoAuthorization::notDetermined;
+    openDuplicates();
+    const auto isOnTheButton = [this] {
+        return hasFocus("scanButton") && m_driver->item("scanButton")->property("visualFocus").toBool();
+    };
+    keys({Qt::Key_Tab, Qt::Key_Backtab});
+    QVERIFY(hasFocus("allowButton"));
+    keys({Qt::Key_Space});
+    QTRY_VERIFY(m_driver->isShown("groupsList"));
+    QVERIFY(isOnTheButton());
+
+    keys({Qt::Key_Tab, Qt::Key_Right, Qt::Key_Space, Qt::Key_Tab, Qt::Key_Space});
+    QTRY_VERIFY(hasFocus("cancel"));
+    keys({Qt::Key_Tab, Qt::Key_Return});
+    QTRY_COMPARE(m_driver->text("emptyPrompt"), translated("duplicates_none_found"));
+    QTRY_VERIFY(!m_driver->isShown("confirm"));
+    QVERIFY(isOnTheButton());
 }
 
 int main(int argc, char** argv) {

@@ -15,6 +15,8 @@ FocusScope {
     onIsLoadingChanged: {
         if (isLoading)
             ThumbnailLoader.clear();
+        else if (model.groupCount === 0 && list.focus)
+            header.takeFocus(list.isWalked ? Qt.TabFocusReason : Qt.MouseFocusReason);
     }
     Component.onDestruction: ThumbnailLoader.clear()
 
@@ -55,7 +57,10 @@ FocusScope {
                 text: Texts.tr("btn_allow_photos")
                 glow: GCColor.alpha(GCColor.glowTeal, 0.35)
                 focus: root.model.isUndecided
-                onClicked: root.model.requestAccess()
+                onClicked: {
+                    header.startedBy = focusReason;
+                    root.model.requestAccess();
+                }
             }
         }
 

@@ -10,6 +10,16 @@ Column {
 
     readonly property bool isAllowed: !model.isUndecided && !model.isDenied
 
+    /// How the keyboard had come to what started the search, which is lost while the button is disabled.
+    property int startedBy: Qt.OtherFocusReason
+
+    /// The button has the keyboard, once that is in the screen and the button enabled.
+    function takeFocus(reason: int): void {
+        startedBy = reason;
+        button.focus = true;
+        button.focusReason = reason;
+    }
+
     spacing: 10
 
     Item {
@@ -28,10 +38,6 @@ Column {
 
         GradientButton {
             id: button
-
-            /// How the keyboard had come to it, which is lost while it is disabled.
-            property int startedBy: Qt.OtherFocusReason
-
             objectName: "scanButton"
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
@@ -41,12 +47,12 @@ Column {
             enabled: !root.model.isLoading
             focus: root.isAllowed
             onClicked: {
-                startedBy = focusReason;
+                root.startedBy = focusReason;
                 root.model.scan();
             }
             onEnabledChanged: {
                 if (enabled && focus)
-                    focusReason = startedBy;
+                    focusReason = root.startedBy;
             }
         }
     }
