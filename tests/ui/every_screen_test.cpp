@@ -46,6 +46,7 @@ class EveryScreenTest : public WindowTest {
 private Q_SLOTS:
     void isWalkedByKeys_data();
     void isWalkedByKeys();
+    void hearsTheLeftButtonOnly();
     void asksBeforeAnythingGoes_data();
     void asksBeforeAnythingGoes();
     void isBusyAndInFrontWhileItBlocks_data();
@@ -190,6 +191,29 @@ void EveryScreenTest::isWalkedByKeys() {
 
     m_driver->key(Qt::Key_Tab); // the whole list is one stop
     QVERIFY(!hasFocus(list) && current().isEmpty());
+}
+
+void EveryScreenTest::hearsTheLeftButtonOnly() {
+    fill(3);
+    open();
+    for (const char* list : {"resultsList", "appsList", "filesList"}) {
+        show(list);
+        const QStringList ticks = shown("checked");
+        const QPoint place = Driver::centre(*m_driver->rows().front());
+        for (const Qt::MouseButton other : {Qt::RightButton, Qt::MiddleButton, Qt::BackButton})
+            QTest::mouseClick(window(), other, Qt::NoModifier, place);
+        QVERIFY(m_driver->isShown(list));
+        QCOMPARE(shown("checked"), ticks);
+    }
+    // Held, they keep nothing from the left one.
+    QTest::qWait(500); // what may be half of a double click is heard by nobody
+    QQuickItem* row = m_driver->rows().front();
+    const bool wasChecked = row->property("checked").toBool();
+    QTest::mousePress(window(), Qt::LeftButton, Qt::NoModifier, Driver::centre(*row));
+    QTest::mousePress(window(), Qt::RightButton, Qt::NoModifier, Driver::centre(*row));
+    QTest::mouseRelease(window(), Qt::LeftButton, Qt::NoModifier, Driver::centre(*row));
+    QTest::mouseRelease(window(), Qt::RightButton, Qt::NoModifier, Driver::centre(*row));
+    QCOMPARE(row->property("checked").toBool(), !wasChecked);
 }
 
 void EveryScreenTest::asksBeforeAnythingGoes_data() {

@@ -27,15 +27,23 @@ bool DeliberateInput::eventFilter(QObject* /*watched*/, QEvent* event) {
         return key.isAutoRepeat() && actsOnce(key.key());
     }
     case QEvent::MouseButtonPress:
-        m_dropping = isSecondOfDoubleClick(static_cast<const QMouseEvent&>(*event));
-        return m_dropping;
-    case QEvent::MouseButtonDblClick: // follows the second press
-        return m_dropping;
+    case QEvent::MouseButtonDblClick:
     case QEvent::MouseButtonRelease:
-        return std::exchange(m_dropping, false);
+        return drops(static_cast<const QMouseEvent&>(*event));
     default:
         return false;
     }
+}
+
+bool DeliberateInput::drops(const QMouseEvent& mouse) {
+    // A button of the interface with a handler for the pointer in it would take any of them for the left one.
+    if (mouse.button() != Qt::LeftButton)
+        return true;
+    if (mouse.type() == QEvent::MouseButtonRelease)
+        return std::exchange(m_dropping, false);
+    if (mouse.type() == QEvent::MouseButtonPress) // what tells of a double click follows its second press
+        m_dropping = isSecondOfDoubleClick(mouse);
+    return m_dropping;
 }
 
 bool DeliberateInput::isSecondOfDoubleClick(const QMouseEvent& press) {

@@ -7,8 +7,9 @@ class QKeyEvent;
 class QMouseEvent;
 
 /// Keeps from a window what a hand does without meaning it. A Return, Space or Escape that is held down acts
-/// once, however often it repeats, and of a double click only the first is a click. Otherwise the rest would go
-/// to what the first had brought: the next page of an introduction, or what lay under the dialog that it closed.
+/// once, however often it repeats, and of a double click only the first is a click. Otherwise the rest would
+/// go to what the first had brought: the next page of an introduction, or what lay under the dialog that it
+/// closed. The mouse's other buttons do nothing.
 class DeliberateInput : public QObject {
     Q_OBJECT
 
@@ -18,6 +19,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool drops(const QMouseEvent& mouse);
     bool isSecondOfDoubleClick(const QMouseEvent& press);
 
     quint64 m_pressedAt = 0; ///< milliseconds; 0 when the next press begins anew
