@@ -214,6 +214,7 @@ int main(int argc, char** argv) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setOrganizationName("Lumvale Bench");
     const QTemporaryDir folder;
+    welcomeBefore(folder.filePath("settings"));
     fillHome(folder.filePath("Users/me").toStdString());
     const platform::Result<platform::Disk> disk =
         platform::Disk::open(folder.path().toStdString(), "/Users/me");
