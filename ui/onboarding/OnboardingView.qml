@@ -89,7 +89,6 @@ Sheet {
                 objectName: "onboardingMessage"
                 anchors.horizontalCenter: parent.horizontalCenter
                 width: evenWidth(Metrics.messageWidth)
-                height: Math.ceil(implicitHeight) // else what is below would stand between pixels
                 text: Texts.tr("onboard_message_" + root.shown.key)
                 font: Type.row
                 color: GCColor.textSecondary

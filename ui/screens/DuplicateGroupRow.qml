@@ -62,7 +62,7 @@ FocusScope {
         }
 
         Label {
-            y: day.baselineOffset - baselineOffset
+            y: Math.round(day.baselineOffset - baselineOffset)
             text: root.facts
             font: Type.message
             color: GCColor.textSecondary
@@ -74,7 +74,7 @@ FocusScope {
     Label {
         id: gainLabel
         anchors.right: parent.right
-        y: day.baselineOffset - baselineOffset
+        y: Math.round(day.baselineOffset - baselineOffset)
         text: root.gain
         font: Type.message
         color: GCColor.textSecondary

@@ -44,7 +44,7 @@ Column {
             visible: root.isAllowed
             text: Texts.tr(root.model.isLoading ? "btn_scanning" : "btn_scan")
             glow: GCColor.alpha(GCColor.glowTeal, 0.35)
-            enabled: !root.model.isLoading
+            enabled: !root.model.isLoading && !root.model.isDeleting
             focus: root.isAllowed
             onClicked: {
                 root.startedBy = focusReason;

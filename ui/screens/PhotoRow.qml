@@ -25,13 +25,16 @@ ListView {
 
     signal toggled(item: int)
 
+    /// As far as the row goes.
+    function scrollTo(wanted: real): void {
+        contentX = Math.max(originX - margin, Math.min(wanted, originX + contentWidth + margin - width));
+    }
+
     /// Scrolls until the current photo is clear of where the row fades.
     function reveal(): void {
-        if (!currentItem)
-            return;
-        const wanted = Math.max(currentItem.x + currentItem.width + fading - width,
-                                Math.min(contentX, currentItem.x - fading));
-        contentX = Math.max(originX - margin, Math.min(wanted, originX + contentWidth + margin - width));
+        if (currentItem)
+            scrollTo(Math.max(currentItem.x + currentItem.width + fading - width,
+                              Math.min(contentX, currentItem.x - fading)));
     }
 
     objectName: "photoRow"
@@ -41,13 +44,17 @@ ListView {
     orientation: ListView.Horizontal
     spacing: Metrics.photoSpacing
     clip: true
+    pixelAligned: true
     reuseItems: true
     cacheBuffer: 0
     boundsBehavior: Flickable.StopAtBounds
     interactive: contentWidth + leftMargin + rightMargin > width
     keyNavigationEnabled: false
     highlightFollowsCurrentItem: false
-    T.ScrollBar.horizontal: ScrollMark {}
+    T.ScrollBar.horizontal: ScrollMark {
+        leftPadding: root.margin
+        rightPadding: root.margin
+    }
 
     model: DelegateModel {
         model: root.groups
@@ -66,7 +73,8 @@ ListView {
     WheelHandler {
         acceptedModifiers: Qt.ShiftModifier
         target: null
-        onWheel: event => root.flick(8 * event.angleDelta.y, 0)
+        // As far as a wheel that turns sideways.
+        onWheel: event => root.scrollTo(root.contentX - 0.6 * event.angleDelta.y)
     }
 
     // What is cut off there goes on.

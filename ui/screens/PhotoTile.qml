@@ -80,6 +80,7 @@ FocusScope {
         checkable: true
         checked: root.checked
         Accessible.ignored: root.isKept
+        Accessible.focusable: !root.isKept
         Accessible.checkable: true
         Accessible.checked: root.checked
         Accessible.name: root.title
