@@ -10,26 +10,26 @@
 namespace {
 
 // What an index of a group carries; one of an item carries the row of its group.
-constexpr quintptr isGroup = ~quintptr{0};
+constexpr quintptr topLevel = ~quintptr{0};
 
 } // namespace
 
 QModelIndex DuplicateGroupsModel::index(int row, int column, const QModelIndex& parent) const {
     if (!hasIndex(row, column, parent))
         return {};
-    return createIndex(row, column, parent.isValid() ? static_cast<quintptr>(parent.row()) : isGroup);
+    return createIndex(row, column, parent.isValid() ? static_cast<quintptr>(parent.row()) : topLevel);
 }
 
 QModelIndex DuplicateGroupsModel::parent(const QModelIndex& index) const {
-    if (!index.isValid() || index.internalId() == isGroup)
+    if (!index.isValid() || index.internalId() == topLevel)
         return {};
-    return createIndex(static_cast<int>(index.internalId()), 0, isGroup);
+    return createIndex(static_cast<int>(index.internalId()), 0, topLevel);
 }
 
 int DuplicateGroupsModel::rowCount(const QModelIndex& parent) const {
     if (!parent.isValid())
         return static_cast<int>(m_groups.size());
-    if (parent.internalId() != isGroup)
+    if (parent.internalId() != topLevel)
         return 0;
     return static_cast<int>(m_groups[static_cast<std::size_t>(parent.row())].items.size());
 }
@@ -41,7 +41,7 @@ int DuplicateGroupsModel::columnCount(const QModelIndex&) const {
 QVariant DuplicateGroupsModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    if (index.internalId() == isGroup)
+    if (index.internalId() == topLevel)
         return ofGroup(m_groups[static_cast<std::size_t>(index.row())], role);
     return ofItem(itemAt(index.parent().row(), index.row()), index.row() == 0, role);
 }
