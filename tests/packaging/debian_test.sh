@@ -104,6 +104,8 @@ for ((tenth = 0; tenth < 200 && colours < 1000; ++tenth)); do
 done
 [ -n "$window" ] || fail "no window with the title $name"
 ((colours >= 1000)) || fail "its window shows $colours colours"
+sleep 0.5 # what fades in is whole by then
+"$photograph" "$window" "$build/packaging/photograph.png" >/dev/null
 
 of_window() { xprop -len 1000000 -id "$window" "$1"; } # icons are long
 pid=$(of_window _NET_WM_PID)
