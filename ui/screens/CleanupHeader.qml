@@ -52,26 +52,12 @@ Item {
         }
     }
 
-    GradientButton {
+    ScanButton {
         id: scanButton
-
-        /// How the keyboard had come to it, which is lost while it is disabled.
-        property int startedBy: Qt.OtherFocusReason
-
-        objectName: "scanButton"
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
-        text: Texts.tr(root.isScanning ? "btn_scanning" : "btn_scan")
-        glow: GCColor.alpha(GCColor.glowTeal, 0.35)
-        enabled: !root.isScanning
+        isScanning: root.isScanning
         focus: true
-        onClicked: {
-            startedBy = focusReason;
-            root.scanRequested();
-        }
-        onEnabledChanged: {
-            if (enabled && focus)
-                focusReason = startedBy;
-        }
+        onClicked: root.scanRequested()
     }
 }

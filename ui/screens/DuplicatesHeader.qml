@@ -10,8 +10,7 @@ Column {
 
     readonly property bool isAllowed: !model.isUndecided && !model.isDenied
 
-    /// How the keyboard had come to what started the search, which is lost while the button is disabled.
-    property int startedBy: Qt.OtherFocusReason
+    property alias startedBy: button.startedBy
 
     /// The button has the keyboard, once that is in the screen and the button enabled.
     function takeFocus(reason: int): void {
@@ -36,24 +35,15 @@ Column {
             subtitle: Texts.tr("duplicates_subtitle")
         }
 
-        GradientButton {
+        ScanButton {
             id: button
-            objectName: "scanButton"
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
             visible: root.isAllowed
-            text: Texts.tr(root.model.isLoading ? "btn_scanning" : "btn_scan")
-            glow: GCColor.alpha(GCColor.glowTeal, 0.35)
-            enabled: !root.model.isLoading && !root.model.isDeleting
+            isScanning: root.model.isLoading
+            enabled: !isScanning && !root.model.isDeleting // another search follows a deletion by itself
             focus: root.isAllowed
-            onClicked: {
-                root.startedBy = focusReason;
-                root.model.scan();
-            }
-            onEnabledChanged: {
-                if (enabled && focus)
-                    focusReason = root.startedBy;
-            }
+            onClicked: root.model.scan()
         }
     }
 

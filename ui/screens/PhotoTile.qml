@@ -94,12 +94,8 @@ FocusScope {
             event.accepted = false;
         }
 
-        // A click may also come from a key or a screen reader; this is the pointer's alone.
-        PointHandler {
-            onActiveChanged: {
-                if (active)
-                    root.list.takeFocus(Qt.MouseFocusReason);
-            }
+        RowPointer {
+            list: root.list
         }
     }
 }

@@ -72,11 +72,8 @@ WalkableRow {
         Accessible.ignored: true
         onClicked: root.clicked()
 
-        PointHandler {
-            onActiveChanged: {
-                if (active)
-                    root.list.takeFocus(Qt.MouseFocusReason);
-            }
+        RowPointer {
+            list: root.list
         }
     }
 }
