@@ -1,6 +1,6 @@
-#include "core/uninstall/leftovers.h"
-#include "core/uninstall/uninstaller.h"
 
+#include "core/uninstall/installed_apps.h"
+#include "core/uninstall/related_files.h"
 #include <chrono>
 #include <cstdio>
 #include <functional>
@@ -30,13 +30,13 @@ int main(int argc, char** argv) {
         return 2;
     }
     // The first time loads what every later call finds in memory.
-    const std::vector<InstalledApp> apps = LumvaleUninstaller::discoverApps(*disk);
+    const std::vector<core::InstalledApp> apps = core::LumvaleUninstaller::discoverApps(*disk);
     std::size_t files = 0;
-    std::printf("names %.3f\n", milliseconds([&] { LumvaleUninstaller::discoverApps(*disk); }));
-    std::printf("sizes %.3f\n", milliseconds([&] { LumvaleUninstaller::scanInstalledApps(*disk); }));
+    std::printf("names %.3f\n", milliseconds([&] { core::LumvaleUninstaller::discoverApps(*disk); }));
+    std::printf("sizes %.3f\n", milliseconds([&] { core::LumvaleUninstaller::scanInstalledApps(*disk); }));
     std::printf("related %.3f\n", milliseconds([&] {
-                    for (const InstalledApp& app : apps)
-                        files += LumvaleUninstaller::relatedFiles(app, *disk).size();
+                    for (const core::InstalledApp& app : apps)
+                        files += core::LumvaleUninstaller::relatedFiles(app, *disk).size();
                 }));
     std::printf("applications %zu\nfiles %zu\n", apps.size(), files);
 }

@@ -1,5 +1,5 @@
+#include "app/execution/qt_executor.h"
 #include "app/history/history_store.h"
-#include "app/models/background.h"
 #include "app/models/duplicate_photos_view_model.h"
 #include "bench/measures.h"
 #include "tests/support/photo_catalogue.h"

@@ -1,4 +1,4 @@
-#include "ui/treemap/treemap.h"
+#include "core/treemap/treemap.h"
 
 #include <algorithm>
 #include <charconv>
@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
     // Sizes of folders, from ten megabytes to ten gigabytes, in no order.
     std::mt19937 random(1);
     std::uniform_real_distribution<double> magnitude(7, 10);
-    std::vector<TreemapItem> items;
+    std::vector<core::TreemapItem> items;
     for (std::size_t i = 0; i < count; ++i)
         items.push_back({i, std::pow(10, magnitude(random))});
 
@@ -30,7 +30,7 @@ int main(int argc, char** argv) {
     std::size_t tiles = 0;
     for (double& time : times) {
         const auto begin = std::chrono::steady_clock::now();
-        tiles = Treemap::squarify(items, {0, 0, 432, 210}).size();
+        tiles = core::Treemap::squarify(items, {0, 0, 432, 210}).size();
         time = std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - begin).count();
     }
     std::sort(times.begin(), times.end());

@@ -49,8 +49,8 @@ std::size_t findDuplicates(const platform::Disk& disk) {
         return platform::PhotoAuthorization::authorized;
     };
     std::size_t count = 0;
-    LumvalePhotoDuplicates::findExactDuplicates([&](const auto& groups) { count = groups.size(); }, here,
-                                                {disk, {authorized, authorized}});
+    core::LumvalePhotoDuplicates::findExactDuplicates([&](const auto& groups) { count = groups.size(); },
+                                                      here, {disk, {authorized, authorized}});
     return count;
 }
 

@@ -1,6 +1,6 @@
 #include "core/startup/launch_agents.h"
 #include "core/startup/startup_items.h"
-#include "core/uninstall/uninstaller.h"
+#include "core/uninstall/installed_apps.h"
 
 #include <algorithm>
 #include <chrono>
@@ -21,8 +21,8 @@ std::size_t sizingScan(const platform::Disk& disk) {
     for (const bool isSystemWide : {false, true}) {
         const std::string folder =
             isSystemWide ? "/Library/LaunchAgents" : disk.inHome("Library/LaunchAgents");
-        const std::vector<InstalledApp> apps = LumvaleUninstaller::scanInstalledApps(disk);
-        count += LumvaleStartupItems::scanFolder(disk, folder, isSystemWide, apps, seenLabels).size();
+        const std::vector<core::InstalledApp> apps = core::LumvaleUninstaller::scanInstalledApps(disk);
+        count += core::LumvaleStartupItems::scanFolder(disk, folder, isSystemWide, apps, seenLabels).size();
     }
     return count;
 }
@@ -54,7 +54,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     // Once unmeasured, so that both find the disk in memory.
-    const std::size_t items = LumvaleStartupItems::scan(*disk).size();
+    const std::size_t items = core::LumvaleStartupItems::scan(*disk).size();
     if (sizingScan(*disk) != items) {
         std::fputs("the two don't find the same\n", stderr);
         return 1;
@@ -62,7 +62,7 @@ int main(int argc, char** argv) {
     std::vector<double> ours;
     std::vector<double> sizing;
     for (int round = 0; round < rounds; ++round) {
-        ours.push_back(milliseconds([&] { LumvaleStartupItems::scan(*disk); }));
+        ours.push_back(milliseconds([&] { core::LumvaleStartupItems::scan(*disk); }));
         sizing.push_back(milliseconds([&] { sizingScan(*disk); }));
     }
     std::printf("%zu items, warm, medians of %d interleaved rounds\n\n", items, rounds);

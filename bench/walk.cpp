@@ -1,4 +1,4 @@
-#include "platform/walk.h"
+#include "platform/walk/walk.h"
 
 #include <charconv>
 #include <cstdio>

@@ -1,10 +1,10 @@
+#include "app/execution/qt_executor.h"
 #include "app/history/history_store.h"
 #include "app/i18n/localizer.h"
 #include "app/identity.h"
-#include "app/models/background.h"
 #include "app/update/update_checker.h"
-#include "platform/disk.h"
-#include "platform/executor.h"
+#include "platform/base/executor.h"
+#include "platform/files/disk.h"
 #include "ui/icon/program_icon.h"
 #include "ui/shell/lumvale_window.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/date.h"
+#include "platform/base/date.h"
 
 #include <cstdint>
 #include <optional>

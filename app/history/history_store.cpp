@@ -1,9 +1,9 @@
 #include "app/history/history_store.h"
 
-#include "platform/file.h"
-#include "platform/path.h"
-#include "platform/places.h"
-#include "platform/text.h"
+#include "platform/files/file.h"
+#include "platform/files/path.h"
+#include "platform/files/places.h"
+#include "platform/text/text.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/history/history_entry.h"
-#include "platform/disk.h"
+#include "platform/files/disk.h"
 
 #include <QObject>
 

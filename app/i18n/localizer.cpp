@@ -1,7 +1,7 @@
 #include "app/i18n/localizer.h"
 
 #include "app/i18n/translations.h"
-#include "platform/locale.h"
+#include "platform/text/locale.h"
 
 #include <QSettings>
 
@@ -90,7 +90,7 @@ QString tr(const QString& key) {
     return Localizer::shared().text(key);
 }
 
-QString localizedCategoryName(ScanCategory category) {
+QString localizedCategoryName(core::ScanCategory category) {
     const std::string_view key = translationKey(category);
     return tr(QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size())));
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/i18n/app_language.h"
-#include "core/scan/scan_category.h"
+#include "core/items/scan_category.h"
 
 #include <atomic>
 
@@ -55,4 +55,4 @@ AppLanguage effectiveLanguage(AppLanguage choice, const std::vector<std::string>
 /// The text of `key` in the interface language. Any thread.
 QString tr(const QString& key);
 
-QString localizedCategoryName(ScanCategory category);
+QString localizedCategoryName(core::ScanCategory category);

@@ -1,7 +1,7 @@
 #include "app/models/duplicate_groups_model.h"
 
-#include "app/models/display.h"
-#include "platform/bytes.h"
+#include "app/text/display.h"
+#include "platform/base/bytes.h"
 
 #include <QByteArray>
 
@@ -46,11 +46,11 @@ QVariant DuplicateGroupsModel::data(const QModelIndex& index, int role) const {
     return ofItem(itemAt(index.parent().row(), index.row()), index.row() == 0, role);
 }
 
-const DuplicatePhotoItem& DuplicateGroupsModel::itemAt(int group, int item) const {
+const core::DuplicatePhotoItem& DuplicateGroupsModel::itemAt(int group, int item) const {
     return m_groups[static_cast<std::size_t>(group)].items[static_cast<std::size_t>(item)];
 }
 
-QVariant DuplicateGroupsModel::ofGroup(const DuplicatePhotoGroup& group, int role) const {
+QVariant DuplicateGroupsModel::ofGroup(const core::DuplicatePhotoGroup& group, int role) const {
     switch (role) {
     case ItemCountRole:
         return static_cast<int>(group.items.size());
@@ -65,7 +65,7 @@ QVariant DuplicateGroupsModel::ofGroup(const DuplicatePhotoGroup& group, int rol
     }
 }
 
-QVariant DuplicateGroupsModel::ofItem(const DuplicatePhotoItem& item, bool isKept, int role) const {
+QVariant DuplicateGroupsModel::ofItem(const core::DuplicatePhotoItem& item, bool isKept, int role) const {
     switch (role) {
     case AssetIdRole:
         return QByteArray::fromStdString(item.id);
@@ -94,10 +94,10 @@ QHash<int, QByteArray> DuplicateGroupsModel::roleNames() const {
     };
 }
 
-void DuplicateGroupsModel::setGroups(std::vector<DuplicatePhotoGroup> groups) {
+void DuplicateGroupsModel::setGroups(std::vector<core::DuplicatePhotoGroup> groups) {
     beginResetModel();
     m_groups = std::move(groups);
-    for (const DuplicatePhotoGroup& group : m_groups)
+    for (const core::DuplicatePhotoGroup& group : m_groups)
         m_checked.erase(group.items.front().id);
     count();
     endResetModel();
@@ -131,15 +131,15 @@ void DuplicateGroupsModel::toggle(int group, int item) {
 
 template <class Visit>
 void DuplicateGroupsModel::visitChecked(Visit visit) const {
-    for (const DuplicatePhotoGroup& group : m_groups)
-        for (const DuplicatePhotoItem& item : group.items)
+    for (const core::DuplicatePhotoGroup& group : m_groups)
+        for (const core::DuplicatePhotoItem& item : group.items)
             if (m_checked.contains(item.id))
                 visit(item);
 }
 
-std::vector<DuplicatePhotoItem> DuplicateGroupsModel::checkedItems() const {
-    std::vector<DuplicatePhotoItem> items;
-    visitChecked([&](const DuplicatePhotoItem& item) { items.push_back(item); });
+std::vector<core::DuplicatePhotoItem> DuplicateGroupsModel::checkedItems() const {
+    std::vector<core::DuplicatePhotoItem> items;
+    visitChecked([&](const core::DuplicatePhotoItem& item) { items.push_back(item); });
     return items;
 }
 
@@ -148,7 +148,7 @@ void DuplicateGroupsModel::count() {
     m_checkedBytes = 0;
     if (m_checked.empty())
         return;
-    visitChecked([this](const DuplicatePhotoItem& item) {
+    visitChecked([this](const core::DuplicatePhotoItem& item) {
         ++m_checkedCount;
         m_checkedBytes = platform::addBytes(m_checkedBytes, item.sizeBytes);
     });

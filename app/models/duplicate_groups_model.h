@@ -44,15 +44,15 @@ public:
     Q_INVOKABLE QModelIndex itemsOf(int group) const { return index(group); }
 
     /// What was ticked stays so, but for what is kept of the new groups.
-    void setGroups(std::vector<DuplicatePhotoGroup> groups);
-    const std::vector<DuplicatePhotoGroup>& groups() const { return m_groups; }
+    void setGroups(std::vector<core::DuplicatePhotoGroup> groups);
+    const std::vector<core::DuplicatePhotoGroup>& groups() const { return m_groups; }
 
     /// The ids that are ticked; whole set or one item's. An item that is kept can't be toggled.
     const std::set<std::string>& checked() const { return m_checked; }
     void setChecked(std::set<std::string> ids);
     Q_INVOKABLE void toggle(int group, int item);
 
-    std::vector<DuplicatePhotoItem> checkedItems() const; ///< in their order
+    std::vector<core::DuplicatePhotoItem> checkedItems() const; ///< in their order
 
     // Of those, known without going through them.
     int checkedCount() const { return m_checkedCount; }
@@ -62,14 +62,14 @@ Q_SIGNALS:
     void checkedChanged();
 
 private:
-    const DuplicatePhotoItem& itemAt(int group, int item) const;
-    QVariant ofGroup(const DuplicatePhotoGroup& group, int role) const;
-    QVariant ofItem(const DuplicatePhotoItem& item, bool isKept, int role) const;
+    const core::DuplicatePhotoItem& itemAt(int group, int item) const;
+    QVariant ofGroup(const core::DuplicatePhotoGroup& group, int role) const;
+    QVariant ofItem(const core::DuplicatePhotoItem& item, bool isKept, int role) const;
     template <class Visit>
     void visitChecked(Visit visit) const;
     void count();
 
-    std::vector<DuplicatePhotoGroup> m_groups;
+    std::vector<core::DuplicatePhotoGroup> m_groups;
     std::set<std::string> m_checked;
     int m_checkedCount = 0;
     std::int64_t m_checkedBytes = 0;

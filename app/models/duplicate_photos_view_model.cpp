@@ -1,8 +1,8 @@
 #include "app/models/duplicate_photos_view_model.h"
 
 #include "app/i18n/localizer.h"
-#include "app/models/display.h"
-#include "platform/bytes.h"
+#include "app/text/display.h"
+#include "platform/base/bytes.h"
 
 #include <QPointer>
 
@@ -14,20 +14,20 @@ DuplicatePhotosViewModel::DuplicatePhotosViewModel(platform::PhotoLibrary librar
       m_library(std::move(library)),
       m_history(history),
       m_executor(std::move(executor)),
-      m_authState(LumvalePhotoDuplicates::authorizationStatus(m_library)),
+      m_authState(core::LumvalePhotoDuplicates::authorizationStatus(m_library)),
       m_groups(this) {
     connect(&m_groups, &DuplicateGroupsModel::checkedChanged, this,
             &DuplicatePhotosViewModel::selectionChanged);
 }
 
 void DuplicatePhotosViewModel::requestAccess() {
-    LumvalePhotoDuplicates::requestAccess(
-        [model = QPointer(this)](PhotoAccessState state) {
+    core::LumvalePhotoDuplicates::requestAccess(
+        [model = QPointer(this)](core::PhotoAccessState state) {
             if (!model)
                 return;
             model->m_authState = state;
             Q_EMIT model->authStateChanged();
-            if (state == PhotoAccessState::limited || state == PhotoAccessState::authorized)
+            if (state == core::PhotoAccessState::limited || state == core::PhotoAccessState::authorized)
                 model->scan();
         },
         m_executor, m_library);
@@ -36,17 +36,17 @@ void DuplicatePhotosViewModel::requestAccess() {
 void DuplicatePhotosViewModel::scan() {
     setIsLoading(true);
     m_groups.setChecked({});
-    LumvalePhotoDuplicates::findExactDuplicates(
-        [model = QPointer(this)](std::vector<DuplicatePhotoGroup> groups) {
+    core::LumvalePhotoDuplicates::findExactDuplicates(
+        [model = QPointer(this)](std::vector<core::DuplicatePhotoGroup> groups) {
             if (model)
                 model->takeGroups(std::move(groups));
         },
         m_executor, m_library);
 }
 
-void DuplicatePhotosViewModel::takeGroups(std::vector<DuplicatePhotoGroup> groups) {
+void DuplicatePhotosViewModel::takeGroups(std::vector<core::DuplicatePhotoGroup> groups) {
     m_totalWastedBytes = 0;
-    for (const DuplicatePhotoGroup& group : groups)
+    for (const core::DuplicatePhotoGroup& group : groups)
         m_totalWastedBytes = platform::addBytes(m_totalWastedBytes, group.totalWastedBytes());
     m_groups.setGroups(std::move(groups));
     Q_EMIT groupsChanged();
@@ -66,12 +66,12 @@ void DuplicatePhotosViewModel::requestDelete() {
 }
 
 void DuplicatePhotosViewModel::confirmDelete() {
-    const std::vector<DuplicatePhotoItem> items = m_groups.checkedItems();
+    const std::vector<core::DuplicatePhotoItem> items = m_groups.checkedItems();
     // Sent twice, the second would find nothing left to delete, and be counted all the same.
     if (items.empty() || m_isDeleting)
         return;
     setIsDeleting(true);
-    LumvalePhotoDuplicates::deleteItems(
+    core::LumvalePhotoDuplicates::deleteItems(
         items,
         [model = QPointer(this), count = checkedCount(), sizeBytes = selectedBytes()](bool isDone) {
             if (!model)

@@ -3,8 +3,8 @@
 #include "app/history/history_store.h"
 #include "app/models/duplicate_groups_model.h"
 #include "core/photos/photo_duplicates.h"
-#include "platform/executor.h"
-#include "platform/photo_library.h"
+#include "platform/base/executor.h"
+#include "platform/photos/photo_library.h"
 
 #include <QObject>
 
@@ -38,8 +38,8 @@ public:
     DuplicatePhotosViewModel(platform::PhotoLibrary library, HistoryStore& history,
                              platform::Executor executor, QObject* parent = nullptr);
 
-    PhotoAccessState authState() const { return m_authState; }
-    const std::vector<DuplicatePhotoGroup>& groups() const { return m_groups.groups(); }
+    core::PhotoAccessState authState() const { return m_authState; }
+    const std::vector<core::DuplicatePhotoGroup>& groups() const { return m_groups.groups(); }
     bool isLoading() const { return m_isLoading; }
     bool hasScanned() const { return m_hasScanned; }
     const std::set<std::string>& checked() const { return m_groups.checked(); }
@@ -59,8 +59,8 @@ public:
     Q_INVOKABLE void confirmDelete();
 
     // The same state as the screen shows it.
-    bool isUndecided() const { return m_authState == PhotoAccessState::notDetermined; }
-    bool isDenied() const { return m_authState == PhotoAccessState::denied; }
+    bool isUndecided() const { return m_authState == core::PhotoAccessState::notDetermined; }
+    bool isDenied() const { return m_authState == core::PhotoAccessState::denied; }
     DuplicateGroupsModel* groupsModel() { return &m_groups; }
     int groupCount() const { return m_groups.rowCount(); }
     QString totalWasted() const;
@@ -82,13 +82,13 @@ Q_SIGNALS:
 private:
     void setIsLoading(bool isLoading);
     void setIsDeleting(bool isDeleting);
-    void takeGroups(std::vector<DuplicatePhotoGroup> groups);
+    void takeGroups(std::vector<core::DuplicatePhotoGroup> groups);
     void takeDeletion(int count, std::int64_t sizeBytes);
 
     platform::PhotoLibrary m_library;
     HistoryStore& m_history;
     platform::Executor m_executor;
-    PhotoAccessState m_authState;
+    core::PhotoAccessState m_authState;
     DuplicateGroupsModel m_groups;
     std::int64_t m_totalWastedBytes = 0;
     bool m_isLoading = false;

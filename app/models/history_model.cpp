@@ -1,6 +1,6 @@
 #include "app/models/history_model.h"
 
-#include "app/models/display.h"
+#include "app/text/display.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,6 +1,6 @@
 #include "app/models/installed_apps_model.h"
 
-#include "app/models/display.h"
+#include "app/text/display.h"
 
 int InstalledAppsModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_apps.size());
@@ -9,7 +9,7 @@ int InstalledAppsModel::rowCount(const QModelIndex& parent) const {
 QVariant InstalledAppsModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const InstalledApp& app = m_apps[static_cast<std::size_t>(index.row())];
+    const core::InstalledApp& app = m_apps[static_cast<std::size_t>(index.row())];
     switch (role) {
     case NameRole:
         return display::name(app.name);
@@ -24,7 +24,7 @@ QHash<int, QByteArray> InstalledAppsModel::roleNames() const {
     return {{NameRole, "name"}, {SizeRole, "size"}};
 }
 
-void InstalledAppsModel::setApps(std::vector<InstalledApp> apps) {
+void InstalledAppsModel::setApps(std::vector<core::InstalledApp> apps) {
     beginResetModel();
     m_apps = std::move(apps);
     endResetModel();

@@ -23,10 +23,10 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    void setApps(std::vector<InstalledApp> apps);
+    void setApps(std::vector<core::InstalledApp> apps);
     void remove(const std::string& id); ///< every row of the id
-    const std::vector<InstalledApp>& apps() const { return m_apps; }
+    const std::vector<core::InstalledApp>& apps() const { return m_apps; }
 
 private:
-    std::vector<InstalledApp> m_apps;
+    std::vector<core::InstalledApp> m_apps;
 };

@@ -1,6 +1,6 @@
 #include "app/models/onboarding_model.h"
 
-#include "core/scan/permissions.h"
+#include "core/removal/permissions.h"
 
 #include <QSettings>
 
@@ -26,7 +26,7 @@ void OnboardingModel::finish() {
 }
 
 void OnboardingModel::checkAccess() {
-    const bool hasFullDiskAccess = LumvalePermissions::hasFullDiskAccess(m_disk);
+    const bool hasFullDiskAccess = core::LumvalePermissions::hasFullDiskAccess(m_disk);
     if (m_hasFullDiskAccess == hasFullDiskAccess)
         return;
     m_hasFullDiskAccess = hasFullDiskAccess;

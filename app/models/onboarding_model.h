@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/disk.h"
+#include "platform/files/disk.h"
 
 #include <QObject>
 

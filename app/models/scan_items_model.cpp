@@ -1,7 +1,7 @@
 #include "app/models/scan_items_model.h"
 
-#include "app/models/display.h"
-#include "platform/bytes.h"
+#include "app/text/display.h"
+#include "platform/base/bytes.h"
 
 #include <algorithm>
 
@@ -13,7 +13,7 @@ QVariant ScanItemsModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
     const auto row = static_cast<std::size_t>(index.row());
-    const ScanItem& item = m_rows[row];
+    const core::ScanItem& item = m_rows[row];
     switch (role) {
     case CategoryRole:
         return display::text(translationKey(item.category));
@@ -39,11 +39,12 @@ QHash<int, QByteArray> ScanItemsModel::roleNames() const {
     };
 }
 
-void ScanItemsModel::setItems(std::vector<ScanItem> items) {
+void ScanItemsModel::setItems(std::vector<core::ScanItem> items) {
     beginResetModel();
     m_rows = std::move(items);
-    std::stable_sort(m_rows.begin(), m_rows.end(),
-                     [](const ScanItem& a, const ScanItem& b) { return a.category < b.category; });
+    std::stable_sort(m_rows.begin(), m_rows.end(), [](const core::ScanItem& a, const core::ScanItem& b) {
+        return a.category < b.category;
+    });
     tickRows();
     endResetModel();
 }

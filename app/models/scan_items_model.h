@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/scan/scan_item.h"
+#include "core/items/scan_item.h"
 
 #include <QAbstractListModel>
 
@@ -31,8 +31,8 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    void setItems(std::vector<ScanItem> items);
-    const std::vector<ScanItem>& rows() const { return m_rows; }
+    void setItems(std::vector<core::ScanItem> items);
+    const std::vector<core::ScanItem>& rows() const { return m_rows; }
 
     /// The ids that are ticked; whole set or one row's.
     const std::set<std::string>& checked() const { return m_checked; }
@@ -47,7 +47,7 @@ Q_SIGNALS:
 private:
     void tickRows();
 
-    std::vector<ScanItem> m_rows;
+    std::vector<core::ScanItem> m_rows;
     std::set<std::string> m_checked;
     std::vector<bool> m_rowIsChecked; ///< `m_checked` by row, so that a pass over all rows looks nothing up
 };

@@ -1,11 +1,15 @@
 #include "app/models/scan_view_model.h"
-
-#include "app/i18n/localizer.h"
-#include "app/models/background.h"
-#include "app/models/display.h"
+#include "core/health/health_score.h"
+#include "core/removal/deletion.h"
+#include "core/removal/trash.h"
 #include "core/scan/scanner.h"
-#include "platform/path.h"
-#include "platform/trash.h"
+#include "core/storage/storage_breakdown.h"
+
+#include "app/execution/qt_executor.h"
+#include "app/i18n/localizer.h"
+#include "app/text/display.h"
+#include "platform/files/path.h"
+#include "platform/removal/trash.h"
 
 #include <algorithm>
 #include <iterator>
@@ -14,9 +18,9 @@
 namespace {
 
 /// The ids that start ticked.
-std::set<std::string> safeIds(const ScanResult& result) {
+std::set<std::string> safeIds(const core::ScanResult& result) {
     std::set<std::string> ids;
-    for (const ScanItem& item : result.items)
+    for (const core::ScanItem& item : result.items)
         if (item.safeByDefault)
             ids.insert(item.id);
     return ids;
@@ -36,10 +40,10 @@ std::vector<std::string> inDeletionOrder(const std::set<std::string>& ids, const
 }
 
 template <class Predicate>
-ScanResult without(const ScanResult& result, Predicate isGone) {
-    std::vector<ScanItem> left;
+core::ScanResult without(const core::ScanResult& result, Predicate isGone) {
+    std::vector<core::ScanItem> left;
     std::remove_copy_if(result.items.begin(), result.items.end(), std::back_inserter(left), isGone);
-    return ScanResult(std::move(left));
+    return core::ScanResult(std::move(left));
 }
 
 } // namespace
@@ -71,8 +75,8 @@ std::optional<int> ScanViewModel::lastTrashEmptiedFailed() const {
     return m_trashReport ? std::optional(m_trashReport->failed) : std::nullopt;
 }
 
-std::vector<TrashFailure> ScanViewModel::lastTrashFailedDetails() const {
-    return m_trashReport ? m_trashReport->failedDetails : std::vector<TrashFailure>();
+std::vector<core::TrashFailure> ScanViewModel::lastTrashFailedDetails() const {
+    return m_trashReport ? m_trashReport->failedDetails : std::vector<core::TrashFailure>();
 }
 
 void ScanViewModel::setShowDeleteConfirm(bool show) {
@@ -96,10 +100,10 @@ void ScanViewModel::runScan() {
     setTrashReport(std::nullopt);
 
     // Looked at before the scan, shown with its result.
-    const HealthScore health = LumvaleScanner::healthScore(m_disk);
+    const core::HealthScore health = core::LumvaleScanner::healthScore(m_disk);
     runInBackground(
-        m_executor, this, [disk = m_disk] { return LumvaleScanner::scan(disk); },
-        [health](ScanViewModel& model, ScanResult result) {
+        m_executor, this, [disk = m_disk] { return core::LumvaleScanner::scan(disk); },
+        [health](ScanViewModel& model, core::ScanResult result) {
             std::set<std::string> safe = safeIds(result);
             model.setResult(std::move(result));
             model.setHealth(health);
@@ -113,8 +117,8 @@ void ScanViewModel::loadStorageBreakdown() {
     Q_EMIT storageBreakdownChanged();
     setShowStorageBreakdown(true);
     runInBackground(
-        m_executor, this, [disk = m_disk] { return LumvaleScanner::storageBreakdown(disk); },
-        [](ScanViewModel& model, std::vector<StorageEntry> entries) {
+        m_executor, this, [disk = m_disk] { return core::LumvaleScanner::storageBreakdown(disk); },
+        [](ScanViewModel& model, std::vector<core::StorageEntry> entries) {
             model.m_storageEntries.setEntries(std::move(entries));
             model.m_isLoadingStorageBreakdown = false;
             Q_EMIT model.storageBreakdownChanged();
@@ -124,43 +128,44 @@ void ScanViewModel::loadStorageBreakdown() {
 void ScanViewModel::confirmDelete() {
     if (checked().empty())
         return;
-    const DeletionOutcome outcome = LumvaleScanner::deletePaths(inDeletionOrder(checked(), m_disk), m_disk);
+    const core::DeletionOutcome outcome =
+        core::LumvaleScanner::deletePaths(inDeletionOrder(checked(), m_disk), m_disk);
     m_lastDeletedCount = static_cast<int>(outcome.succeeded.size());
     Q_EMIT lastDeletedCountChanged();
 
     if (m_result) {
         const std::unordered_set<std::string> gone(outcome.succeeded.begin(), outcome.succeeded.end());
-        const auto isGone = [&](const ScanItem& item) {
+        const auto isGone = [&](const core::ScanItem& item) {
             return gone.contains(item.path);
         };
-        for (const ScanItem& item : m_result->items)
+        for (const core::ScanItem& item : m_result->items)
             if (isGone(item))
                 m_history.record(item.name, item.sizeBytes);
         setResult(without(*m_result, isGone));
     }
     // What could not be moved stays in the list, unticked.
     setChecked({});
-    setHealth(LumvaleScanner::healthScore(m_disk));
+    setHealth(core::LumvaleScanner::healthScore(m_disk));
 }
 
 void ScanViewModel::confirmEmptyTrash() {
-    const TrashReport report = LumvaleScanner::emptyTrash(m_disk);
+    const core::TrashReport report = core::LumvaleScanner::emptyTrash(m_disk);
     setTrashReport(report);
     if (report.succeeded >= 1)
-        m_history.record(localizedCategoryName(ScanCategory::trash).toStdString(), report.bytesFreed);
+        m_history.record(localizedCategoryName(core::ScanCategory::trash).toStdString(), report.bytesFreed);
 
     if (m_result) {
-        const auto isTrash = [](const ScanItem& item) {
-            return item.category == ScanCategory::trash;
+        const auto isTrash = [](const core::ScanItem& item) {
+            return item.category == core::ScanCategory::trash;
         };
         std::set<std::string> stillChecked = checked();
-        for (const ScanItem& item : m_result->items)
+        for (const core::ScanItem& item : m_result->items)
             if (isTrash(item))
                 stillChecked.erase(item.id);
         setResult(without(*m_result, isTrash));
         setChecked(std::move(stillChecked));
     }
-    setHealth(LumvaleScanner::healthScore(m_disk));
+    setHealth(core::LumvaleScanner::healthScore(m_disk));
 }
 
 int ScanViewModel::checkedCount() const {
@@ -189,14 +194,14 @@ QString ScanViewModel::trashEmptiedSize() const {
 
 QStringList ScanViewModel::trashFailedNames() const {
     QStringList names;
-    for (const TrashFailure& failure : lastTrashFailedDetails())
+    for (const core::TrashFailure& failure : lastTrashFailedDetails())
         names.append(display::text(failure.name));
     return names;
 }
 
 QStringList ScanViewModel::trashFailedReasonKeys() const {
     QStringList keys;
-    for (const TrashFailure& failure : lastTrashFailedDetails())
+    for (const core::TrashFailure& failure : lastTrashFailedDetails())
         keys.append(display::text(failure.reasonKey));
     return keys;
 }
@@ -206,19 +211,19 @@ void ScanViewModel::setIsScanning(bool isScanning) {
     Q_EMIT isScanningChanged();
 }
 
-void ScanViewModel::setResult(std::optional<ScanResult> result) {
+void ScanViewModel::setResult(std::optional<core::ScanResult> result) {
     m_result = std::move(result);
-    m_items.setItems(m_result ? m_result->items : std::vector<ScanItem>());
+    m_items.setItems(m_result ? m_result->items : std::vector<core::ScanItem>());
     Q_EMIT resultChanged();
     Q_EMIT selectionChanged();
 }
 
-void ScanViewModel::setHealth(const HealthScore& health) {
+void ScanViewModel::setHealth(const core::HealthScore& health) {
     m_health = health;
     Q_EMIT healthChanged();
 }
 
-void ScanViewModel::setTrashReport(std::optional<TrashReport> report) {
+void ScanViewModel::setTrashReport(std::optional<core::TrashReport> report) {
     m_trashReport = std::move(report);
     Q_EMIT trashReportChanged();
 }

@@ -3,11 +3,11 @@
 #include "app/history/history_store.h"
 #include "app/models/scan_items_model.h"
 #include "app/models/storage_entries_model.h"
-#include "core/scan/health_score.h"
+#include "core/health/health_score.h"
+#include "core/removal/trash.h"
 #include "core/scan/scan_result.h"
-#include "core/scan/trash_report.h"
-#include "platform/disk.h"
-#include "platform/executor.h"
+#include "platform/base/executor.h"
+#include "platform/files/disk.h"
 
 #include <QObject>
 #include <QStringList>
@@ -53,8 +53,8 @@ public:
                   QObject* parent = nullptr);
 
     bool isScanning() const { return m_isScanning; }
-    const std::optional<ScanResult>& result() const { return m_result; }
-    const std::optional<HealthScore>& health() const { return m_health; }
+    const std::optional<core::ScanResult>& result() const { return m_result; }
+    const std::optional<core::HealthScore>& health() const { return m_health; }
     const std::set<std::string>& checked() const { return m_items.checked(); }
     std::int64_t selectedBytes() const; ///< of the ticked rows, computed at each call
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
@@ -64,8 +64,8 @@ public:
     std::optional<std::int64_t> lastTrashEmptiedBytes() const;
     std::optional<int> lastTrashEmptiedFailed() const;
     bool lastTrashCouldNotAccess() const { return m_trashReport && m_trashReport->couldNotAccess; }
-    std::vector<TrashFailure> lastTrashFailedDetails() const;
-    const std::vector<StorageEntry>& storageBreakdown() const { return m_storageEntries.entries(); }
+    std::vector<core::TrashFailure> lastTrashFailedDetails() const;
+    const std::vector<core::StorageEntry>& storageBreakdown() const { return m_storageEntries.entries(); }
     bool isLoadingStorageBreakdown() const { return m_isLoadingStorageBreakdown; }
     bool showStorageBreakdown() const { return m_showStorageBreakdown; }
 
@@ -112,21 +112,21 @@ Q_SIGNALS:
 
 private:
     void setIsScanning(bool isScanning);
-    void setResult(std::optional<ScanResult> result);
-    void setHealth(const HealthScore& health);
-    void setTrashReport(std::optional<TrashReport> report);
+    void setResult(std::optional<core::ScanResult> result);
+    void setHealth(const core::HealthScore& health);
+    void setTrashReport(std::optional<core::TrashReport> report);
 
     platform::Disk m_disk;
     HistoryStore& m_history;
     platform::Executor m_executor;
     ScanItemsModel m_items;
     bool m_isScanning = false;
-    std::optional<ScanResult> m_result;
-    std::optional<HealthScore> m_health;
+    std::optional<core::ScanResult> m_result;
+    std::optional<core::HealthScore> m_health;
     bool m_showDeleteConfirm = false;
     bool m_showEmptyTrashConfirm = false;
     std::optional<int> m_lastDeletedCount;
-    std::optional<TrashReport> m_trashReport; ///< of the last emptying since the last scan
+    std::optional<core::TrashReport> m_trashReport; ///< of the last emptying since the last scan
     StorageEntriesModel m_storageEntries;
     bool m_isLoadingStorageBreakdown = false;
     bool m_showStorageBreakdown = false;

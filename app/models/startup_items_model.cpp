@@ -1,6 +1,6 @@
 #include "app/models/startup_items_model.h"
 
-#include "app/models/display.h"
+#include "app/text/display.h"
 
 int StartupItemsModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_items.size());
@@ -9,7 +9,7 @@ int StartupItemsModel::rowCount(const QModelIndex& parent) const {
 QVariant StartupItemsModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const StartupItem& item = m_items[static_cast<std::size_t>(index.row())];
+    const core::StartupItem& item = m_items[static_cast<std::size_t>(index.row())];
     switch (role) {
     case NameRole:
         return display::name(item.displayName);
@@ -30,7 +30,7 @@ QHash<int, QByteArray> StartupItemsModel::roleNames() const {
     };
 }
 
-void StartupItemsModel::setItems(std::vector<StartupItem> items) {
+void StartupItemsModel::setItems(std::vector<core::StartupItem> items) {
     beginResetModel();
     m_items = std::move(items);
     endResetModel();

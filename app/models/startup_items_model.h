@@ -24,10 +24,10 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    void setItems(std::vector<StartupItem> items);
+    void setItems(std::vector<core::StartupItem> items);
     void remove(const std::string& id); ///< every row of the id
-    const std::vector<StartupItem>& items() const { return m_items; }
+    const std::vector<core::StartupItem>& items() const { return m_items; }
 
 private:
-    std::vector<StartupItem> m_items;
+    std::vector<core::StartupItem> m_items;
 };

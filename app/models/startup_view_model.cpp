@@ -1,7 +1,7 @@
 #include "app/models/startup_view_model.h"
 
-#include "app/models/background.h"
-#include "app/models/display.h"
+#include "app/execution/qt_executor.h"
+#include "app/text/display.h"
 #include "core/startup/startup_items.h"
 
 StartupViewModel::StartupViewModel(platform::Disk disk, platform::Executor executor, QObject* parent)
@@ -10,8 +10,8 @@ StartupViewModel::StartupViewModel(platform::Disk disk, platform::Executor execu
 void StartupViewModel::load() {
     setIsLoading(true);
     runInBackground(
-        m_executor, this, [disk = m_disk] { return LumvaleStartupItems::scan(disk); },
-        [](StartupViewModel& model, std::vector<StartupItem> items) {
+        m_executor, this, [disk = m_disk] { return core::LumvaleStartupItems::scan(disk); },
+        [](StartupViewModel& model, std::vector<core::StartupItem> items) {
             model.m_items.setItems(std::move(items));
             Q_EMIT model.itemsChanged();
             model.setIsLoading(false);
@@ -26,8 +26,8 @@ void StartupViewModel::requestDisable(int row) {
 void StartupViewModel::confirmDisable() {
     if (!m_itemToDisable)
         return;
-    const StartupItem item = *m_itemToDisable;
-    if (LumvaleStartupItems::disable(item, m_disk)) {
+    const core::StartupItem item = *m_itemToDisable;
+    if (core::LumvaleStartupItems::disable(item, m_disk)) {
         m_items.remove(item.id);
         Q_EMIT itemsChanged();
         m_lastDisabledName = item.displayName;
@@ -54,7 +54,7 @@ void StartupViewModel::setIsLoading(bool isLoading) {
     Q_EMIT isLoadingChanged();
 }
 
-void StartupViewModel::setItemToDisable(std::optional<StartupItem> item) {
+void StartupViewModel::setItemToDisable(std::optional<core::StartupItem> item) {
     m_itemToDisable = std::move(item);
     Q_EMIT itemToDisableChanged();
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/models/startup_items_model.h"
-#include "platform/disk.h"
-#include "platform/executor.h"
+#include "platform/base/executor.h"
+#include "platform/files/disk.h"
 
 #include <QObject>
 
@@ -27,13 +27,13 @@ public:
     /// Starts nothing and touches no file.
     StartupViewModel(platform::Disk disk, platform::Executor executor, QObject* parent = nullptr);
 
-    const std::vector<StartupItem>& items() const { return m_items.items(); }
+    const std::vector<core::StartupItem>& items() const { return m_items.items(); }
     bool isLoading() const { return m_isLoading; }
-    const std::optional<StartupItem>& itemToDisable() const { return m_itemToDisable; }
+    const std::optional<core::StartupItem>& itemToDisable() const { return m_itemToDisable; }
     const std::optional<std::string>& lastDisabledName() const { return m_lastDisabledName; }
 
     Q_INVOKABLE void load();
-    void requestDisable(StartupItem item) { setItemToDisable(std::move(item)); }
+    void requestDisable(core::StartupItem item) { setItemToDisable(std::move(item)); }
     Q_INVOKABLE void requestDisable(int row); ///< of the list
     /// Blocks while the item is disabled; where that fails, nothing changes but that it is no longer asked
     /// for.
@@ -56,12 +56,12 @@ Q_SIGNALS:
 
 private:
     void setIsLoading(bool isLoading);
-    void setItemToDisable(std::optional<StartupItem> item);
+    void setItemToDisable(std::optional<core::StartupItem> item);
 
     platform::Disk m_disk;
     platform::Executor m_executor;
     StartupItemsModel m_items;
     bool m_isLoading = false;
-    std::optional<StartupItem> m_itemToDisable;
+    std::optional<core::StartupItem> m_itemToDisable;
     std::optional<std::string> m_lastDisabledName;
 };

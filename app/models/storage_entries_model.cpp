@@ -1,6 +1,6 @@
 #include "app/models/storage_entries_model.h"
 
-#include "app/models/display.h"
+#include "app/text/display.h"
 
 #include <algorithm>
 
@@ -11,7 +11,7 @@ int StorageEntriesModel::rowCount(const QModelIndex& parent) const {
 QVariant StorageEntriesModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const StorageEntry& entry = m_entries[static_cast<std::size_t>(index.row())];
+    const core::StorageEntry& entry = m_entries[static_cast<std::size_t>(index.row())];
     switch (role) {
     case NameRole:
         return display::text(entry.name);
@@ -32,11 +32,11 @@ QHash<int, QByteArray> StorageEntriesModel::roleNames() const {
     };
 }
 
-void StorageEntriesModel::setEntries(std::vector<StorageEntry> entries) {
+void StorageEntriesModel::setEntries(std::vector<core::StorageEntry> entries) {
     beginResetModel();
     m_entries = std::move(entries);
     m_largest = 1;
-    for (const StorageEntry& entry : m_entries)
+    for (const core::StorageEntry& entry : m_entries)
         m_largest = std::max(m_largest, entry.sizeBytes);
     endResetModel();
     Q_EMIT entriesChanged();

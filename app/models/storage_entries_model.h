@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/scan/storage_entry.h"
+#include "core/storage/storage_entry.h"
 
 #include <QAbstractListModel>
 
@@ -25,13 +25,13 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
     int count() const { return static_cast<int>(m_entries.size()); }
-    void setEntries(std::vector<StorageEntry> entries);
-    const std::vector<StorageEntry>& entries() const { return m_entries; }
+    void setEntries(std::vector<core::StorageEntry> entries);
+    const std::vector<core::StorageEntry>& entries() const { return m_entries; }
 
 Q_SIGNALS:
     void entriesChanged();
 
 private:
-    std::vector<StorageEntry> m_entries;
+    std::vector<core::StorageEntry> m_entries;
     std::int64_t m_largest = 1; ///< bytes; never 0
 };

@@ -1,11 +1,13 @@
 #include "app/models/uninstall_view_model.h"
+#include "core/health/health_score.h"
+#include "core/removal/deletion.h"
+#include "core/uninstall/installed_apps.h"
+#include "core/uninstall/related_files.h"
 
+#include "app/execution/qt_executor.h"
 #include "app/i18n/localizer.h"
-#include "app/models/background.h"
-#include "app/models/display.h"
-#include "core/scan/scanner.h"
-#include "core/uninstall/uninstaller.h"
-#include "platform/bytes.h"
+#include "app/text/display.h"
+#include "platform/base/bytes.h"
 
 UninstallViewModel::UninstallViewModel(platform::Disk disk, HistoryStore& history,
                                        platform::Executor executor, QObject* parent)
@@ -31,8 +33,8 @@ void UninstallViewModel::loadApps() {
     setIsLoadingApps(true);
     refreshFreeSpace();
     runInBackground(
-        m_executor, this, [disk = m_disk] { return LumvaleUninstaller::scanInstalledApps(disk); },
-        [](UninstallViewModel& model, std::vector<InstalledApp> apps) {
+        m_executor, this, [disk = m_disk] { return core::LumvaleUninstaller::scanInstalledApps(disk); },
+        [](UninstallViewModel& model, std::vector<core::InstalledApp> apps) {
             model.m_apps.setApps(std::move(apps));
             Q_EMIT model.appsChanged();
             model.setIsLoadingApps(false);
@@ -40,21 +42,21 @@ void UninstallViewModel::loadApps() {
 }
 
 void UninstallViewModel::refreshFreeSpace() {
-    const HealthScore health = LumvaleScanner::healthScore(m_disk);
+    const core::HealthScore health = core::LumvaleScanner::healthScore(m_disk);
     m_freeSpaceText = ::tr(QStringLiteral("word_free_space")) + QStringLiteral(" : ")
                       + display::size(health.freeDiskBytes) + QChar(u' ') + ::tr(QStringLiteral("word_of"))
                       + QChar(u' ') + display::size(health.totalDiskBytes);
     Q_EMIT freeSpaceTextChanged();
 }
 
-void UninstallViewModel::select(InstalledApp app) {
+void UninstallViewModel::select(core::InstalledApp app) {
     setSelectedApp(app);
     setLeftovers({});
     setChecked({app.id});
     setIsSearchingLeftovers(true);
     runInBackground(
-        m_executor, this, [disk = m_disk, app] { return LumvaleUninstaller::relatedFiles(app, disk); },
-        [id = app.id](UninstallViewModel& model, std::vector<ScanItem> items) {
+        m_executor, this, [disk = m_disk, app] { return core::LumvaleUninstaller::relatedFiles(app, disk); },
+        [id = app.id](UninstallViewModel& model, std::vector<core::ScanItem> items) {
             model.takeLeftovers(id, std::move(items));
         });
 }
@@ -64,7 +66,7 @@ void UninstallViewModel::select(int row) {
         select(apps()[static_cast<std::size_t>(row)]);
 }
 
-void UninstallViewModel::takeLeftovers(const std::string& appId, std::vector<ScanItem> items) {
+void UninstallViewModel::takeLeftovers(const std::string& appId, std::vector<core::ScanItem> items) {
     if (!m_selectedApp || m_selectedApp->id != appId)
         return;
     // An application picked twice is searched twice: the later result would tick again what was unticked
@@ -72,7 +74,7 @@ void UninstallViewModel::takeLeftovers(const std::string& appId, std::vector<Sca
     if (!m_isSearchingLeftovers)
         return;
     std::set<std::string> ids = checked();
-    for (const ScanItem& item : items)
+    for (const core::ScanItem& item : items)
         if (item.safeByDefault)
             ids.insert(item.id);
     setLeftovers(std::move(items));
@@ -103,10 +105,10 @@ void UninstallViewModel::setShowDeleteConfirm(bool show) {
 void UninstallViewModel::confirmUninstall() {
     if (!m_selectedApp)
         return;
-    const InstalledApp app = *m_selectedApp;
+    const core::InstalledApp app = *m_selectedApp;
     const std::int64_t bytes = selectedBytes();
     // What could not be moved stays where it is; entry and banner tell what was asked for.
-    (void)LumvaleScanner::deletePaths(checkedPaths(), m_disk);
+    (void)core::LumvaleScanner::deletePaths(checkedPaths(), m_disk);
     m_history.record(app.name, bytes);
     m_lastUninstalled = app.name;
     Q_EMIT lastUninstalledChanged();
@@ -118,7 +120,7 @@ void UninstallViewModel::confirmUninstall() {
 
 std::vector<std::string> UninstallViewModel::checkedPaths() const {
     std::vector<std::string> paths;
-    for (const ScanItem& item : leftovers())
+    for (const core::ScanItem& item : leftovers())
         if (checked().contains(item.id))
             paths.push_back(item.path);
     if (isSelectedAppChecked())
@@ -147,13 +149,13 @@ void UninstallViewModel::setIsLoadingApps(bool isLoading) {
     Q_EMIT isLoadingAppsChanged();
 }
 
-void UninstallViewModel::setSelectedApp(std::optional<InstalledApp> app) {
+void UninstallViewModel::setSelectedApp(std::optional<core::InstalledApp> app) {
     m_selectedApp = std::move(app);
     Q_EMIT selectedAppChanged();
     Q_EMIT selectionChanged();
 }
 
-void UninstallViewModel::setLeftovers(std::vector<ScanItem> items) {
+void UninstallViewModel::setLeftovers(std::vector<core::ScanItem> items) {
     m_leftovers.setItems(std::move(items));
     Q_EMIT leftoversChanged();
     Q_EMIT selectionChanged();

@@ -3,8 +3,8 @@
 #include "app/history/history_store.h"
 #include "app/models/installed_apps_model.h"
 #include "app/models/scan_items_model.h"
-#include "platform/disk.h"
-#include "platform/executor.h"
+#include "platform/base/executor.h"
+#include "platform/files/disk.h"
 
 #include <QObject>
 
@@ -42,10 +42,10 @@ public:
     UninstallViewModel(platform::Disk disk, HistoryStore& history, platform::Executor executor,
                        QObject* parent = nullptr);
 
-    const std::vector<InstalledApp>& apps() const { return m_apps.apps(); }
+    const std::vector<core::InstalledApp>& apps() const { return m_apps.apps(); }
     bool isLoadingApps() const { return m_isLoadingApps; }
-    const std::optional<InstalledApp>& selectedApp() const { return m_selectedApp; }
-    const std::vector<ScanItem>& leftovers() const { return m_leftovers.rows(); }
+    const std::optional<core::InstalledApp>& selectedApp() const { return m_selectedApp; }
+    const std::vector<core::ScanItem>& leftovers() const { return m_leftovers.rows(); }
     bool isSearchingLeftovers() const { return m_isSearchingLeftovers; }
     const std::set<std::string>& checked() const { return m_leftovers.checked(); }
     std::int64_t selectedBytes() const; ///< of the ticked, computed at each call; 0 without an application
@@ -58,7 +58,7 @@ public:
 
     Q_INVOKABLE void loadApps();
     Q_INVOKABLE void refreshFreeSpace();
-    void select(InstalledApp app);
+    void select(core::InstalledApp app);
     Q_INVOKABLE void select(int row);  ///< of the list of applications
     Q_INVOKABLE void clearSelection(); ///< back to that list
     Q_INVOKABLE void toggleSelectedApp();
@@ -92,10 +92,10 @@ Q_SIGNALS:
 
 private:
     void setIsLoadingApps(bool isLoading);
-    void setSelectedApp(std::optional<InstalledApp> app);
-    void setLeftovers(std::vector<ScanItem> items);
+    void setSelectedApp(std::optional<core::InstalledApp> app);
+    void setLeftovers(std::vector<core::ScanItem> items);
     void setIsSearchingLeftovers(bool isSearching);
-    void takeLeftovers(const std::string& appId, std::vector<ScanItem> items);
+    void takeLeftovers(const std::string& appId, std::vector<core::ScanItem> items);
     std::vector<std::string> checkedPaths() const; ///< files in the order of the list, then the application
 
     platform::Disk m_disk;
@@ -103,7 +103,7 @@ private:
     platform::Executor m_executor;
     InstalledAppsModel m_apps;
     bool m_isLoadingApps = false;
-    std::optional<InstalledApp> m_selectedApp;
+    std::optional<core::InstalledApp> m_selectedApp;
     ScanItemsModel m_leftovers; ///< and what is ticked, the application itself included
     bool m_isSearchingLeftovers = false;
     bool m_showDeleteConfirm = false;

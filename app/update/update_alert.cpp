@@ -1,6 +1,6 @@
 #include "app/update/update_alert.h"
 
-#include "app/models/display.h"
+#include "app/text/display.h"
 
 #include <algorithm>
 #include <iterator>

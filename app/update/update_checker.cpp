@@ -1,6 +1,6 @@
 #include "app/update/update_checker.h"
 
-#include "app/toolkit_log.h"
+#include "app/qt_log.h"
 #include "app/update/secure_fetch.h"
 #include "app/update/update_description.h"
 #include "app/update/update_page.h"
@@ -107,6 +107,6 @@ void UpdateChecker::startIfNeeded(QObject* owner, std::function<void(const Updat
     const double now = platform::secondsSince1970(terms.clock());
     if (now - lastCheck() < secondsOfADay || !terms.name)
         return;
-    silenceToolkit();
+    silenceQt();
     (new Check(owner, std::move(show), std::move(terms), now))->start();
 }

@@ -2,7 +2,7 @@
 
 #include "app/identity.h"
 #include "app/update/update_alert.h"
-#include "platform/date.h"
+#include "platform/base/date.h"
 
 #include <chrono>
 #include <functional>

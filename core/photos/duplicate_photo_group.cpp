@@ -1,9 +1,11 @@
 #include "core/photos/duplicate_photo_group.h"
 
-#include "platform/bytes.h"
+#include "platform/base/bytes.h"
 
 #include <algorithm>
 #include <utility>
+
+namespace core {
 
 DuplicatePhotoGroup::DuplicatePhotoGroup(std::vector<DuplicatePhotoItem> theItems)
     : items(std::move(theItems)) {
@@ -29,3 +31,5 @@ std::int64_t DuplicatePhotoGroup::totalWastedBytes() const {
     }
     return total;
 }
+
+} // namespace core

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+namespace core {
+
 /// Identical photos or videos: of one file size, pixel size, second of creation and kind.
 struct DuplicatePhotoGroup {
     /// Puts the items in order and names the group after them.
@@ -18,3 +20,5 @@ struct DuplicatePhotoGroup {
 
     bool operator==(const DuplicatePhotoGroup&) const = default;
 };
+
+} // namespace core

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "platform/date.h"
+#include "platform/base/date.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
+
+namespace core {
 
 /// One photo or video of a group of identical ones.
 struct DuplicatePhotoItem {
@@ -17,3 +19,5 @@ struct DuplicatePhotoItem {
 
     bool operator==(const DuplicatePhotoItem&) const = default;
 };
+
+} // namespace core

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-namespace LumvalePhotoDuplicates {
+namespace core::LumvalePhotoDuplicates {
 
 namespace {
 
@@ -74,4 +74,4 @@ void deleteItems(const std::vector<DuplicatePhotoItem>& items, std::function<voi
         std::move(completion));
 }
 
-} // namespace LumvalePhotoDuplicates
+} // namespace core::LumvalePhotoDuplicates

@@ -2,11 +2,13 @@
 
 #include "core/photos/duplicate_photo_group.h"
 #include "core/photos/duplicate_photo_item.h"
-#include "platform/executor.h"
-#include "platform/photo_library.h"
+#include "platform/base/executor.h"
+#include "platform/photos/photo_library.h"
 
 #include <functional>
 #include <vector>
+
+namespace core {
 
 /// What this program may do with the photo library, as the user knows it.
 enum class PhotoAccessState { notDetermined, denied, limited, authorized };
@@ -37,3 +39,5 @@ void deleteItems(const std::vector<DuplicatePhotoItem>& items, std::function<voi
                  const platform::PhotoLibrary& library = platform::Disk::current());
 
 } // namespace LumvalePhotoDuplicates
+
+} // namespace core

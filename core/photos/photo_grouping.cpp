@@ -5,7 +5,7 @@
 #include <optional>
 #include <utility>
 
-namespace LumvalePhotoDuplicates {
+namespace core::LumvalePhotoDuplicates {
 
 namespace {
 
@@ -125,4 +125,4 @@ std::vector<DuplicatePhotoGroup> PhotoGrouping::groups() const {
     return groups;
 }
 
-} // namespace LumvalePhotoDuplicates
+} // namespace core::LumvalePhotoDuplicates

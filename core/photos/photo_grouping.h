@@ -1,14 +1,14 @@
 #pragma once
 
 #include "core/photos/duplicate_photo_group.h"
-#include "platform/photo_asset.h"
+#include "platform/photos/photo_asset.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
 
-namespace LumvalePhotoDuplicates {
+namespace core::LumvalePhotoDuplicates {
 
 /// Finds identical ones among the assets that it is given one after the other. Touches no library.
 ///
@@ -45,4 +45,4 @@ private:
     std::string m_texts;
 };
 
-} // namespace LumvalePhotoDuplicates
+} // namespace core::LumvalePhotoDuplicates

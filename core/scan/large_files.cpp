@@ -1,9 +1,9 @@
 #include "core/scan/large_files.h"
 
-#include "platform/folder.h"
-#include "platform/path.h"
-#include "platform/text.h"
-#include "platform/walk.h"
+#include "platform/files/folder.h"
+#include "platform/files/path.h"
+#include "platform/text/text.h"
+#include "platform/walk/walk.h"
 
 #include <algorithm>
 #include <array>
@@ -11,7 +11,7 @@
 #include <limits>
 #include <utility>
 
-namespace LumvaleScanner {
+namespace core::LumvaleScanner {
 
 namespace {
 
@@ -141,4 +141,4 @@ std::vector<ScanItem> scanLargeFiles(const platform::Disk& disk, const std::stri
     return items;
 }
 
-} // namespace LumvaleScanner
+} // namespace core::LumvaleScanner

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "core/scan/scan_item.h"
-#include "platform/disk.h"
+#include "core/items/scan_item.h"
+#include "platform/files/disk.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace LumvaleScanner {
+namespace core::LumvaleScanner {
 
 /// The files of at least `minimumBytes` below `root`, largest first, at most `maxResults`; equal sizes in the
 /// order of a depth-first walk by name. Hidden entries, packages and the root's own Library, .Trash and
@@ -19,4 +19,4 @@ std::vector<ScanItem> scanLargeFiles(const platform::Disk& disk, const std::stri
 /// Whether a folder of this name is a package, whose content is nobody's to clean piece by piece.
 bool isProtectedPackage(std::string_view name);
 
-} // namespace LumvaleScanner
+} // namespace core::LumvaleScanner

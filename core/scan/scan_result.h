@@ -1,8 +1,10 @@
 #pragma once
 
-#include "core/scan/scan_item.h"
+#include "core/items/scan_item.h"
 
 #include <vector>
+
+namespace core {
 
 /// What a cleanup scan proposes.
 struct ScanResult {
@@ -11,3 +13,5 @@ struct ScanResult {
     std::vector<ScanItem> items;
     std::int64_t totalBytes; ///< of all items
 };
+
+} // namespace core

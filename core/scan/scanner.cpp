@@ -1,14 +1,15 @@
-#include "core/scan/scanner.h"
 
+#include "core/scan/scanner.h"
 #include "core/scan/large_files.h"
 #include "core/scan/sources.h"
-#include "core/uninstall/leftovers.h"
+#include "core/uninstall/orphaned_leftovers.h"
+#include "core/uninstall/virtual_machines.h"
 
 #include <algorithm>
 #include <iterator>
 #include <utility>
 
-namespace LumvaleScanner {
+namespace core::LumvaleScanner {
 
 namespace {
 
@@ -48,4 +49,4 @@ ScanResult scan(const platform::Disk& disk) {
     return ScanResult(std::move(items));
 }
 
-} // namespace LumvaleScanner
+} // namespace core::LumvaleScanner

@@ -1,13 +1,13 @@
 #include "core/scan/sources.h"
 
-#include "platform/folder.h"
-#include "platform/path.h"
-#include "platform/trash.h"
-#include "platform/walk.h"
+#include "platform/files/folder.h"
+#include "platform/files/path.h"
+#include "platform/removal/trash.h"
+#include "platform/walk/walk.h"
 
 #include <chrono>
 
-namespace LumvaleScanner {
+namespace core::LumvaleScanner {
 
 namespace {
 
@@ -51,4 +51,4 @@ std::int64_t directorySize(const platform::Disk& disk, const std::string& path) 
     return platform::measure(disk, std::span(&path, 1)).front();
 }
 
-} // namespace LumvaleScanner
+} // namespace core::LumvaleScanner

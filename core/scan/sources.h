@@ -1,12 +1,12 @@
 #pragma once
 
-#include "core/scan/candidate.h"
+#include "core/items/candidate.h"
 
 #include <cstdint>
 #include <vector>
 
 /// The cleanup scan's own sources.
-namespace LumvaleScanner {
+namespace core::LumvaleScanner {
 
 /// The direct children of a folder; of caches and logs without those whose name begins with ".".
 std::vector<Candidate> scanDirectoryEntries(const platform::Disk& disk, const std::string& folder,
@@ -20,4 +20,4 @@ std::vector<Candidate> scanOldDownloads(const platform::Disk& disk, const std::s
 /// The size by which an entry is proposed: see platform::measure.
 std::int64_t directorySize(const platform::Disk& disk, const std::string& path);
 
-} // namespace LumvaleScanner
+} // namespace core::LumvaleScanner

@@ -2,15 +2,14 @@
 
 #include "core/startup/startup_item.h"
 #include "core/uninstall/installed_app.h"
-#include "platform/disk.h"
+#include "platform/files/disk.h"
 
-#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace LumvaleStartupItems {
+namespace core::LumvaleStartupItems {
 
 /// The agents whose lists lie in `folder`, in the order of the lists' names. Those whose label, in lower
 /// case, is among `seenLabels` are left out, and the labels of the others join it.
@@ -25,8 +24,4 @@ std::string friendlyName(std::string_view label, const std::vector<InstalledApp>
 /// Runs the system's tool for agents and gives its exit status, -1 when it could not be started.
 int runLaunchctl(const std::vector<std::string>& arguments);
 
-/// Disables with `launchctl` in the place of the system's tool.
-bool disable(const StartupItem& item, const platform::Disk& disk,
-             const std::function<int(const std::vector<std::string>&)>& launchctl);
-
-} // namespace LumvaleStartupItems
+} // namespace core::LumvaleStartupItems

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace core {
+
 StartupItem::StartupItem(std::string itemPath, std::string itemLabel, std::string name,
                          std::string explanationKey, bool systemWide, bool alreadyDisabled)
     : id(itemPath),
@@ -11,3 +13,5 @@ StartupItem::StartupItem(std::string itemPath, std::string itemLabel, std::strin
       explanation(std::move(explanationKey)),
       isSystemWide(systemWide),
       isAlreadyDisabled(alreadyDisabled) {}
+
+} // namespace core

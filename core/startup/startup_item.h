@@ -2,6 +2,8 @@
 
 #include <string>
 
+namespace core {
+
 /// A launch agent: something that starts when the user logs in.
 struct StartupItem {
     StartupItem(std::string path, std::string label, std::string displayName, std::string explanation,
@@ -17,3 +19,5 @@ struct StartupItem {
 
     bool operator==(const StartupItem&) const = default;
 };
+
+} // namespace core

@@ -1,31 +1,20 @@
 #include "core/startup/startup_items.h"
+#include "core/removal/deletion.h"
+#include "core/uninstall/installed_apps.h"
 
-#include "core/scan/scanner.h"
 #include "core/startup/launch_agents.h"
-#include "core/uninstall/leftovers.h"
-#include "platform/folder.h"
-#include "platform/path.h"
-#include "platform/process.h"
-#include "platform/property_list.h"
-#include "platform/text.h"
+#include "platform/files/folder.h"
+#include "platform/files/path.h"
+#include "platform/property_lists/property_list.h"
+#include "platform/system/process.h"
+#include "platform/text/text.h"
 
 #include <algorithm>
 #include <iterator>
 #include <optional>
 #include <utility>
 
-namespace LumvaleStartupItems {
-
-namespace {
-
-/// The last piece between dots that isn't empty.
-std::string lastPiece(std::string_view label) {
-    const std::size_t end = label.find_last_not_of('.') + 1; // 0 when there are only dots
-    label = label.substr(0, end);
-    return std::string(label.substr(label.rfind('.') + 1));
-}
-
-} // namespace
+namespace core::LumvaleStartupItems {
 
 std::vector<StartupItem> scan(const platform::Disk& disk) {
     const std::vector<InstalledApp> apps = LumvaleUninstaller::discoverApps(disk);
@@ -40,55 +29,6 @@ std::vector<StartupItem> scan(const platform::Disk& disk) {
         return order.before(a.displayName, b.displayName);
     });
     return items;
-}
-
-std::vector<StartupItem> scanFolder(const platform::Disk& disk, const std::string& folder, bool isSystemWide,
-                                    const std::vector<InstalledApp>& installedApps,
-                                    std::set<std::string>& seenLabels) {
-    std::vector<StartupItem> items;
-    const auto names = platform::listFolder(disk, folder);
-    if (!names)
-        return items;
-    for (const std::string& name : *names) {
-        if (platform::lowercased(platform::extension(name)) != "plist")
-            continue;
-        std::string path = platform::joined(folder, name);
-        const auto list = platform::PropertyList::read(disk, path);
-        std::optional<std::string> label = list ? list->string("Label") : std::nullopt;
-        if (!label || label->empty())
-            continue;
-        std::string lowerCase = platform::lowercased(*label);
-        if (lowerCase.starts_with("com.apple.") || !seenLabels.insert(std::move(lowerCase)).second)
-            continue;
-        std::string displayName = friendlyName(*label, installedApps);
-        items.push_back({std::move(path), *std::move(label), std::move(displayName),
-                         isSystemWide ? "exp_startup_system" : "exp_startup_user", isSystemWide,
-                         list->boolean("Disabled").value_or(false)});
-    }
-    return items;
-}
-
-std::string friendlyName(std::string_view label, const std::vector<InstalledApp>& installedApps) {
-    constexpr std::size_t shortestIdentifier = 4;
-    constexpr std::size_t shortestPiece = 2;
-    const std::string lowerLabel = platform::lowercased(label);
-    for (const InstalledApp& app : installedApps) {
-        if (!app.bundleIdentifier)
-            continue;
-        const std::string identifier = platform::lowercased(*app.bundleIdentifier);
-        if (lowerLabel.starts_with(identifier) && platform::characterCount(identifier) >= shortestIdentifier)
-            return app.name;
-    }
-    std::string piece = lastPiece(label);
-    if (platform::characterCount(piece) < shortestPiece)
-        return std::string(label);
-    std::replace(piece.begin(), piece.end(), '-', ' ');
-    std::replace(piece.begin(), piece.end(), '_', ' ');
-    return platform::capitalized(piece);
-}
-
-int runLaunchctl(const std::vector<std::string>& arguments) {
-    return platform::runProgram("/bin/launchctl", arguments);
 }
 
 bool disable(const StartupItem& item, const platform::Disk& disk) {
@@ -106,4 +46,4 @@ bool disable(const StartupItem& item, const platform::Disk& disk,
     return std::find(moved.begin(), moved.end(), item.path) != moved.end();
 }
 
-} // namespace LumvaleStartupItems
+} // namespace core::LumvaleStartupItems

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace core {
+
 InstalledApp::InstalledApp(std::string appName, std::optional<std::string> identifier, std::string appPath,
                            std::int64_t size)
     : id(appPath),
@@ -9,3 +11,5 @@ InstalledApp::InstalledApp(std::string appName, std::optional<std::string> ident
       bundleIdentifier(std::move(identifier)),
       path(std::move(appPath)),
       sizeBytes(size) {}
+
+} // namespace core

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+namespace core {
+
 /// An application found on the disk.
 struct InstalledApp {
     InstalledApp(std::string name, std::optional<std::string> bundleIdentifier, std::string path,
@@ -18,3 +20,5 @@ struct InstalledApp {
 
     bool operator==(const InstalledApp&) const = default;
 };
+
+} // namespace core

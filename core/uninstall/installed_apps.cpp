@@ -1,15 +1,14 @@
-#include "core/uninstall/leftovers.h"
-#include "core/uninstall/uninstaller.h"
-#include "platform/folder.h"
-#include "platform/path.h"
-#include "platform/property_list.h"
-#include "platform/text.h"
-#include "platform/walk.h"
+#include "core/uninstall/installed_apps.h"
+#include "platform/files/folder.h"
+#include "platform/files/path.h"
+#include "platform/property_lists/property_list.h"
+#include "platform/text/text.h"
+#include "platform/walk/walk.h"
 
 #include <algorithm>
 #include <array>
 
-namespace LumvaleUninstaller {
+namespace core::LumvaleUninstaller {
 
 namespace {
 
@@ -89,4 +88,4 @@ std::vector<std::string> matchKeys(const InstalledApp& app) {
     return keys;
 }
 
-} // namespace LumvaleUninstaller
+} // namespace core::LumvaleUninstaller

@@ -1,14 +1,14 @@
-#include "core/uninstall/leftovers.h"
-#include "core/uninstall/uninstaller.h"
-#include "platform/folder.h"
-#include "platform/path.h"
-#include "platform/text.h"
+#include "core/uninstall/orphaned_leftovers.h"
+#include "core/uninstall/installed_apps.h"
+#include "platform/files/folder.h"
+#include "platform/files/path.h"
+#include "platform/text/text.h"
 
 #include <algorithm>
 #include <array>
 #include <set>
 
-namespace LumvaleUninstaller {
+namespace core::LumvaleUninstaller {
 
 namespace {
 
@@ -89,4 +89,4 @@ std::vector<ScanItem> orphanedLeftovers(const platform::Disk& disk) {
     return measured(disk, orphanCandidates(disk));
 }
 
-} // namespace LumvaleUninstaller
+} // namespace core::LumvaleUninstaller

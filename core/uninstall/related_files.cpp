@@ -1,14 +1,15 @@
-#include "core/uninstall/leftovers.h"
-#include "core/uninstall/uninstaller.h"
-#include "platform/folder.h"
-#include "platform/path.h"
-#include "platform/text.h"
+#include "core/uninstall/related_files.h"
+#include "core/items/candidate.h"
+#include "core/uninstall/installed_apps.h"
+#include "platform/files/folder.h"
+#include "platform/files/path.h"
+#include "platform/text/text.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
-namespace LumvaleUninstaller {
+namespace core::LumvaleUninstaller {
 
 namespace {
 
@@ -92,4 +93,4 @@ std::vector<ScanItem> relatedFiles(const InstalledApp& app, const platform::Disk
     return measured(disk, candidates, NoSize::keep);
 }
 
-} // namespace LumvaleUninstaller
+} // namespace core::LumvaleUninstaller

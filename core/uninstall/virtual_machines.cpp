@@ -1,13 +1,12 @@
-#include "core/uninstall/leftovers.h"
-#include "core/uninstall/uninstaller.h"
-#include "platform/attributes.h"
-#include "platform/folder.h"
-#include "platform/path.h"
-#include "platform/text.h"
+#include "core/uninstall/virtual_machines.h"
+#include "platform/files/attributes.h"
+#include "platform/files/folder.h"
+#include "platform/files/path.h"
+#include "platform/text/text.h"
 
 #include <array>
 
-namespace LumvaleUninstaller {
+namespace core::LumvaleUninstaller {
 
 namespace {
 
@@ -73,4 +72,4 @@ std::vector<ScanItem> virtualMachineItems(const platform::Disk& disk) {
     return measured(disk, virtualMachineCandidates(disk));
 }
 
-} // namespace LumvaleUninstaller
+} // namespace core::LumvaleUninstaller

@@ -1,4 +1,4 @@
-#include "platform/folder_reader.h"
+#include "platform/files/folder_reader.h"
 
 #include <cerrno>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "platform/locale.h"
+#include "platform/text/locale.h"
 
 #include <algorithm>
 #include <cstdlib>

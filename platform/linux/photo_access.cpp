@@ -1,7 +1,7 @@
-#include "platform/file.h"
-#include "platform/path.h"
-#include "platform/photo_catalogue.h"
-#include "platform/photo_library.h"
+#include "platform/files/file.h"
+#include "platform/files/path.h"
+#include "platform/photos/photo_catalogue.h"
+#include "platform/photos/photo_library.h"
 
 #include <cerrno>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "platform/volume.h"
+#include "platform/system/volume.h"
 
 #include <limits>
 

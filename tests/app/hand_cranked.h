@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/executor.h"
+#include "platform/base/executor.h"
 
 #include <algorithm>
 #include <deque>

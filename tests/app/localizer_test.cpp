@@ -110,7 +110,7 @@ TEST_F(LocalizerTest, StoresEveryAssignmentBeforeItTells) {
 
 TEST_F(LocalizerTest, FindsTextsInTheLanguageOfTheMoment) {
     Localizer::shared().setLanguage(AppLanguage::en);
-    EXPECT_EQ(localizedCategoryName(ScanCategory::trash), u"Trash");
+    EXPECT_EQ(localizedCategoryName(core::ScanCategory::trash), u"Trash");
     EXPECT_EQ(tr(u"no_such_key"_s), u"no_such_key");
     Localizer::shared().setLanguage(AppLanguage::automatic); // on a system that prefers nothing
     EXPECT_EQ(tr(u"btn_scan"_s), u"Analyser mon Mac");

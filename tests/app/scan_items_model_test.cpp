@@ -1,6 +1,6 @@
 #include "app/models/scan_items_model.h"
 
-#include "app/models/display.h"
+#include "app/text/display.h"
 
 #include <QAbstractItemModelTester>
 
@@ -10,8 +10,8 @@
 
 namespace {
 
-ScanItem item(std::string path, ScanCategory category, std::int64_t sizeBytes = 1) {
-    return ScanItem(std::move(path), sizeBytes, category, "exp_cache", true, std::nullopt);
+core::ScanItem item(std::string path, core::ScanCategory category, std::int64_t sizeBytes = 1) {
+    return core::ScanItem(std::move(path), sizeBytes, category, "exp_cache", true, std::nullopt);
 }
 
 std::vector<bool> ticks(const ScanItemsModel& model) {
@@ -43,12 +43,13 @@ TEST(Display, ShowsEveryNameInOneLineAndInItsOwnOrder) {
 }
 
 TEST_F(ScanItemsModelTest, ListsByCategoryAndThenInTheOrderOfTheResultAsPeopleReadIt) {
-    ScanItem dated = item("/Users/me/Downloads/b\xffok", ScanCategory::oldDownloads, 1'230'000);
+    core::ScanItem dated = item("/Users/me/Downloads/b\xffok", core::ScanCategory::oldDownloads, 1'230'000);
     dated.modifiedDate = platform::Date(platform::Date::duration(1'700'000'000));
-    m_model.setItems({dated, item("/cache/2", ScanCategory::cache), item("/trash", ScanCategory::trash),
-                      item("/cache/1", ScanCategory::cache)});
+    m_model.setItems({dated, item("/cache/2", core::ScanCategory::cache),
+                      item("/trash", core::ScanCategory::trash),
+                      item("/cache/1", core::ScanCategory::cache)});
     std::vector<std::string> paths;
-    for (const ScanItem& row : m_model.rows())
+    for (const core::ScanItem& row : m_model.rows())
         paths.push_back(row.path);
     EXPECT_EQ(paths, (std::vector<std::string>{"/cache/2", "/cache/1", "/trash", dated.path}));
     const auto shown = [&](int row, int role) {
@@ -61,8 +62,9 @@ TEST_F(ScanItemsModelTest, ListsByCategoryAndThenInTheOrderOfTheResultAsPeopleRe
 }
 
 TEST_F(ScanItemsModelTest, TicksBothRowsOfOnePathAndTellsOfNothingElse) {
-    m_model.setItems({item("/twice", ScanCategory::largeOldFiles, 5), item("/other", ScanCategory::cache, 1),
-                      item("/twice", ScanCategory::oldDownloads, 5)});
+    m_model.setItems({item("/twice", core::ScanCategory::largeOldFiles, 5),
+                      item("/other", core::ScanCategory::cache, 1),
+                      item("/twice", core::ScanCategory::oldDownloads, 5)});
     std::vector<int> told;
     QObject::connect(&m_model, &QAbstractItemModel::dataChanged, &m_model,
                      [&](const QModelIndex& first, const QModelIndex& last, const QList<int>& roles) {

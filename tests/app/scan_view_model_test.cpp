@@ -23,7 +23,7 @@ protected:
 
     Paths listed() const {
         Paths paths;
-        for (const ScanItem& item : m_model.items()->rows())
+        for (const core::ScanItem& item : m_model.items()->rows())
             paths.insert(item.path);
         return paths;
     }

@@ -116,10 +116,10 @@ TEST_F(StartupViewModelTest, DisablesOnlyWhatIsAskedForAndConfirmed) {
 
 TEST_F(StartupViewModelTest, RemovesEveryRowOfTheItem) {
     load();
-    std::vector<StartupItem> items = m_model.items();
+    std::vector<core::StartupItem> items = m_model.items();
     items.insert(items.begin(), items[1]);
     m_model.itemsModel()->setItems(items);
-    StartupItem likeOne = items[0];
+    core::StartupItem likeOne = items[0];
     likeOne.displayName = "As it was asked for";
     m_model.requestDisable(likeOne);
     m_model.confirmDisable();

@@ -1,8 +1,10 @@
 #include "app/models/uninstall_view_model.h"
+#include "core/health/health_score.h"
+#include "core/items/scan_item.h"
+#include "core/uninstall/installed_app.h"
 
 #include "app/i18n/localizer.h"
-#include "app/models/display.h"
-#include "core/scan/scanner.h"
+#include "app/text/display.h"
 #include "tests/app/hand_cranked.h"
 #include "tests/support/temporary_disk.h"
 
@@ -47,14 +49,14 @@ protected:
 
     Lines appNames() const {
         Lines names;
-        for (const InstalledApp& app : m_model.apps())
+        for (const core::InstalledApp& app : m_model.apps())
             names.push_back(app.name);
         return names;
     }
 
     Lines leftovers() const {
         Lines paths;
-        for (const ScanItem& item : m_model.leftovers())
+        for (const core::ScanItem& item : m_model.leftovers())
             paths.push_back(item.path);
         return paths;
     }
@@ -99,7 +101,8 @@ TEST_F(UninstallViewModelTest, SaysTheFreeSpaceInTheLanguageOfTheMoment) {
     const std::string line = m_model.freeSpaceText().toStdString();
     EXPECT_TRUE(line.starts_with("Espace libre : ")) << line;
     EXPECT_TRUE(line.ends_with(
-        " sur " + display::size(LumvaleScanner::healthScore(m_disk.disk()).totalDiskBytes).toStdString()))
+        " sur "
+        + display::size(core::LumvaleScanner::healthScore(m_disk.disk()).totalDiskBytes).toStdString()))
         << line;
     Localizer::shared().setLanguage(AppLanguage::en);
     EXPECT_TRUE(m_model.freeSpaceText().startsWith(u"Free space : "));

@@ -1,7 +1,8 @@
-#include "core/scan/scanner.h"
 
-#include "platform/path.h"
-#include "platform/trash.h"
+#include "core/removal/deletion.h"
+#include "core/removal/deletion_guard.h"
+#include "platform/files/path.h"
+#include "platform/removal/trash.h"
 #include "tests/support/codes.h"
 #include "tests/support/temporary_disk.h"
 
@@ -11,8 +12,8 @@
 
 #include <gtest/gtest.h>
 
-using LumvaleScanner::deletePaths;
-using LumvaleScanner::isDeletionAllowed;
+using core::LumvaleScanner::deletePaths;
+using core::LumvaleScanner::isDeletionAllowed;
 
 namespace {
 
@@ -83,7 +84,7 @@ TEST_F(Deletion, RefusesAProtectedPlaceHoweverItIsSpelt) {
          {"~/Library/Caches/../../Documents", "~/Documents/", "~//Documents/.", "/../../Users/me/Documents",
           "~/x/../Documents//", "/Users/./me", "/tmp/../System/x", "~/../other/kept", "/Library/..",
           "relative", ""}) {
-        const DeletionOutcome outcome = deletePaths({at(spelling)}, disk.disk());
+        const core::DeletionOutcome outcome = deletePaths({at(spelling)}, disk.disk());
         EXPECT_TRUE(outcome.succeeded.empty());
         ASSERT_EQ(failures(outcome), Lines{at(spelling) + " Lumvale 1"}); // the path as it was given
         EXPECT_EQ(outcome.failed[0].error.description, "Chemin protégé : Lumvale refuse de le supprimer.");
@@ -127,7 +128,7 @@ TEST_F(Deletion, MovesToTheTrashAndRemovesForGoodWhatIsThere) {
     std::vector<std::string> paths = at({"~/Library/Caches/a/", "~/missing", "/System/x", "~/.Trash/./old",
                                          "~/Downloads/b", "~/Downloads/b"});
     paths.emplace_back("/tmp/a\0b", 8);
-    const DeletionOutcome outcome = deletePaths(paths, disk.disk());
+    const core::DeletionOutcome outcome = deletePaths(paths, disk.disk());
     EXPECT_EQ(outcome.succeeded, at({"~/Library/Caches/a", "~/.Trash/old", "~/Downloads/b"}));
     EXPECT_EQ(failures(outcome), (Lines{at("~/missing 4:2"), "/System/x Lumvale 1", at("~/Downloads/b 4:2"),
                                         paths[6] + " 512:22"}));

@@ -49,22 +49,23 @@ protected:
         return given.value();
     }
 
-    std::vector<DuplicatePhotoGroup> groups(PhotoAuthorization status = PhotoAuthorization::authorized) {
-        return answer<std::vector<DuplicatePhotoGroup>>([&](auto completion, const auto& executor) {
-            LumvalePhotoDuplicates::findExactDuplicates(completion, executor, library(status));
+    std::vector<core::DuplicatePhotoGroup>
+    groups(PhotoAuthorization status = PhotoAuthorization::authorized) {
+        return answer<std::vector<core::DuplicatePhotoGroup>>([&](auto completion, const auto& executor) {
+            core::LumvalePhotoDuplicates::findExactDuplicates(completion, executor, library(status));
         });
     }
 
     Texts ids() {
         Texts found;
-        for (const DuplicatePhotoGroup& group : groups())
+        for (const core::DuplicatePhotoGroup& group : groups())
             found.push_back(group.id);
         return found;
     }
 
-    bool deletes(const std::vector<DuplicatePhotoItem>& items) {
+    bool deletes(const std::vector<core::DuplicatePhotoItem>& items) {
         return answer<bool>([&](auto completion, const auto& executor) {
-            LumvalePhotoDuplicates::deleteItems(items, completion, executor, library());
+            core::LumvalePhotoDuplicates::deleteItems(items, completion, executor, library());
         });
     }
 
@@ -75,7 +76,8 @@ platform::Date date(double seconds) {
     return platform::Date(platform::Date::duration(seconds));
 }
 
-DuplicatePhotoItem item(std::string id, std::int64_t size = 5, std::optional<platform::Date> taken = {}) {
+core::DuplicatePhotoItem item(std::string id, std::int64_t size = 5,
+                              std::optional<platform::Date> taken = {}) {
     return {std::move(id), "name", size, taken, false, false};
 }
 
@@ -135,39 +137,40 @@ TEST_F(PhotoDuplicates, HoldWhatTheLibraryKnows) {
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found[0].id, "A/L0/001-B/L0/001-C/L0/001");
     EXPECT_EQ(found[0].totalWastedBytes(), 4'000'000);
-    EXPECT_EQ(found[0].items, (std::vector<DuplicatePhotoItem>{
+    EXPECT_EQ(found[0].items, (std::vector<core::DuplicatePhotoItem>{
                                   {"A/L0/001", "IMG_1.JPG", 2'000'000, date(1'678'307'200.25), true, true},
                                   {"B/L0/001", "b.MOV", 2'000'000, date(1'678'307'200.5), false, true},
                                   {"C/L0/001", "", 2'000'000, date(1'678'307'200.5), false, true}}));
 }
 
 TEST(DuplicatePhotoGroup, IsInOrderAndCountsWhatIsTooMuch) {
-    const DuplicatePhotoGroup group(
+    const core::DuplicatePhotoGroup group(
         {item("b", 5, date(3)), item("c", 9), item("a", 7, date(2)), item("B", 5, date(3)), item("d", 1)});
     EXPECT_EQ(group.id, "B-a-b-c-d");
     Texts order;
-    for (const DuplicatePhotoItem& one : group.items)
+    for (const core::DuplicatePhotoItem& one : group.items)
         order.push_back(one.id);
     EXPECT_EQ(order, (Texts{"c", "d", "a", "b", "B"}));
     EXPECT_EQ(group.totalWastedBytes(), 18);
-    EXPECT_EQ(DuplicatePhotoGroup({item("a")}).totalWastedBytes(), 0);
+    EXPECT_EQ(core::DuplicatePhotoGroup({item("a")}).totalWastedBytes(), 0);
     constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-    EXPECT_EQ(DuplicatePhotoGroup({item("a", most), item("b", most), item("c", most)}).totalWastedBytes(),
-              most);
+    EXPECT_EQ(
+        core::DuplicatePhotoGroup({item("a", most), item("b", most), item("c", most)}).totalWastedBytes(),
+        most);
 }
 
 TEST_F(PhotoDuplicates, TellWhatThisProgramMayDo) {
-    const std::pair<PhotoAuthorization, PhotoAccessState> states[]{
-        {PhotoAuthorization::notDetermined, PhotoAccessState::notDetermined},
-        {PhotoAuthorization::restricted, PhotoAccessState::denied},
-        {PhotoAuthorization::denied, PhotoAccessState::denied},
-        {PhotoAuthorization::authorized, PhotoAccessState::authorized},
-        {PhotoAuthorization::limited, PhotoAccessState::limited},
-        {static_cast<PhotoAuthorization>(99), PhotoAccessState::denied}};
+    const std::pair<PhotoAuthorization, core::PhotoAccessState> states[]{
+        {PhotoAuthorization::notDetermined, core::PhotoAccessState::notDetermined},
+        {PhotoAuthorization::restricted, core::PhotoAccessState::denied},
+        {PhotoAuthorization::denied, core::PhotoAccessState::denied},
+        {PhotoAuthorization::authorized, core::PhotoAccessState::authorized},
+        {PhotoAuthorization::limited, core::PhotoAccessState::limited},
+        {static_cast<PhotoAuthorization>(99), core::PhotoAccessState::denied}};
     for (const auto& [answered, state] : states) {
-        EXPECT_EQ(LumvalePhotoDuplicates::authorizationStatus(library(answered)), state);
-        EXPECT_EQ(answer<PhotoAccessState>([&](auto completion, const auto& executor) {
-                      LumvalePhotoDuplicates::requestAccess(
+        EXPECT_EQ(core::LumvalePhotoDuplicates::authorizationStatus(library(answered)), state);
+        EXPECT_EQ(answer<core::PhotoAccessState>([&](auto completion, const auto& executor) {
+                      core::LumvalePhotoDuplicates::requestAccess(
                           completion, executor, library(PhotoAuthorization::notDetermined, answered));
                   }),
                   state);

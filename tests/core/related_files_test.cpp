@@ -1,4 +1,4 @@
-#include "core/uninstall/leftovers.h"
+#include "core/uninstall/related_files.h"
 #include "core/uninstall/uninstaller.h"
 #include "tests/support/codes.h"
 #include "tests/support/temporary_disk.h"
@@ -12,18 +12,18 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-InstalledApp app(std::string name, std::optional<std::string> identifier,
-                 std::string path = "/Applications/x.app") {
-    return InstalledApp(std::move(name), std::move(identifier), std::move(path), 7);
+core::InstalledApp app(std::string name, std::optional<std::string> identifier,
+                       std::string path = "/Applications/x.app") {
+    return core::InstalledApp(std::move(name), std::move(identifier), std::move(path), 7);
 }
 
-const InstalledApp notes = app("Notes", "com.example.notes", "/Applications/Notes.app");
+const core::InstalledApp notes = app("Notes", "com.example.notes", "/Applications/Notes.app");
 
 struct RelatedFiles : testing::Test {
     /// Path from the home on, and size, of each finding.
-    Lines found(const InstalledApp& of = notes) const {
+    Lines found(const core::InstalledApp& of = notes) const {
         Lines lines;
-        for (const ScanItem& item : LumvaleUninstaller::relatedFiles(of, disk.disk()))
+        for (const core::ScanItem& item : core::LumvaleUninstaller::relatedFiles(of, disk.disk()))
             lines.push_back((item.path.starts_with(at("~/")) ? item.path.substr(at("~/").size()) : item.path)
                             + " " + std::to_string(item.sizeBytes));
         return lines;
@@ -50,25 +50,26 @@ TEST_F(RelatedFiles, AreFoundInTheirPlacesInOrder) {
         {"/Library/Application Support", "exp_app_support_system"},
         {"/Library/PreferencePanes", "exp_app_prefpane_system"},
         {"/private/var/folders/ab/C", "exp_app_darwin_cache"}};
-    std::vector<ScanItem> expected;
+    std::vector<core::ScanItem> expected;
     for (const auto& [folder, explanation] : places) {
         for (const char* name : {"/A Notes folder", "/b.notes"}) {
             const std::string path = at(folder) + name;
             const std::int64_t bytes = static_cast<std::int64_t>(expected.size()) + 1;
             disk.make(path + (name[1] == 'A' ? "/in/it " : " ") + std::to_string(bytes));
             disk.setModified(path, modified);
-            expected.emplace_back(path, bytes, ScanCategory::appLeftovers, explanation, true, modified);
+            expected.emplace_back(path, bytes, core::ScanCategory::appLeftovers, explanation, true, modified);
         }
         disk.make(std::string(folder) + "/other");
     }
     disk.make({"/Applications/Notes.app/Contents/x 9", "~/Documents/notes", "/Library/Caches/notes"});
-    EXPECT_EQ(LumvaleUninstaller::relatedFiles(notes, withUserCache("/private//var/folders/ab/C/")),
+    EXPECT_EQ(core::LumvaleUninstaller::relatedFiles(notes, withUserCache("/private//var/folders/ab/C/")),
               expected);
     expected.erase(expected.end() - 2, expected.end());
-    EXPECT_EQ(LumvaleUninstaller::relatedFiles(notes, disk.disk()), expected);
+    EXPECT_EQ(core::LumvaleUninstaller::relatedFiles(notes, disk.disk()), expected);
     for (const char* elsewhere : {"/Users/me/Documents", "/private/var/folders", "/var/folders/ab/C",
                                   "/private/var/folders/../db/C", "private/var/folders/ab/C", ""})
-        EXPECT_FALSE(LumvaleUninstaller::darwinUserCacheDirectory(withUserCache(elsewhere))) << elsewhere;
+        EXPECT_FALSE(core::LumvaleUninstaller::darwinUserCacheDirectory(withUserCache(elsewhere)))
+            << elsewhere;
 }
 
 TEST_F(RelatedFiles, AreThoseWhoseNamesContainAKey) {
@@ -89,7 +90,7 @@ TEST_F(RelatedFiles, AreThoseWhoseNamesContainAKey) {
     for (const std::string& name : names)
         disk.make("~/Library/Services/" + name);
     const struct {
-        InstalledApp of;
+        core::InstalledApp of;
         Lines expected;
     } cases[]{
         {notes, {"COM.Example.Notes.plist", "com_example_notes", "footnotes"}},
@@ -147,11 +148,12 @@ TEST_F(RelatedFiles, AreUninstalledInTheirOrderBeforeTheBundleAndNothingElseIs) 
                "/System/Finder.app/x"});
     disk.setMode("~/Library/Preferences", 0500);
     disk.setMode("/Applications", 0500);
-    const auto uninstall = [&](const InstalledApp& of, std::initializer_list<std::string_view> related) {
-        return LumvaleUninstaller::uninstall(of, at(related), disk.disk());
+    const auto uninstall = [&](const core::InstalledApp& of,
+                               std::initializer_list<std::string_view> related) {
+        return core::LumvaleUninstaller::uninstall(of, at(related), disk.disk());
     };
     auto expected = disk.entries();
-    const DeletionOutcome outcome =
+    const core::DeletionOutcome outcome =
         uninstall(notes, {"~/Library/WebKit/notes", "/System/Finder.app", "~/Library/Preferences/notes",
                           "~/Library/Caches/notes", "~/Library/Caches/gone", "~/Library/Caches/notes"});
     EXPECT_EQ(outcome.succeeded, at({"~/Library/WebKit/notes", "~/Library/Caches/notes"}));

@@ -1,8 +1,9 @@
-#include "core/scan/scanner.h"
 
+#include "core/health/health_score.h"
 #include "core/scan/large_files.h"
-#include "core/scan/score.h"
+#include "core/scan/scanner.h"
 #include "core/scan/sources.h"
+#include "core/storage/storage_breakdown.h"
 #include "tests/support/temporary_disk.h"
 
 #include <chrono>
@@ -20,9 +21,9 @@ const platform::Date modified(platform::Date::duration(1'700'000'000.5));
 constexpr std::int64_t mebibyte = 1024 * 1024;
 
 /// What was found, as "path size" relative to the home, in the order found.
-std::vector<std::string> lines(const std::vector<ScanItem>& items) {
+std::vector<std::string> lines(const std::vector<core::ScanItem>& items) {
     std::vector<std::string> result;
-    for (const ScanItem& item : items) {
+    for (const core::ScanItem& item : items) {
         EXPECT_TRUE(item.path.starts_with("/Users/me/")) << item.path;
         result.push_back(item.path.substr(10) + " " + std::to_string(item.sizeBytes));
     }
@@ -31,8 +32,9 @@ std::vector<std::string> lines(const std::vector<ScanItem>& items) {
 
 using Lines = std::vector<std::string>;
 
-ScanItem inCaches(std::string name, ScanCategory category = ScanCategory::cache, bool tick = true) {
-    return ScanItem("/Users/me/Library/Caches/" + std::move(name), 1, category, "exp_cache", tick, {});
+core::ScanItem inCaches(std::string name, core::ScanCategory category = core::ScanCategory::cache,
+                        bool tick = true) {
+    return core::ScanItem("/Users/me/Library/Caches/" + std::move(name), 1, category, "exp_cache", tick, {});
 }
 
 } // namespace
@@ -47,13 +49,13 @@ TEST(Scan, ProposesTheChildrenOfEachPlaceWithItsCategoryKeyAndTick) {
                "~/Library/Developer/Xcode/DerivedData/Project-abc/x 60",
                "~/Library/Developer/CoreSimulator/Caches/dyld/x 50",
                "~/Library/Developer/CoreSimulator/Caches/.hidden/x 40"});
-    const auto item = [](std::string_view path, std::int64_t size, ScanCategory category,
+    const auto item = [](std::string_view path, std::int64_t size, core::ScanCategory category,
                          std::string_view explanation, bool ticked = true) {
-        return ScanItem(at(path), size, category, explanation, ticked, modified);
+        return core::ScanItem(at(path), size, category, explanation, ticked, modified);
     };
-    using enum ScanCategory;
+    using enum core::ScanCategory;
     // Largest first; the cache before the log of the same size, since it was gathered first.
-    const std::vector<ScanItem> expected{
+    const std::vector<core::ScanItem> expected{
         item("~/Library/Caches/com.example.app", 300, cache, "exp_cache"),
         item("~/Library/Logs/app.log", 300, logs, "exp_logs"),
         item("~/Library/Caches/com.apple.Safari", 200, cache, "exp_cache", false),
@@ -62,12 +64,12 @@ TEST(Scan, ProposesTheChildrenOfEachPlaceWithItsCategoryKeyAndTick) {
         item("~/Library/Developer/CoreSimulator/Caches/dyld", 50, cache, "exp_simulator_cache"),
         item("~/Library/Caches/plain", 7, cache, "exp_cache"),
         item("~/.Trash/.DS_Store", 6, trash, "exp_trash")};
-    for (const ScanItem& one : expected)
+    for (const core::ScanItem& one : expected)
         disk.setModified(one.path, modified);
-    const ScanResult result = LumvaleScanner::scan(disk.disk());
+    const core::ScanResult result = core::LumvaleScanner::scan(disk.disk());
     EXPECT_EQ(result.items, expected);
     EXPECT_EQ(result.totalBytes, 1013);
-    EXPECT_EQ(LumvaleScanner::scan(disk.disk()).items, expected) << "two scans look the same";
+    EXPECT_EQ(core::LumvaleScanner::scan(disk.disk()).items, expected) << "two scans look the same";
 }
 
 TEST(Scan, OldDownloadsAreOlderThanThirtyDaysToTheSecond) {
@@ -80,10 +82,11 @@ TEST(Scan, OldDownloadsAreOlderThanThirtyDaysToTheSecond) {
     for (const char* old : {"older", ".older", "empty", "folder", "gone"})
         disk.setModified("~/Downloads/" + std::string(old), boundary - 1s);
 
-    const auto found = LumvaleScanner::scanOldDownloads(disk.disk(), at("~/Downloads"), boundary + month);
+    const auto found =
+        core::LumvaleScanner::scanOldDownloads(disk.disk(), at("~/Downloads"), boundary + month);
     EXPECT_EQ(lines(measured(disk.disk(), found)),
               (Lines{"Downloads/.older 3", "Downloads/folder 4", "Downloads/older 2"}));
-    for (const ScanItem& item : measured(disk.disk(), found)) {
+    for (const core::ScanItem& item : measured(disk.disk(), found)) {
         EXPECT_FALSE(item.safeByDefault);
         EXPECT_EQ(item.explanation, "exp_old_downloads");
     }
@@ -99,7 +102,7 @@ TEST(Scan, WhatCannotBeReadContributesNothing) {
     disk.setMode("~/Library/Caches/bad", 0);
     disk.setMode("~/Library/Caches/half/closed", 0);
     disk.setMode("~/Library/Logs", 0);
-    EXPECT_EQ(lines(LumvaleScanner::scan(disk.disk()).items),
+    EXPECT_EQ(lines(core::LumvaleScanner::scan(disk.disk()).items),
               (Lines{"Library/Caches/file-link 6", "Library/Caches/good 5", "Library/Caches/half 5"}))
         << "a link to a file has its own size, one to a folder none, and a Trash that is one isn't the "
            "user's";
@@ -115,13 +118,13 @@ TEST(LargeFiles, AreChosenBySizeAndPlaceAlone) {
                "~/.Trash/no 60000000", "~/Applications/no 60000000", "~/.cache/no 60000000",
                "~/linked -> Documents", "~/Documents/loop -> ..",
                "~/Documents/file-link -> 1/2/3/4/5/6/7/8/9/10/deep"});
-    const auto items = LumvaleScanner::scanLargeFiles(disk.disk(), at("~/"), 50 * mebibyte, 300);
-    const auto fromHome = LumvaleScanner::scanLargeFiles(disk.disk(), "/Users/me", 50 * mebibyte, 300);
+    const auto items = core::LumvaleScanner::scanLargeFiles(disk.disk(), at("~/"), 50 * mebibyte, 300);
+    const auto fromHome = core::LumvaleScanner::scanLargeFiles(disk.disk(), "/Users/me", 50 * mebibyte, 300);
     EXPECT_EQ(lines(fromHome),
               (Lines{"Documents/1/2/3/4/5/6/7/8/9/10/deep 60000000", "Documents/movie.band 52428803",
                      "Tool.app/walked 52428802", "Documents/Library/found 52428801", "exact 52428800"}));
     EXPECT_EQ(items, fromHome);
-    for (const ScanItem& item : fromHome) {
+    for (const core::ScanItem& item : fromHome) {
         EXPECT_FALSE(item.safeByDefault);
         EXPECT_EQ(item.explanation, "exp_large_old_file");
         EXPECT_TRUE(item.modifiedDate);
@@ -134,7 +137,7 @@ TEST(LargeFiles, TheWorkingCapIsThatOfAWalkByName) {
     // and b lie behind the cap, the one directly in the root counts whatever was collected before.
     disk.make({"~/a/1 10", "~/a/2 11", "~/a/3 12", "~/a.d/4 13", "~/a.d/5 99", "~/b/6 98"});
     const auto search = [&](std::size_t most) {
-        return lines(LumvaleScanner::scanLargeFiles(disk.disk(), "/Users/me", 10, most));
+        return lines(core::LumvaleScanner::scanLargeFiles(disk.disk(), "/Users/me", 10, most));
     };
     EXPECT_EQ(search(1), (Lines{"a.d/4 13"}));
     EXPECT_EQ(search(2), (Lines{"a.d/5 99", "b/6 98"}));
@@ -149,8 +152,8 @@ TEST(LargeFiles, TheWorkingCapIsThatOfAWalkByName) {
 TEST(LargeFiles, HaveASizeHoweverLittleIsAskedForAndAreInTheOrderOfTheWalkWhenItIsEqual) {
     const TemporaryDisk disk;
     disk.make({"~/pipe |", "~/a/pipe |", "~/a.b 5", "~/a/x 5", "~/a/x.y/1 5", "~/a/x-y 5", "~/b 5", "~/A 5"});
-    EXPECT_EQ(lines(LumvaleScanner::scanLargeFiles(disk.disk(), "/Users/me", 0,
-                                                   std::numeric_limits<std::size_t>::max() / 4 + 1)),
+    EXPECT_EQ(lines(core::LumvaleScanner::scanLargeFiles(disk.disk(), "/Users/me", 0,
+                                                         std::numeric_limits<std::size_t>::max() / 4 + 1)),
               (Lines{"A 5", "a/x 5", "a/x-y 5", "a/x.y/1 5", "a.b 5", "b 5"}));
 }
 
@@ -160,7 +163,7 @@ TEST(StorageBreakdown, ListsFoldersOfTheHomeAndTheApplications) {
                "~/file 70", "~/Applications/B.app/x 30", "~/link -> Movies", "~/odd\xff/x 100",
                "/Applications/A.app/x 100"});
     std::vector<std::string> found;
-    for (const StorageEntry& entry : LumvaleScanner::storageBreakdown(disk.disk()))
+    for (const core::StorageEntry& entry : core::LumvaleScanner::storageBreakdown(disk.disk()))
         found.push_back(entry.name + " " + entry.path + " " + std::to_string(entry.sizeBytes));
     EXPECT_EQ(found,
               (std::vector<std::string>{"Movies /Users/me/Movies 900", "Music /Users/me/Music 100",
@@ -185,16 +188,17 @@ TEST(ScanItem, KnowsNamesAndCachesThatAreBetterLeftAloneByWholeNames) {
         {"xGeoServicesx", false},         {"com.spotify.client", true}};
     for (const auto& [name, isTicked] : ticked) {
         EXPECT_EQ(inCaches(name).safeByDefault, isTicked) << name;
-        EXPECT_TRUE(inCaches(name, ScanCategory::logs).safeByDefault) << name << ": caches only";
-        EXPECT_FALSE(inCaches(name, ScanCategory::cache, false).safeByDefault) << name << ": never ticks";
+        EXPECT_TRUE(inCaches(name, core::ScanCategory::logs).safeByDefault) << name << ": caches only";
+        EXPECT_FALSE(inCaches(name, core::ScanCategory::cache, false).safeByDefault)
+            << name << ": never ticks";
     }
 }
 
 TEST(ScanResult, AddsUpWithoutOverflow) {
-    ScanItem huge = inCaches("c");
+    core::ScanItem huge = inCaches("c");
     huge.sizeBytes = std::numeric_limits<std::int64_t>::max() - 1;
-    EXPECT_EQ(ScanResult({huge, inCaches("a")}).totalBytes, std::numeric_limits<std::int64_t>::max());
-    EXPECT_EQ(ScanResult({huge, huge}).totalBytes, std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(core::ScanResult({huge, inCaches("a")}).totalBytes, std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(core::ScanResult({huge, huge}).totalBytes, std::numeric_limits<std::int64_t>::max());
 }
 
 TEST(HealthScore, FollowsTheFreeSpace) {
@@ -219,8 +223,8 @@ TEST(HealthScore, FollowsTheFreeSpace) {
               {0, 0, 100, "Très bonne santé"},
               {5, -1, 100, "Très bonne santé"}};
     for (const auto& [freeBytes, totalBytes, score, label] : cases) {
-        HealthScore health;
-        health.score = LumvaleScanner::scoreFor(freeBytes, totalBytes);
+        core::HealthScore health;
+        health.score = core::LumvaleScanner::scoreFor(freeBytes, totalBytes);
         EXPECT_EQ(health.score, score) << freeBytes << " of " << totalBytes;
         EXPECT_EQ(health.label(), label) << score;
     }
@@ -228,14 +232,14 @@ TEST(HealthScore, FollowsTheFreeSpace) {
 
 TEST(HealthScore, IsThatOfTheHomesVolume) {
     const TemporaryDisk disk;
-    const HealthScore health = LumvaleScanner::healthScore(disk.disk());
+    const core::HealthScore health = core::LumvaleScanner::healthScore(disk.disk());
     const std::filesystem::space_info space = std::filesystem::space(disk.host("~"));
     EXPECT_EQ(health.totalDiskBytes, static_cast<std::int64_t>(space.capacity));
     EXPECT_LE(health.freeDiskBytes, static_cast<std::int64_t>(space.free));
-    EXPECT_EQ(health.score, LumvaleScanner::scoreFor(health.freeDiskBytes, health.totalDiskBytes));
+    EXPECT_EQ(health.score, core::LumvaleScanner::scoreFor(health.freeDiskBytes, health.totalDiskBytes));
 
     std::filesystem::remove(disk.host("~"));
-    const HealthScore unknown = LumvaleScanner::healthScore(disk.disk());
+    const core::HealthScore unknown = core::LumvaleScanner::healthScore(disk.disk());
     EXPECT_EQ(unknown.score, 100);
     EXPECT_EQ(unknown.freeDiskBytes + unknown.totalDiskBytes, 0);
 }

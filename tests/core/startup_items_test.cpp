@@ -57,11 +57,11 @@ protected:
         m_disk.write("/Library/LaunchAgents/" + file, content);
     }
 
-    std::vector<StartupItem> scanned() const { return LumvaleStartupItems::scan(m_disk.disk()); }
+    std::vector<core::StartupItem> scanned() const { return core::LumvaleStartupItems::scan(m_disk.disk()); }
 
     Texts labels() const {
         Texts texts;
-        for (const StartupItem& item : scanned())
+        for (const core::StartupItem& item : scanned())
             texts.push_back(item.label);
         return texts;
     }
@@ -95,7 +95,7 @@ TEST_F(StartupItems, AreTheAgentsOfBothFoldersByTheirNames) {
     const std::string every = "/Library/LaunchAgents/";
     const char* const user = "exp_startup_user";
     const char* const system = "exp_startup_system";
-    const std::vector<StartupItem> expected{
+    const std::vector<core::StartupItem> expected{
         {every + "f.plist", "net.example.dict", "Dict", system, true, false},
         {own + "another name.plist", "com.Echo.App.helper", "Écho", user, false, false},
         {every + "e.plist", "net.example.every-one", "Every One", system, true, true},
@@ -153,12 +153,12 @@ TEST_F(StartupItems, PassOverWhatIsNoAgentOrCannotBeReadAndNeverStop) {
 
 TEST(StartupItem, HasANameThatPeopleKnow) {
     const auto app = [](std::string name, std::optional<std::string> identifier) {
-        return InstalledApp(std::move(name), std::move(identifier), "/Applications/x.app", 0);
+        return core::InstalledApp(std::move(name), std::move(identifier), "/Applications/x.app", 0);
     };
-    const std::vector<InstalledApp> apps{app("Alpha", "com.Example"), app("Beta", "com.example.beta"),
-                                         app("Short", "org"),         app("Wide", "日本語"),
-                                         app("Nameless", {}),         app("Empty", ""),
-                                         app("Exact", "x.yz"),        app("", "no.name.app")};
+    const std::vector<core::InstalledApp> apps{app("Alpha", "com.Example"), app("Beta", "com.example.beta"),
+                                               app("Short", "org"),         app("Wide", "日本語"),
+                                               app("Nameless", {}),         app("Empty", ""),
+                                               app("Exact", "x.yz"),        app("", "no.name.app")};
     const std::pair<const char*, const char*> cases[]{
         {"com.example.beta.daemon", "Alpha"}, // the first in the list, not the longest
         {"COM.EXAMPLEs.x", "Alpha"},          // no boundary
@@ -176,7 +176,7 @@ TEST(StartupItem, HasANameThatPeopleKnow) {
         {"net.Élan/ÉTÉ", "Élan/Été"},
     };
     for (const auto& [label, name] : cases)
-        EXPECT_EQ(LumvaleStartupItems::friendlyName(label, apps), name) << label;
+        EXPECT_EQ(core::LumvaleStartupItems::friendlyName(label, apps), name) << label;
 }
 
 namespace {
@@ -184,14 +184,14 @@ namespace {
 /// Disables agents of a home on this machine's own disk, with a tool that only notes what it is asked.
 class Disabling : public StartupItems {
 protected:
-    StartupItem own(const std::string& file, const std::string& label = "com.example.Agent") const {
+    core::StartupItem own(const std::string& file, const std::string& label = "com.example.Agent") const {
         makeOwn(file, agent(label));
         return {
             m_disk.host("~/Library/LaunchAgents/") + file, label, "Agent", "exp_startup_user", false, false};
     }
 
-    bool disable(const StartupItem& item, const platform::Disk& disk) {
-        return LumvaleStartupItems::disable(item, disk, [this](const Texts& arguments) {
+    bool disable(const core::StartupItem& item, const platform::Disk& disk) {
+        return core::LumvaleStartupItems::disable(item, disk, [this](const Texts& arguments) {
             m_asked.push_back(arguments);
             return 3; // as for an agent that isn't loaded
         });
@@ -218,16 +218,17 @@ TEST_F(Disabling, UnloadsTheAgentAndMovesItsListToTheTrash) {
 
     // With the system's tool, whether there is one or not.
     if (access("/bin/launchctl", F_OK) != 0) {
-        EXPECT_EQ(LumvaleStartupItems::runLaunchctl({"help"}), -1);
+        EXPECT_EQ(core::LumvaleStartupItems::runLaunchctl({"help"}), -1);
     }
-    EXPECT_TRUE(LumvaleStartupItems::disable(own("b.plist", "com.example.lumvale-test"), m_thisMachine));
+    EXPECT_TRUE(
+        core::LumvaleStartupItems::disable(own("b.plist", "com.example.lumvale-test"), m_thisMachine));
     EXPECT_TRUE(m_disk.exists("~/.Trash/b.plist"));
 }
 
 TEST_F(Disabling, LeavesEveryonesAgentsAloneAndRunsNothingForADiskOfAnotherMachine) {
     makeEveryones("a.plist", agent("com.example.Everyones"));
     makeOwn("b.plist", agent("com.example.Agent"));
-    const StartupItem everyones = scanned()[1];
+    const core::StartupItem everyones = scanned()[1];
     EXPECT_FALSE(disable(everyones, m_disk.disk()));
     EXPECT_FALSE(disable(everyones, m_thisMachine));
     EXPECT_TRUE(disable(scanned()[0], m_disk.disk()));
@@ -236,7 +237,7 @@ TEST_F(Disabling, LeavesEveryonesAgentsAloneAndRunsNothingForADiskOfAnotherMachi
 }
 
 TEST_F(Disabling, SaysWhenTheListStaysThoughTheAgentWasUnloaded) {
-    StartupItem item = own("a.plist");
+    core::StartupItem item = own("a.plist");
     m_disk.setMode("~/Library/LaunchAgents", 0500);
     EXPECT_FALSE(disable(item, m_thisMachine));
     m_disk.setMode("~/Library/LaunchAgents", 0700);

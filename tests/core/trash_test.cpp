@@ -1,13 +1,13 @@
-#include "core/scan/permissions.h"
-#include "core/scan/reason_key.h"
-#include "core/scan/scanner.h"
-#include "platform/trash.h"
+#include "core/removal/permissions.h"
+#include "core/removal/reason_key.h"
+#include "core/removal/trash.h"
+#include "platform/removal/trash.h"
 #include "tests/support/mounted_volume.h"
 #include "tests/support/temporary_disk.h"
 
 #include <gtest/gtest.h>
 
-using LumvaleScanner::emptyTrash;
+using core::LumvaleScanner::emptyTrash;
 using platform::Error;
 
 namespace {
@@ -26,12 +26,12 @@ Error wrapped(Error error, const Error& cause) {
 }
 
 /// "2 gone, 1 kept, 30 bytes", and each failure's name with the last word of its reason.
-std::string text(const TrashReport& report) {
+std::string text(const core::TrashReport& report) {
     if (report.couldNotAccess)
         return "no access";
     std::string line = std::to_string(report.succeeded) + " gone, " + std::to_string(report.failed)
                        + " kept, " + std::to_string(report.bytesFreed) + " bytes";
-    for (const TrashFailure& failure : report.failedDetails)
+    for (const core::TrashFailure& failure : report.failedDetails)
         line += ", " + failure.name + ": " + failure.reasonKey.substr(failure.reasonKey.rfind('_') + 1);
     return line;
 }
@@ -56,7 +56,7 @@ TEST(TrashFailures, AreExplainedByThePosixCodeOrElseTheCocoaCode) {
         {ours, "unknown"},
         {wrapped(ours, posix(2)), "already_gone"}};
     for (const auto& [error, key] : cases)
-        EXPECT_EQ(LumvaleScanner::reasonKey(error), std::string("err_trash_") + key)
+        EXPECT_EQ(core::LumvaleScanner::reasonKey(error), std::string("err_trash_") + key)
             << error.domain << " " << error.code;
 }
 
@@ -90,7 +90,7 @@ TEST(EmptyTrash, GoesOnPastWhatFailsAndTellsWhy) {
                "~/.Trash/\xFF/locked/file"});
     disk.setMode("~/.Trash/b/locked", 0555);
     disk.setMode("~/.Trash/\xFF/locked", 0555);
-    const TrashReport report = emptyTrash(disk.disk());
+    const core::TrashReport report = emptyTrash(disk.disk());
     EXPECT_EQ(text(report), "2 gone, 2 kept, 1001 bytes, b: permission, \xFF: permission");
     EXPECT_NE(report.failedDetails[0].rawTechnical.find("Permission denied"), std::string::npos);
     EXPECT_FALSE(disk.exists("~/.Trash/b/free"));
@@ -117,9 +117,9 @@ TEST(EmptyTrash, UnlocksWhatIsLockedAndTriesOnceMore) {
 TEST(FullDiskAccess, IsThereWhenTheMailFolderCanBeListed) {
     const OrdinaryUser user;
     const TemporaryDisk disk;
-    EXPECT_FALSE(LumvalePermissions::hasFullDiskAccess(disk.disk()));
+    EXPECT_FALSE(core::LumvalePermissions::hasFullDiskAccess(disk.disk()));
     disk.make("~/Library/Mail/");
-    EXPECT_TRUE(LumvalePermissions::hasFullDiskAccess(disk.disk())); // empty as it is
+    EXPECT_TRUE(core::LumvalePermissions::hasFullDiskAccess(disk.disk())); // empty as it is
     disk.setMode("~/Library/Mail", 0);
-    EXPECT_FALSE(LumvalePermissions::hasFullDiskAccess(disk.disk()));
+    EXPECT_FALSE(core::LumvalePermissions::hasFullDiskAccess(disk.disk()));
 }

@@ -1,5 +1,6 @@
-#include "core/uninstall/leftovers.h"
-#include "core/uninstall/uninstaller.h"
+#include "core/uninstall/installed_apps.h"
+#include "core/uninstall/orphaned_leftovers.h"
+#include "core/uninstall/virtual_machines.h"
 #include "tests/support/temporary_disk.h"
 
 #include <gtest/gtest.h>
@@ -17,9 +18,9 @@ void makeApp(const TemporaryDisk& disk, const std::string& path, const std::stri
 }
 
 /// Where they are below the home; none of them may be ticked.
-Lines paths(const std::vector<ScanItem>& items) {
+Lines paths(const std::vector<core::ScanItem>& items) {
     Lines result;
-    for (const ScanItem& item : items) {
+    for (const core::ScanItem& item : items) {
         result.push_back(item.path.substr(std::string("/Users/me/").size()));
         EXPECT_FALSE(item.safeByDefault) << item.path;
     }
@@ -56,7 +57,7 @@ TEST(InstalledApps, AreListedByNameFromBothFolders) {
                          "safari  /Applications/safari.app",
                          "Zed dev.zed /Applications/Zed.app"};
     Lines found;
-    for (const InstalledApp& app : LumvaleUninstaller::scanInstalledApps(disk.disk())) {
+    for (const core::InstalledApp& app : core::LumvaleUninstaller::scanInstalledApps(disk.disk())) {
         found.push_back(app.name + " " + app.bundleIdentifier.value_or("") + " " + app.path);
         EXPECT_GT(app.sizeBytes, 0) << app.path;
     }
@@ -89,7 +90,7 @@ TEST(OrphanedLeftovers, AreWhatNoInstalledApplicationAndNotAppleOwns) {
                "~/Library/Preferences/....plist 10",
                "~/Library/Saved Application State/com.gone.tool.savedState/x 10"});
     EXPECT_EQ(
-        paths(LumvaleUninstaller::orphanedLeftovers(disk.disk())),
+        paths(core::LumvaleUninstaller::orphanedLeftovers(disk.disk())),
         (Lines{"Library/Preferences/.hidden.gone.tool.plist", "Library/Preferences/a-b..c_d.E1.plist",
                "Library/Preferences/com.gone.tool.plist",
                "Library/Saved Application State/com.gone.tool.savedState",
@@ -104,7 +105,7 @@ TEST(VirtualMachines, AreFoundInTheirPlacesWithTheirResidue) {
                "~/Documents/Other.vmwarevm/disk 10",
                "~/Documents/Virtual Machines.localized/Win.vmwarevm/disk 10", "~/Library/Logs/VirtualBox/",
                "~/Library/Preferences/Parallels/x 10", "~/Library/Preferences/VMware Fusion 10"});
-    EXPECT_EQ(paths(LumvaleUninstaller::virtualMachineItems(disk.disk())),
+    EXPECT_EQ(paths(core::LumvaleUninstaller::virtualMachineItems(disk.disk())),
               (Lines{"Parallels/Guest.pvm", "Parallels/Old.PVM", "VirtualBox VMs/Anything",
                      "Documents/Virtual Machines.localized/Win.vmwarevm", "Library/Preferences/Parallels",
                      "Library/Preferences/VMware Fusion"}));

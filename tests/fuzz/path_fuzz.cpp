@@ -1,5 +1,5 @@
-#include "core/scan/scanner.h"
-#include "platform/path.h"
+#include "core/removal/deletion_guard.h"
+#include "platform/files/path.h"
 
 #include <algorithm>
 #include <array>
@@ -63,7 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string path(reinterpret_cast<const char*>(data), size);
     const std::string standard = platform::standardized(path);
     if (!path.starts_with('/')) {
-        if (standard != path || LumvaleScanner::isDeletionAllowed(standard, disk()))
+        if (standard != path || core::LumvaleScanner::isDeletionAllowed(standard, disk()))
             std::abort();
         return 0;
     }
@@ -73,7 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     });
     if (!standard.starts_with('/') || !isStandard || platform::standardized(standard) != standard)
         std::abort();
-    if (LumvaleScanner::isDeletionAllowed(standard, disk()) != mayGo(names))
+    if (core::LumvaleScanner::isDeletionAllowed(standard, disk()) != mayGo(names))
         std::abort();
     return 0;
 }

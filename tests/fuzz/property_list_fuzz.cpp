@@ -1,6 +1,6 @@
-#include "platform/property_list.h"
+#include "platform/property_lists/property_list.h"
 
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "app/i18n/translations.h"
 #include "app/identity.h"
-#include "platform/disk.h"
-#include "platform/property_list.h"
+#include "platform/files/disk.h"
+#include "platform/property_lists/property_list.h"
 #include "ui/icon/program_icon.h"
 
 #include <QFile>

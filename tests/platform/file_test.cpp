@@ -1,8 +1,8 @@
-#include "platform/file.h"
+#include "platform/files/file.h"
 
-#include "platform/error.h"
-#include "platform/places.h"
-#include "platform/volume.h"
+#include "platform/base/error.h"
+#include "platform/files/places.h"
+#include "platform/system/volume.h"
 #include "tests/support/codes.h"
 #include "tests/support/mounted_volume.h"
 #include "tests/support/temporary_disk.h"

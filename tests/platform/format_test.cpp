@@ -1,5 +1,5 @@
-#include "platform/format.h"
-#include "platform/locale.h"
+#include "platform/text/format.h"
+#include "platform/text/locale.h"
 
 #include <cstdlib>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "platform/photo_library.h"
+#include "platform/photos/photo_library.h"
 
 #include "tests/support/photo_catalogue.h"
 #include "tests/support/process.h"

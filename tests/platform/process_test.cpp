@@ -1,4 +1,4 @@
-#include "platform/process.h"
+#include "platform/system/process.h"
 
 #include "tests/support/process.h"
 #include "tests/support/temporary_disk.h"

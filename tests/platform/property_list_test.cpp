@@ -1,4 +1,4 @@
-#include "platform/property_list.h"
+#include "platform/property_lists/property_list.h"
 
 #include "tests/support/codes.h"
 

@@ -1,6 +1,6 @@
-#include "platform/remove.h"
+#include "platform/removal/remove.h"
 
-#include "platform/trash.h"
+#include "platform/removal/trash.h"
 #include "tests/support/codes.h"
 #include "tests/support/mounted_volume.h"
 #include "tests/support/process.h"

@@ -1,4 +1,4 @@
-#include "platform/trash.h"
+#include "platform/removal/trash.h"
 
 #include "tests/support/codes.h"
 #include "tests/support/mounted_volume.h"

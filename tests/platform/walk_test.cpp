@@ -1,6 +1,6 @@
-#include "platform/walk.h"
+#include "platform/walk/walk.h"
 
-#include "platform/system.h"
+#include "platform/system/system.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_disk.h"
 

@@ -1,5 +1,5 @@
 #include "core/photos/photo_grouping.h"
-#include "platform/photo_library.h"
+#include "platform/photos/photo_library.h"
 #include "tests/support/temporary_disk.h"
 #include "tools/sample_disk/areas.h"
 
@@ -45,7 +45,7 @@ platform::PhotoLibrary samplePhotos(const TemporaryDisk& disk) {
 TEST(SampleDisk, HasPhotosWithDuplicatesAndWhatOnlyLooksLikeThem) {
     const TemporaryDisk disk(TemporaryDisk::Where::inMemory);
     const platform::PhotoLibrary photos = samplePhotos(disk);
-    LumvalePhotoDuplicates::PhotoGrouping grouping;
+    core::LumvalePhotoDuplicates::PhotoGrouping grouping;
     int inCloud = 0;
     int originals = 0;
     int renditions = 0;
@@ -65,11 +65,11 @@ TEST(SampleDisk, HasPhotosWithDuplicatesAndWhatOnlyLooksLikeThem) {
     const std::string nearMisses[]{"IMG_4300", "IMG_4289", "IMG_3702", "IMG_2500", "IMG_2481",
                                    "Scan 15",  "IMG_0001", "IMG_4690", "IMG_4655", "IMG_4640",
                                    "IMG_1702", "IMG_1690", "IMG_1688"};
-    const std::vector<DuplicatePhotoGroup> groups = grouping.groups();
+    const std::vector<core::DuplicatePhotoGroup> groups = grouping.groups();
     EXPECT_EQ(groups.size(), 19U);
-    for (const DuplicatePhotoGroup& group : groups) {
+    for (const core::DuplicatePhotoGroup& group : groups) {
         std::set<std::string> pictures; // of all copies the same
-        for (const DuplicatePhotoItem& item : group.items) {
+        for (const core::DuplicatePhotoItem& item : group.items) {
             if (const auto picture = photos.picture(item.id); sizeOf(picture) == item.sizeBytes)
                 pictures.insert(beginning(picture.file.number()));
             for (const std::string& name : nearMisses)

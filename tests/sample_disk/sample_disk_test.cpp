@@ -1,7 +1,7 @@
+#include "core/uninstall/installed_apps.h"
+#include "core/uninstall/related_files.h"
 #include "tools/sample_disk/sample_disk.h"
 
-#include "core/uninstall/leftovers.h"
-#include "core/uninstall/uninstaller.h"
 #include "tests/support/mounted_volume.h"
 #include "tests/support/temporary_disk.h"
 #include "tools/sample_disk/ground.h"
@@ -78,8 +78,8 @@ TEST(SampleDisk, IsTheOneThatItsOptionsDescribe) {
     const auto disk =
         platform::Disk::open(ground.host("/sample"), SampleDisk::homePath, SampleDisk::userCachePath);
     std::set<std::string> explanations;
-    for (const InstalledApp& app : LumvaleUninstaller::discoverApps(*disk))
-        for (const ScanItem& item : LumvaleUninstaller::relatedFiles(app, *disk))
+    for (const core::InstalledApp& app : core::LumvaleUninstaller::discoverApps(*disk))
+        for (const core::ScanItem& item : core::LumvaleUninstaller::relatedFiles(app, *disk))
             explanations.insert(item.explanation);
     EXPECT_EQ(explanations.size(), 22U) << testing::PrintToString(explanations);
 }

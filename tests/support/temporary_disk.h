@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/date.h"
-#include "platform/disk.h"
+#include "platform/base/date.h"
+#include "platform/files/disk.h"
 
 #include <cstdint>
 #include <initializer_list>

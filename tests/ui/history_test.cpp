@@ -1,4 +1,4 @@
-#include "platform/format.h"
+#include "platform/text/format.h"
 #include "tests/ui/window_test.h"
 
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "app/execution/qt_executor.h"
 #include "app/history/history_store.h"
 #include "app/i18n/localizer.h"
-#include "app/models/background.h"
 #include "tests/support/temporary_disk.h"
 #include "tests/ui/driver.h"
 #include "ui/shell/lumvale_window.h"

@@ -31,7 +31,7 @@ std::string_view name(platform::PropertyList::Root root) {
 
 } // namespace
 
-Json form(const ScanItem& item) {
+Json form(const core::ScanItem& item) {
     return {{"id", item.id},
             {"path", item.path},
             {"name", item.name},
@@ -43,11 +43,11 @@ Json form(const ScanItem& item) {
              item.modifiedDate ? Json(platform::secondsSince1970(*item.modifiedDate)) : Json(nullptr)}};
 }
 
-Json form(const ScanResult& result) {
+Json form(const core::ScanResult& result) {
     return {{"items", form(result.items)}, {"totalBytes", result.totalBytes}};
 }
 
-Json form(const InstalledApp& app) {
+Json form(const core::InstalledApp& app) {
     return {{"id", app.id},
             {"name", app.name},
             {"bundleIdentifier", form(app.bundleIdentifier)},
@@ -55,7 +55,7 @@ Json form(const InstalledApp& app) {
             {"sizeBytes", app.sizeBytes}};
 }
 
-Json form(const StartupItem& item) {
+Json form(const core::StartupItem& item) {
     return {{"id", item.id},
             {"path", item.path},
             {"label", item.label},
@@ -65,7 +65,7 @@ Json form(const StartupItem& item) {
             {"isAlreadyDisabled", item.isAlreadyDisabled}};
 }
 
-Json form(const DuplicatePhotoItem& item) {
+Json form(const core::DuplicatePhotoItem& item) {
     return {{"id", item.id},
             {"filename", item.filename},
             {"sizeBytes", item.sizeBytes},
@@ -75,15 +75,15 @@ Json form(const DuplicatePhotoItem& item) {
             {"isVideo", item.isVideo}};
 }
 
-Json form(const DuplicatePhotoGroup& group) {
+Json form(const core::DuplicatePhotoGroup& group) {
     return {{"id", group.id}, {"items", form(group.items)}, {"totalWastedBytes", group.totalWastedBytes()}};
 }
 
-Json form(const StorageEntry& entry) {
+Json form(const core::StorageEntry& entry) {
     return {{"id", entry.id}, {"name", entry.name}, {"path", entry.path}, {"sizeBytes", entry.sizeBytes}};
 }
 
-Json form(const HealthScore& health) {
+Json form(const core::HealthScore& health) {
     return {{"score", health.score},
             {"freeDiskBytes", health.freeDiskBytes},
             {"totalDiskBytes", health.totalDiskBytes},
@@ -92,19 +92,19 @@ Json form(const HealthScore& health) {
             {"label", health.label()}};
 }
 
-Json form(const DeletionFailure& failure) {
+Json form(const core::DeletionFailure& failure) {
     return {{"path", failure.path}, {"error", form(failure.error)}};
 }
 
-Json form(const TrashFailure& failure) {
+Json form(const core::TrashFailure& failure) {
     return {{"name", failure.name}, {"reasonKey", failure.reasonKey}, {"rawTechnical", failure.rawTechnical}};
 }
 
-Json form(const DeletionOutcome& outcome) {
+Json form(const core::DeletionOutcome& outcome) {
     return {{"succeeded", outcome.succeeded}, {"failed", form(outcome.failed)}};
 }
 
-Json form(const TrashReport& report) {
+Json form(const core::TrashReport& report) {
     return {{"succeeded", report.succeeded},
             {"failed", report.failed},
             {"bytesFreed", report.bytesFreed},

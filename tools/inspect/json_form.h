@@ -1,16 +1,16 @@
 #pragma once
 
+#include "core/health/health_score.h"
+#include "core/items/scan_item.h"
 #include "core/photos/duplicate_photo_group.h"
-#include "core/scan/deletion.h"
-#include "core/scan/health_score.h"
-#include "core/scan/scan_item.h"
+#include "core/removal/deletion.h"
+#include "core/removal/trash.h"
 #include "core/scan/scan_result.h"
-#include "core/scan/storage_entry.h"
-#include "core/scan/trash_report.h"
 #include "core/startup/startup_item.h"
+#include "core/storage/storage_entry.h"
 #include "core/uninstall/installed_app.h"
-#include "platform/error.h"
-#include "platform/property_list.h"
+#include "platform/base/error.h"
+#include "platform/property_lists/property_list.h"
 #include "tools/inspect/json_text.h"
 
 #include <optional>
@@ -20,18 +20,18 @@
 /// is absent.
 namespace inspect {
 
-Json form(const ScanItem& item);
-Json form(const ScanResult& result);
-Json form(const InstalledApp& app);
-Json form(const StartupItem& item);
-Json form(const DuplicatePhotoItem& item);
-Json form(const DuplicatePhotoGroup& group);
-Json form(const StorageEntry& entry);
-Json form(const HealthScore& health);
-Json form(const DeletionFailure& failure);
-Json form(const DeletionOutcome& outcome);
-Json form(const TrashFailure& failure);
-Json form(const TrashReport& report);
+Json form(const core::ScanItem& item);
+Json form(const core::ScanResult& result);
+Json form(const core::InstalledApp& app);
+Json form(const core::StartupItem& item);
+Json form(const core::DuplicatePhotoItem& item);
+Json form(const core::DuplicatePhotoGroup& group);
+Json form(const core::StorageEntry& entry);
+Json form(const core::HealthScore& health);
+Json form(const core::DeletionFailure& failure);
+Json form(const core::DeletionOutcome& outcome);
+Json form(const core::TrashFailure& failure);
+Json form(const core::TrashReport& report);
 Json form(const platform::Error& error);
 Json form(const platform::PropertyList& list);
 

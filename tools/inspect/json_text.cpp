@@ -1,6 +1,6 @@
 #include "tools/inspect/json_text.h"
 
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 #include <string_view>
 

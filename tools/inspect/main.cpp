@@ -1,7 +1,7 @@
 // Runs one operation of the core and prints what it returns as JSON: the window through which scripts,
 // benchmarks and tests look at the core. It has no logic of its own.
 
-#include "platform/attributes.h"
+#include "platform/files/attributes.h"
 #include "tools/inspect/arguments.h"
 #include "tools/inspect/json_text.h"
 #include "tools/inspect/operations.h"

@@ -1,23 +1,30 @@
 #include "tools/inspect/operations.h"
+#include "core/health/health_score.h"
+#include "core/removal/deletion_guard.h"
+#include "core/removal/trash.h"
+#include "core/scan/scanner.h"
+#include "core/storage/storage_breakdown.h"
+#include "core/uninstall/installed_apps.h"
+#include "core/uninstall/orphaned_leftovers.h"
+#include "core/uninstall/related_files.h"
+#include "core/uninstall/uninstaller.h"
+#include "core/uninstall/virtual_machines.h"
 
 #include "core/photos/photo_duplicates.h"
+#include "core/removal/permissions.h"
 #include "core/scan/large_files.h"
-#include "core/scan/permissions.h"
-#include "core/scan/scanner.h"
 #include "core/startup/startup_items.h"
-#include "core/uninstall/leftovers.h"
-#include "core/uninstall/uninstaller.h"
-#include "platform/folder.h"
-#include "platform/format.h"
-#include "platform/path.h"
-#include "platform/photo_library.h"
-#include "platform/text.h"
-#include "platform/trash.h"
-#include "platform/walk.h"
+#include "core/treemap/treemap.h"
+#include "platform/files/folder.h"
+#include "platform/files/path.h"
+#include "platform/photos/photo_library.h"
+#include "platform/removal/trash.h"
+#include "platform/text/format.h"
+#include "platform/text/text.h"
+#include "platform/walk/walk.h"
 #include "tools/inspect/json_form.h"
 #include "tools/inspect/translate.h"
 #include "tools/inspect/update.h"
-#include "ui/treemap/treemap.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -63,65 +70,66 @@ platform::PhotoLibrary photoLibrary(const Request& request) {
 // Looking at the disk
 
 Json scan(const Request& request) {
-    return form(LumvaleScanner::scan(request.disk()));
+    return form(core::LumvaleScanner::scan(request.disk()));
 }
 
 Json largeFiles(const Request& request) {
     const std::int64_t minimumBytes = integer(request.arguments[0]);
     const std::uint64_t maxResults = count(request.arguments[1]);
-    return form(
-        LumvaleScanner::scanLargeFiles(request.disk(), request.disk().home(), minimumBytes, maxResults));
+    return form(core::LumvaleScanner::scanLargeFiles(request.disk(), request.disk().home(), minimumBytes,
+                                                     maxResults));
 }
 
 Json apps(const Request& request) {
-    return form(LumvaleUninstaller::scanInstalledApps(request.disk()));
+    return form(core::LumvaleUninstaller::scanInstalledApps(request.disk()));
 }
 
 Json related(const Request& request) {
     const std::string path = platform::standardized(request.arguments[0]);
-    const std::vector<InstalledApp> apps = LumvaleUninstaller::discoverApps(request.disk());
-    const auto app = std::find_if(apps.begin(), apps.end(),
-                                  [&](const InstalledApp& installed) { return installed.path == path; });
+    const std::vector<core::InstalledApp> apps = core::LumvaleUninstaller::discoverApps(request.disk());
+    const auto app = std::find_if(apps.begin(), apps.end(), [&](const core::InstalledApp& installed) {
+        return installed.path == path;
+    });
     if (app == apps.end())
         throw WrongUsage{"no such application: " + request.arguments[0]};
-    return form(LumvaleUninstaller::relatedFiles(*app, request.disk()));
+    return form(core::LumvaleUninstaller::relatedFiles(*app, request.disk()));
 }
 
 Json orphans(const Request& request) {
-    return form(LumvaleUninstaller::orphanedLeftovers(request.disk()));
+    return form(core::LumvaleUninstaller::orphanedLeftovers(request.disk()));
 }
 
 Json virtualMachines(const Request& request) {
-    return form(LumvaleUninstaller::virtualMachineItems(request.disk()));
+    return form(core::LumvaleUninstaller::virtualMachineItems(request.disk()));
 }
 
 Json startup(const Request& request) {
-    return form(LumvaleStartupItems::scan(request.disk()));
+    return form(core::LumvaleStartupItems::scan(request.disk()));
 }
 
 Json duplicates(const Request& request) {
     Json list;
-    LumvalePhotoDuplicates::findExactDuplicates(
-        [&](const std::vector<DuplicatePhotoGroup>& groups) { list = form(groups); }, here(),
+    core::LumvalePhotoDuplicates::findExactDuplicates(
+        [&](const std::vector<core::DuplicatePhotoGroup>& groups) { list = form(groups); }, here(),
         photoLibrary(request));
     return list;
 }
 
 Json health(const Request& request) {
-    return form(LumvaleScanner::healthScore(request.disk()));
+    return form(core::LumvaleScanner::healthScore(request.disk()));
 }
 
 Json storage(const Request& request) {
-    return form(LumvaleScanner::storageBreakdown(request.disk()));
+    return form(core::LumvaleScanner::storageBreakdown(request.disk()));
 }
 
 Json access(const Request& request) {
-    return {{"hasFullDiskAccess", LumvalePermissions::hasFullDiskAccess(request.disk())}};
+    return {{"hasFullDiskAccess", core::LumvalePermissions::hasFullDiskAccess(request.disk())}};
 }
 
 Json allowed(const Request& request) {
     return each(request.arguments, [&](const std::string& path) -> Json {
-        return {{"path", path}, {"allowed", LumvaleScanner::isDeletionAllowed(path, request.disk())}};
+        return {{"path", path}, {"allowed", core::LumvaleScanner::isDeletionAllowed(path, request.disk())}};
     });
 }
 
@@ -138,22 +146,22 @@ Json size(const Request& request) {
 Json remove(const Request& request) {
     if (!request.really)
         return {{"would", request.arguments}};
-    return form(LumvaleScanner::deletePaths(request.arguments, request.disk()));
+    return form(core::LumvaleScanner::deletePaths(request.arguments, request.disk()));
 }
 
 Json uninstall(const Request& request) {
     // Of the application only the path counts.
-    const InstalledApp app({}, {}, request.arguments[0], 0);
+    const core::InstalledApp app({}, {}, request.arguments[0], 0);
     Texts related = allButFirst(request.arguments);
     if (request.really)
-        return form(LumvaleUninstaller::uninstall(app, std::move(related), request.disk()));
+        return form(core::LumvaleUninstaller::uninstall(app, std::move(related), request.disk()));
     related.push_back(app.path);
     return {{"would", related}};
 }
 
 Json emptyTrash(const Request& request) {
     if (request.really)
-        return form(LumvaleScanner::emptyTrash(request.disk()));
+        return form(core::LumvaleScanner::emptyTrash(request.disk()));
     Json would = Json::array();
     const std::string trash = platform::trashFolder(request.disk());
     if (const auto names = platform::listTrash(request.disk())) {
@@ -167,21 +175,22 @@ Json disable(const Request& request) {
     const std::string& label = request.arguments[0];
     if (!request.really)
         return {{"would", {label}}};
-    const std::vector<StartupItem> items = LumvaleStartupItems::scan(request.disk());
-    const auto item = std::find_if(items.begin(), items.end(),
-                                   [&](const StartupItem& candidate) { return candidate.label == label; });
-    return {{"disabled", item != items.end() && LumvaleStartupItems::disable(*item, request.disk())}};
+    const std::vector<core::StartupItem> items = core::LumvaleStartupItems::scan(request.disk());
+    const auto item = std::find_if(items.begin(), items.end(), [&](const core::StartupItem& candidate) {
+        return candidate.label == label;
+    });
+    return {{"disabled", item != items.end() && core::LumvaleStartupItems::disable(*item, request.disk())}};
 }
 
 Json deletePhotos(const Request& request) {
     if (!request.really)
         return {{"would", request.arguments}};
     // Of an item only the id counts.
-    std::vector<DuplicatePhotoItem> items;
+    std::vector<core::DuplicatePhotoItem> items;
     for (const std::string& id : request.arguments)
         items.push_back({id, {}, 0, {}, false, false});
     bool succeeded = false;
-    LumvalePhotoDuplicates::deleteItems(
+    core::LumvalePhotoDuplicates::deleteItems(
         items, [&](bool flag) { succeeded = flag; }, here(), photoLibrary(request));
     return {{"succeeded", succeeded}};
 }
@@ -239,12 +248,12 @@ Json propertyList(const Request& request) {
 // Geometry
 
 Json treemap(const Request& request) {
-    const Treemap::Rectangle in{0, 0, real(request.arguments[0]), real(request.arguments[1])};
-    std::vector<TreemapItem> items;
+    const core::Treemap::Rectangle in{0, 0, real(request.arguments[0]), real(request.arguments[1])};
+    std::vector<core::TreemapItem> items;
     for (std::size_t i = 2; i < request.arguments.size(); ++i)
         items.push_back({i - 2, real(request.arguments[i])});
     Json list = Json::array();
-    for (const auto& [id, tile] : Treemap::squarify(items, in))
+    for (const auto& [id, tile] : core::Treemap::squarify(items, in))
         list.push_back(
             {{"id", id}, {"x", tile.x}, {"y", tile.y}, {"width", tile.width}, {"height", tile.height}});
     return list;

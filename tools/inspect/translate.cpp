@@ -2,7 +2,7 @@
 
 #include "app/i18n/localizer.h"
 #include "app/i18n/translations.h"
-#include "platform/locale.h"
+#include "platform/text/locale.h"
 
 namespace inspect {
 

@@ -2,9 +2,9 @@
 
 #include "app/history/history_store.h"
 #include "app/update/update_alert.h"
-#include "platform/disk.h"
-#include "platform/executor.h"
-#include "platform/photo_library.h"
+#include "platform/base/executor.h"
+#include "platform/files/disk.h"
+#include "platform/photos/photo_library.h"
 
 #include <QQmlApplicationEngine>
 

@@ -7,9 +7,9 @@
 #include "app/models/scan_view_model.h"
 #include "app/models/startup_view_model.h"
 #include "app/models/uninstall_view_model.h"
-#include "platform/disk.h"
-#include "platform/executor.h"
-#include "platform/photo_library.h"
+#include "platform/base/executor.h"
+#include "platform/files/disk.h"
+#include "platform/photos/photo_library.h"
 
 #include <QObject>
 #include <QQmlEngine>

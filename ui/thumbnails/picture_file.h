@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/descriptor.h"
+#include "platform/files/descriptor.h"
 
 #include <QByteArray>
 #include <QDeadlineTimer>

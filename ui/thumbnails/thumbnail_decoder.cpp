@@ -1,6 +1,6 @@
 #include "ui/thumbnails/thumbnail_decoder.h"
 
-#include "app/toolkit_log.h"
+#include "app/qt_log.h"
 #include "ui/thumbnails/picture_file.h"
 
 #include <QBrush>
@@ -40,7 +40,7 @@ QImage rounded(const QImage& picture) {
 } // namespace
 
 QImage decodeThumbnail(platform::Descriptor file, std::chrono::milliseconds patience) {
-    silenceToolkit();
+    silenceQt();
     const QDeadlineTimer deadline(patience);
     PictureFile pictureFile(std::move(file), deadline);
     if (pictureFile.format().isEmpty())

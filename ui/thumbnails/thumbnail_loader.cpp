@@ -1,6 +1,6 @@
 #include "ui/thumbnails/thumbnail_loader.h"
 
-#include "app/models/background.h"
+#include "app/execution/qt_executor.h"
 #include "ui/thumbnails/thumbnail_decoder.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/executor.h"
-#include "platform/photo_library.h"
+#include "platform/base/executor.h"
+#include "platform/photos/photo_library.h"
 
 #include <QByteArray>
 #include <QCache>

@@ -55,11 +55,11 @@ void TreemapTiles::setArea(QSizeF area) {
 }
 
 void TreemapTiles::layOut() {
-    std::vector<TreemapItem> items;
+    std::vector<core::TreemapItem> items;
     if (m_entries)
-        for (const StorageEntry& entry : m_entries->entries())
+        for (const core::StorageEntry& entry : m_entries->entries())
             items.push_back({items.size(), static_cast<double>(entry.sizeBytes)});
     beginResetModel();
-    m_tiles = Treemap::squarify(items, {0, 0, m_area.width(), m_area.height()});
+    m_tiles = core::Treemap::squarify(items, {0, 0, m_area.width(), m_area.height()});
     endResetModel();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/models/storage_entries_model.h"
-#include "ui/treemap/treemap.h"
+#include "core/treemap/treemap.h"
 
 #include <QAbstractListModel>
 #include <QPointer>
@@ -46,5 +46,5 @@ private:
 
     QPointer<StorageEntriesModel> m_entries; ///< another's, which may go first when a screen goes
     QSizeF m_area;
-    std::vector<TreemapRect> m_tiles;
+    std::vector<core::TreemapRect> m_tiles;
 };

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/files/disk.h"
+
+#include <string>
+
+namespace core::LumvaleScanner {
+
+/// Returns whether `path` may be deleted. Compares text only: reads no file and normalises nothing, so
+/// callers pass the standardised form. Any thread.
+bool isDeletionAllowed(const std::string& path, const platform::Disk& disk = platform::Disk::current());
+
+} // namespace core::LumvaleScanner

@@ -1,6 +1,0 @@
-#include "core/scan/storage_entry.h"
-
-#include <utility>
-
-StorageEntry::StorageEntry(std::string entryName, std::string entryPath, std::int64_t size)
-    : id(entryPath), name(std::move(entryName)), path(std::move(entryPath)), sizeBytes(size) {}

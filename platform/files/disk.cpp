@@ -1,0 +1,265 @@
+#include "platform/files/disk.h"
+
+#include "platform/files/path.h"
+#include "platform/system/system.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+#include <vector>
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+// Paths are resolved here, name by name from the open root, on every system alike: a disk can be any folder,
+// and neither a link nor ".." leads out of it.
+
+namespace platform {
+
+namespace {
+
+constexpr int maximumLinks = 40;
+
+/// How far ".." can go back in one go. Only links lead upwards, and none by so many folders; a path may be
+/// far deeper than a program has descriptors.
+constexpr std::size_t mostOpenFolders = 16;
+
+enum class LastName { follow, keep };
+
+/// A path on its way through the disk.
+class Resolver {
+public:
+    explicit Resolver(int root) : m_root(root) {}
+
+    /// Goes to the folder that holds the path's last name; that name is in lastName() afterwards, empty when
+    /// the path ends at the root or, followed, in "..".
+    Result<void> resolve(std::string_view path, LastName last) {
+        if (path.empty() || path.front() != '/' || path.find('\0') != std::string_view::npos)
+            return posixError(path.empty() ? ENOENT : EINVAL);
+        push(path);
+        while (!m_pending.empty()) {
+            std::string name = std::move(m_pending.back());
+            m_pending.pop_back();
+            if (name == "..") {
+                if (!m_folders.empty())
+                    m_folders.pop_back();
+                if (!m_folders.empty() && !m_folders.back())
+                    return posixError(EMFILE);
+                continue;
+            }
+            const bool isLast = m_pending.empty();
+            if (isLast && last == LastName::keep) {
+                m_lastName = std::move(name);
+                return {};
+            }
+            if (Result<bool> followed = follow(name); !followed)
+                return followed.error();
+            else if (*followed)
+                continue;
+            if (isLast) {
+                m_lastName = std::move(name);
+                return {};
+            }
+            Descriptor folder = system::openToPassThrough(current(), name.c_str());
+            if (!folder)
+                return posixError(errno);
+            m_folders.push_back(std::move(folder));
+            if (m_folders.size() > mostOpenFolders)
+                m_folders[m_folders.size() - 1 - mostOpenFolders] = Descriptor();
+        }
+        return {};
+    }
+
+    int current() const { return m_folders.empty() ? m_root : m_folders.back().number(); }
+    const std::string& lastName() const { return m_lastName; }
+
+private:
+    /// If `name` is a link, puts its target's names before what is still to come.
+    Result<bool> follow(const std::string& name) {
+        char target[PATH_MAX];
+        const ssize_t length = readlinkat(current(), name.c_str(), target, sizeof target);
+        if (length < 0) {
+            if (errno == EINVAL) // no link
+                return false;
+            return posixError(errno);
+        }
+        if (++m_links > maximumLinks)
+            return posixError(ELOOP);
+        const std::string_view path(target, static_cast<std::size_t>(length));
+        if (path.starts_with('/'))
+            m_folders.clear();
+        push(path);
+        return true;
+    }
+
+    /// Puts the names of a path before those still to come.
+    void push(std::string_view path) {
+        std::vector<std::string> names;
+        while (!path.empty()) {
+            const std::string_view name = path.substr(0, path.find('/'));
+            path.remove_prefix(std::min(name.size() + 1, path.size()));
+            if (!name.empty() && name != ".")
+                names.emplace_back(name);
+        }
+        m_pending.insert(m_pending.end(), std::make_move_iterator(names.rbegin()),
+                         std::make_move_iterator(names.rend()));
+    }
+
+    int m_root;
+    int m_links = 0;
+    std::vector<Descriptor> m_folders;  ///< from the root down; what ".." goes back to
+    std::vector<std::string> m_pending; ///< last one next
+    std::string m_lastName;
+};
+
+bool isSameFolder(int descriptor, const char* hostPath) {
+    struct stat ours {};
+    struct stat other {};
+    return fstat(descriptor, &ours) == 0 && stat(hostPath, &other) == 0 && ours.st_dev == other.st_dev
+           && ours.st_ino == other.st_ino;
+}
+
+/// What a variable of the environment says, unless it says nothing.
+std::optional<std::string> environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr || *value == '\0' ? std::nullopt : std::optional<std::string>(value);
+}
+
+std::string homeOfThisMachine() {
+    if (const auto home = environment("HOME"))
+        return *home;
+    const passwd* user = getpwuid(getuid());
+    return user == nullptr ? "/" : user->pw_dir;
+}
+
+std::optional<Disk>& currentDisk() {
+    static std::optional<Disk> disk;
+    return disk;
+}
+
+/// The regular file `name` in `folder`, open for reading.
+Result<Descriptor> openRegularFile(int folder, const char* name) {
+    struct stat status {};
+    if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return posixError(errno);
+    if (!S_ISREG(status.st_mode))
+        return posixError(S_ISDIR(status.st_mode) ? EISDIR : S_ISLNK(status.st_mode) ? ELOOP : EINVAL);
+    // Something else may have taken the name meanwhile: opened so that it doesn't block, and asked again.
+    Descriptor file(openat(folder, name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
+    if (!file || fstat(file.number(), &status) != 0)
+        return posixError(errno);
+    if (!S_ISREG(status.st_mode))
+        return posixError(EINVAL);
+    return file;
+}
+
+[[noreturn]] void endProgram(const char* why) {
+    std::fprintf(stderr, "%s\n", why);
+    std::abort();
+}
+
+} // namespace
+
+Result<Disk> Disk::open(const std::string& hostRoot, std::string_view home,
+                        std::optional<std::string_view> userCache) {
+    Descriptor root(::open(hostRoot.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!root)
+        return posixError(errno);
+    Disk disk;
+    disk.m_hostRoot = hostRoot;
+    disk.m_home = standardized(home);
+    if (userCache)
+        disk.m_userCache = standardized(*userCache);
+    disk.m_isOfThisMachine = isSameFolder(root.number(), "/");
+    disk.m_root = std::make_shared<const Descriptor>(std::move(root));
+    // A home that may not be listed is one all the same.
+    Resolver resolver(disk.m_root->number());
+    if (Result<void> resolved = resolver.resolve(disk.m_home, LastName::follow); !resolved)
+        return resolved.error();
+    if (const std::string& name = resolver.lastName();
+        !name.empty() && !system::openToPassThrough(resolver.current(), name.c_str()))
+        return posixError(errno);
+    return disk;
+}
+
+Result<Disk> Disk::ofEnvironment() {
+    const std::string root = environment("LUMVALE_DISK").value_or("/");
+    const std::string home = environment("LUMVALE_HOME").value_or(homeOfThisMachine());
+    Result<Disk> disk = open(root, home, environment("LUMVALE_USER_CACHE"));
+    if (disk)
+        return disk;
+    Error error = disk.error();
+    error.description = "no disk at " + root + " with a home at " + home + ": " + error.description;
+    return error;
+}
+
+void Disk::setCurrent(Disk disk) {
+    if (currentDisk())
+        endProgram("The current disk is set once only.");
+    currentDisk() = std::move(disk);
+}
+
+const Disk& Disk::current() {
+    if (!currentDisk())
+        endProgram("The current disk was not set.");
+    return *currentDisk();
+}
+
+std::string Disk::inHome(std::string_view relative) const {
+    return joined(m_home, relative);
+}
+
+Result<Descriptor> Disk::openFolder(std::string_view path) const {
+    Resolver resolver(m_root->number());
+    if (Result<void> resolved = resolver.resolve(path, LastName::follow); !resolved)
+        return resolved.error();
+    const std::string& name = resolver.lastName();
+    Descriptor folder(openat(resolver.current(), name.empty() ? "." : name.c_str(),
+                             O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!folder)
+        return posixError(errno);
+    return folder;
+}
+
+Result<Descriptor> Disk::openFile(std::string_view path) const {
+    Resolver resolver(m_root->number());
+    if (Result<void> resolved = resolver.resolve(path, LastName::follow); !resolved)
+        return resolved.error();
+    const std::string& name = resolver.lastName();
+    if (name.empty())
+        return posixError(EISDIR);
+    return openRegularFile(resolver.current(), name.c_str());
+}
+
+Result<Descriptor> Disk::openFile(const Place& place) {
+    return openRegularFile(place.folder.number(), place.name.c_str());
+}
+
+Result<Place> Disk::place(std::string_view path) const {
+    Resolver resolver(m_root->number());
+    if (Result<void> resolved = resolver.resolve(path, LastName::keep); !resolved)
+        return resolved.error();
+    if (resolver.lastName().empty())
+        return posixError(EINVAL);
+    // A folder that is only passed through may still not be readable, and need not be.
+    Descriptor folder = system::openToPassThrough(resolver.current(), ".");
+    if (!folder)
+        return posixError(errno);
+    return Place{std::move(folder), resolver.lastName()};
+}
+
+Result<Place> Disk::placeFollowed(std::string_view path) const {
+    Resolver resolver(m_root->number());
+    if (Result<void> resolved = resolver.resolve(path, LastName::follow); !resolved)
+        return resolved.error();
+    Descriptor folder = system::openToPassThrough(resolver.current(), ".");
+    if (!folder)
+        return posixError(errno);
+    return Place{std::move(folder), resolver.lastName().empty() ? "." : resolver.lastName()};
+}
+
+} // namespace platform

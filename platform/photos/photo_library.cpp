@@ -1,0 +1,113 @@
+#include "platform/photos/photo_library.h"
+
+#include "platform/files/folder.h"
+#include "platform/files/path.h"
+#include "platform/photos/photo_catalogue.h"
+#include "platform/system/system.h"
+
+#include <cerrno>
+#include <chrono>
+#include <optional>
+#include <thread>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+/// Looks into the catalogue until it stays the same meanwhile, but not for ever. Whether a look was whole.
+bool read(const Disk& disk, const std::function<PhotoReading(const PhotoCatalogue&)>& look) {
+    constexpr int mostLooks = 5;
+    constexpr std::chrono::milliseconds pause(20);
+    for (int looks = 1;; ++looks) {
+        const Result<PhotoCatalogue> catalogue = PhotoCatalogue::open(disk);
+        if (!catalogue)
+            return false;
+        const PhotoReading reading = look(*catalogue);
+        if (reading != PhotoReading::changed || looks == mostLooks)
+            return reading == PhotoReading::whole;
+        std::this_thread::sleep_for(pause);
+    }
+}
+
+/// Where an asset's identifier begins names of files.
+std::string_view uuidOf(std::string_view identifier) {
+    return identifier.substr(0, identifier.find('/'));
+}
+
+/// The small picture that the library made of the asset, smaller kinds first.
+Descriptor rendition(const Disk& disk, std::string_view uuid) {
+    const std::string start = std::string(uuid) + "_";
+    for (const char* kind : {"resources/derivatives/masters", "resources/derivatives"}) {
+        const std::string folder = joined(joined(photoLibraryFolder(disk), kind), start.substr(0, 1));
+        const auto names = listFolder(disk, folder);
+        if (!names)
+            continue;
+        for (const std::string& name : *names) {
+            if (!name.starts_with(start) || extension(name) != "jpeg")
+                continue;
+            const Result<Place> place = disk.place(joined(folder, name));
+            if (Result<Descriptor> file = place ? Disk::openFile(*place) : place.error())
+                return std::move(*file);
+        }
+    }
+    return {};
+}
+
+/// Whether it leads from a folder into one below, by its text.
+bool leadsDown(std::string_view relative) {
+    const std::string path = "/" + std::string(relative);
+    return !relative.empty() && relative.find('\0') == std::string_view::npos && standardized(path) == path;
+}
+
+Result<Descriptor> openOriginal(const Disk& disk, const PhotoCatalogue::Original& original) {
+    if (!leadsDown(original.folder) || !leadsDown(original.name)
+        || original.name.find('/') != std::string::npos)
+        return posixError(EINVAL);
+    const Result<Descriptor> originals = disk.openFolder(joined(photoLibraryFolder(disk), "originals"));
+    if (!originals)
+        return originals.error();
+    Descriptor folder = system::openFolderBelow(originals->number(), original.folder.c_str());
+    if (!folder)
+        return posixError(errno);
+    return Disk::openFile(Place{std::move(folder), original.name});
+}
+
+} // namespace
+
+PhotoLibrary::PhotoLibrary(Disk disk, PhotoAccess access)
+    : m_disk(std::move(disk)), m_access(std::move(access)) {}
+
+bool PhotoLibrary::isOpen() const {
+    const PhotoAuthorization authorized = authorization();
+    return authorized == PhotoAuthorization::authorized || authorized == PhotoAuthorization::limited;
+}
+
+bool PhotoLibrary::visitAssets(const std::function<void()>& begin,
+                               const std::function<void(const PhotoAsset&)>& visit) const {
+    return isOpen() && read(m_disk, [&](const PhotoCatalogue& catalogue) {
+               begin();
+               return catalogue.visitAssets(visit);
+           });
+}
+
+PhotoPicture PhotoLibrary::picture(std::string_view localIdentifier) const {
+    std::optional<PhotoCatalogue::Original> original;
+    const auto find = [&](const PhotoCatalogue& catalogue) {
+        return catalogue.findOriginal(localIdentifier, original);
+    };
+    if (!isOpen() || !read(m_disk, find) || !original)
+        return {};
+    if (Descriptor small = rendition(m_disk, uuidOf(localIdentifier)))
+        return {std::move(small), false};
+    Result<Descriptor> file = openOriginal(m_disk, *original);
+    if (file)
+        return {std::move(*file), false};
+    return {Descriptor(), file.error().code == ENOENT};
+}
+
+bool PhotoLibrary::deleteAssets(const std::vector<std::string>& localIdentifiers) const {
+    return isOpen() && PhotoCatalogue::moveToRecentlyDeleted(m_disk, localIdentifiers);
+}
+
+} // namespace platform

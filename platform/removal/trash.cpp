@@ -1,0 +1,240 @@
+#include "platform/removal/trash.h"
+
+#include "platform/files/folder_reader.h"
+#include "platform/files/path.h"
+#include "platform/system/system.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+constexpr std::size_t maximumNameBytes = 255;
+
+/// Names that are tried for one entry, beyond those passed over as taken. A file system that calls every name
+/// taken must not keep the user waiting for ever.
+constexpr unsigned maximumAttempts = 10000;
+
+/// The Trash itself, to pass through; never through a link.
+Result<Descriptor> openTrash(const Disk& disk) {
+    const Result<Place> place = disk.place(trashFolder(disk));
+    if (!place)
+        return place.error();
+    Descriptor trash = system::openToPassThrough(place->folder.number(), place->name.c_str());
+    if (!trash)
+        return posixError(errno);
+    return trash;
+}
+
+/// The same, made where it is missing.
+Result<Descriptor> makeTrash(const Disk& disk) {
+    Result<Descriptor> trash = openTrash(disk);
+    if (trash || trash.error().code != ENOENT)
+        return trash;
+    const Result<Place> place = disk.place(trashFolder(disk));
+    if (!place)
+        return place.error();
+    if (mkdirat(place->folder.number(), place->name.c_str(), 0700) != 0 && errno != EEXIST)
+        return posixError(errno);
+    return openTrash(disk);
+}
+
+/// `text` cut to at most `bytes`, in front of the character that would have to be cut through.
+std::string_view cutToBytes(std::string_view text, std::size_t bytes) {
+    if (text.size() <= bytes)
+        return text;
+    constexpr std::size_t mostContinuationBytes = 3;
+    std::size_t end = bytes;
+    const auto isContinuation = [&](std::size_t at) {
+        return (text[at] & 0xC0) == 0x80;
+    };
+    while (end > 0 && bytes - end < mostContinuationBytes && isContinuation(end))
+        --end;
+    return text.substr(0, isContinuation(end) ? bytes : end);
+}
+
+/// The name to try for an attempt: at first the entry's own.
+std::string nameInTrash(const std::string& name, unsigned number) {
+    return number < 2 ? name : numberedName(name, number);
+}
+
+/// A number at which to begin where the ones below are taken: found by doubling and halving, so that the
+/// ten-thousandth entry of a name doesn't try ten thousand. Only a guess: what decides is the rename.
+unsigned likelyFreeNumber(int trash, const std::string& name) {
+    const auto isTaken = [&](unsigned number) {
+        struct stat status {};
+        return fstatat(trash, nameInTrash(name, number).c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
+    };
+    unsigned taken = 1;
+    unsigned free = 2;
+    while (free < 1U << 30 && isTaken(free)) {
+        taken = free;
+        free *= 2;
+    }
+    while (free - taken > 1) {
+        const unsigned middle = taken + (free - taken) / 2;
+        (isTaken(middle) ? taken : free) = middle;
+    }
+    return free;
+}
+
+// For file systems that cannot promise that a rename replaces nothing. Like a system call, each gives 0, or
+// -1 with errno set.
+
+/// The new name is taken by an empty folder of ours, which is all that a folder can replace.
+int moveFolderOntoReservedName(const Place& source, int trash, const char* newName) {
+    if (mkdirat(trash, newName, 0700) != 0)
+        return -1;
+    if (renameat(source.folder.number(), source.name.c_str(), trash, newName) == 0)
+        return 0;
+    const int failure = errno;
+    unlinkat(trash, newName, AT_REMOVEDIR);
+    errno = failure;
+    return -1;
+}
+
+/// Removes the name in the folder if it still is that of the file with this other name in the Trash.
+int removeFirstName(const Place& source, int trash, const char* otherName) {
+    struct stat first {};
+    struct stat other {};
+    if (fstatat(source.folder.number(), source.name.c_str(), &first, AT_SYMLINK_NOFOLLOW) != 0
+        || fstatat(trash, otherName, &other, AT_SYMLINK_NOFOLLOW) != 0)
+        return -1;
+    if (first.st_dev != other.st_dev || first.st_ino != other.st_ino) {
+        errno = EBUSY; // a program has just put a new version in its place
+        return -1;
+    }
+    return unlinkat(source.folder.number(), source.name.c_str(), 0);
+}
+
+/// The file gets its new name before it loses the old one.
+int moveFileByLink(const Place& source, int trash, const char* newName) {
+    if (linkat(source.folder.number(), source.name.c_str(), trash, newName, 0) != 0)
+        return -1;
+    if (removeFirstName(source, trash, newName) == 0)
+        return 0;
+    const int failure = errno;
+    unlinkat(trash, newName, 0);
+    errno = failure;
+    return -1;
+}
+
+int moveByReservedName(const Place& source, int trash, const char* newName) {
+    struct stat status {};
+    if (fstatat(source.folder.number(), source.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return -1;
+    if (S_ISDIR(status.st_mode))
+        return moveFolderOntoReservedName(source, trash, newName);
+    if (S_ISREG(status.st_mode))
+        return moveFileByLink(source, trash, newName);
+    errno = ENOTSUP;
+    return -1;
+}
+
+/// Moves the entry to the first name that is free; gives that name.
+Result<std::string> moveToFreeName(const Place& source, int trash) {
+    bool renamesExclusively = true;
+    unsigned number = 1;
+    for (unsigned attempt = 0; attempt < maximumAttempts; ++attempt) {
+        std::string name = nameInTrash(source.name, number);
+        int failure = 0;
+        if (renamesExclusively) {
+            if (system::renameExclusively(source.folder.number(), source.name.c_str(), trash, name.c_str())
+                == 0)
+                return name;
+            failure = errno;
+            renamesExclusively = failure != EINVAL && failure != ENOSYS;
+        }
+        if (!renamesExclusively) {
+            if (moveByReservedName(source, trash, name.c_str()) == 0)
+                return name;
+            failure = errno;
+        }
+        if (failure != EEXIST)
+            return posixError(failure);
+        number = number == 1 ? likelyFreeNumber(trash, source.name) : number + 1;
+    }
+    return posixError(EEXIST);
+}
+
+} // namespace
+
+std::string trashFolder(const Disk& disk) {
+    return disk.inHome(".Trash");
+}
+
+Result<std::vector<std::string>> listTrash(const Disk& disk) {
+    const auto failed = [](const Error& cause) {
+        return fileError(FileAction::read, cause, ".Trash");
+    };
+    const Result<Place> place = disk.place(trashFolder(disk));
+    if (!place)
+        return failed(place.error());
+    const Descriptor trash = system::openFolderBelow(place->folder.number(), place->name.c_str());
+    if (!trash)
+        return failed(posixError(errno));
+    std::vector<std::string> names;
+    FolderReader reader;
+    reader.start(trash.number());
+    while (const FolderEntry* entry = reader.next())
+        names.emplace_back(entry->name);
+    if (reader.failure() != 0)
+        return failed(posixError(reader.failure()));
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+Result<Place> placeInTrash(const Disk& disk, std::string_view path) {
+    const std::string trash = trashFolder(disk);
+    if (!isBelow(path, trash) || path != standardized(path) || path.find('\0') != std::string_view::npos)
+        return posixError(EINVAL);
+    Result<Descriptor> folder = openTrash(disk);
+    if (!folder)
+        return folder.error();
+    std::string_view rest = path.substr(trash.size() + 1);
+    for (std::size_t slash = rest.find('/'); slash != std::string_view::npos; slash = rest.find('/')) {
+        Descriptor next =
+            system::openToPassThrough(folder->number(), std::string(rest.substr(0, slash)).c_str());
+        if (!next)
+            return posixError(errno);
+        *folder = std::move(next);
+        rest.remove_prefix(slash + 1);
+    }
+    return Place{std::move(*folder), std::string(rest)};
+}
+
+Result<std::string> moveToTrash(const Disk& disk, std::string_view path) {
+    const auto move = [&]() -> Result<std::string> {
+        const Result<Place> source = disk.place(path);
+        if (!source)
+            return source.error();
+        const Result<Descriptor> trash = makeTrash(disk);
+        if (!trash)
+            return trash.error();
+        return moveToFreeName(*source, trash->number());
+    };
+    const Result<std::string> name = move();
+    if (!name)
+        return fileError(FileAction::move, name.error(), lastComponent(path));
+    return joined(trashFolder(disk), *name);
+}
+
+std::string numberedName(std::string_view name, unsigned number) {
+    const std::string suffix = " " + std::to_string(number);
+    const std::string_view nameExtension = extension(name);
+    std::string ending = suffix;
+    if (!nameExtension.empty())
+        ending.append(".").append(nameExtension);
+    if (ending.size() >= maximumNameBytes) // one that fills the name is no extension worth keeping
+        return std::string(cutToBytes(name, maximumNameBytes - suffix.size())) + suffix;
+    return std::string(cutToBytes(stem(name), maximumNameBytes - ending.size())) + ending;
+}
+
+} // namespace platform

@@ -1,0 +1,81 @@
+#include "platform/walk/walk.h"
+
+#include "platform/base/bytes.h"
+#include "platform/files/path.h"
+#include "platform/system/system.h"
+#include "platform/walk/walk_worker.h"
+
+#include <algorithm>
+
+namespace platform {
+
+std::string WalkEntry::path() const {
+    return joined(worker->folderPath(), name);
+}
+
+RootOpener rootsOn(const Disk& disk) {
+    return [disk](const std::string& path) -> Descriptor {
+        if (const Result<Place> place = disk.place(path))
+            return system::openFolderBelow(place->folder.number(), place->name.c_str());
+        // The disk's own root has no place.
+        if (Result<Descriptor> folder = disk.openFolder(path))
+            return std::move(*folder);
+        return {};
+    };
+}
+
+void detail::walk(const RootOpener& openRoot, std::span<const std::string> roots, Hidden hidden,
+                  unsigned workers, const std::function<Descend(unsigned worker, const WalkEntry&)>& visit) {
+    SharedWalk walk{openRoot, roots, hidden, visit};
+    for (unsigned index = 0; index < workers; ++index) {
+        walk.workers.push_back(std::make_unique<WalkWorker>(walk, index));
+        walk.everyone |= std::uint64_t{1} << index;
+    }
+    // The caller's thread begins; the others are idle until it hands them work, and only then get a thread.
+    walk.idle = walk.everyone & ~std::uint64_t{1};
+    walk.workers.front()->run();
+    for (const std::unique_ptr<WalkWorker>& worker : walk.workers)
+        worker->join();
+}
+
+namespace {
+
+/// Sums the bytes below each root.
+struct Sums {
+    std::vector<std::int64_t> bytes;
+
+    Descend visit(const WalkEntry& entry) {
+        bytes[entry.root] = addBytes(bytes[entry.root], entry.sizeBytes);
+        return Descend::yes;
+    }
+    void merge(Sums other) {
+        for (std::size_t i = 0; i < bytes.size(); ++i)
+            bytes[i] = addBytes(bytes[i], other.bytes[i]);
+    }
+};
+
+} // namespace
+
+std::vector<std::int64_t> measure(const Disk& disk, std::span<const std::string> paths, unsigned workers) {
+    std::vector<std::int64_t> sizes(paths.size());
+    std::vector<std::string> folders;
+    std::vector<std::size_t> indices; // of the folders among the paths
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        const std::optional<Attributes> attributes = attributesOf(disk, paths[i]);
+        if (!attributes)
+            continue;
+        if (attributes->type == EntryType::folder) {
+            folders.push_back(paths[i]);
+            indices.push_back(i);
+        } else if (attributes->type == EntryType::file || kindOf(disk, paths[i]) == Kind::file) {
+            sizes[i] = attributes->sizeBytes;
+        }
+    }
+    const Sums sums =
+        walk(disk, folders, Hidden::skip, Sums{std::vector<std::int64_t>(folders.size())}, workers);
+    for (std::size_t i = 0; i < folders.size(); ++i)
+        sizes[indices[i]] = sums.bytes[i];
+    return sizes;
+}
+
+} // namespace platform
