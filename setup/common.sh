@@ -1,4 +1,4 @@
-# What ./run and ./test share. Sourced by them at the top of the tree.
+# Functions of ./run and ./test, which source this file at the top of the tree.
 # shellcheck shell=bash
 
 say() { printf '%s\n' "$*"; }
@@ -7,33 +7,33 @@ fail() {
     exit "${2:-1}"
 }
 
-# packages SECTION…: the names listed under these headings of setup/packages.
+# packages SECTION…: prints the packages listed under these headings of setup/packages.
 packages() {
     awk -v sections=" $* " '
         /^\[/ { wanted = index(sections, " " substr($1, 2, length($1) - 2) " "); next }
         wanted && NF && !/^#/ { print $1 }' setup/packages
 }
 
-# missing PACKAGE…: those that aren't installed. One question to the package database answers for all.
+# missing PACKAGE…: prints those that are not installed. One query of the package database covers all of them.
 missing() {
     comm -23 <(printf '%s\n' "$@" | sort) \
         <(dpkg-query --show --showformat '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null |
             sed -n 's/^installed //p' | sort)
 }
 
-# install SECTION…: installs what is missing of these sections.
+# install SECTION…: installs the missing packages of these sections.
 install() {
     local packages as_root=()
     mapfile -t packages < <(packages "$@")
     if ! command -v dpkg-query >/dev/null; then
-        say "Nothing is installed here, since this is no Debian system. Needed: ${packages[*]}"
+        say "This is not a Debian system, so nothing is installed. Required packages: ${packages[*]}"
         return
     fi
     mapfile -t packages < <(missing "${packages[@]}")
     [ ${#packages[@]} -gt 0 ] || return 0
 
     if [ "$(id -u)" != 0 ]; then
-        command -v sudo >/dev/null || fail "some packages are missing, and only root can install them:
+        command -v sudo >/dev/null || fail "packages are missing and only root can install them:
 apt-get update && apt-get install --no-install-recommends ${packages[*]}"
         as_root=(sudo)
     fi
@@ -42,30 +42,30 @@ apt-get update && apt-get install --no-install-recommends ${packages[*]}"
         "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
             apt-get -q -o DPkg::Lock::Timeout=300 -o Acquire::Retries=3 "$@"
     }
-    apt_get update || fail "the list of packages could not be fetched"
+    apt_get update || fail "the package list could not be fetched"
     apt_get install -y --no-install-recommends "${packages[@]}" || fail "the packages could not be installed"
 }
 
-# build PRESET TARGET…
+# build PRESET TARGET…: configures the preset and builds these targets.
 build() {
     cmake --preset "$1" --log-level=WARNING >/dev/null
     cmake --build --preset "$1" --target "${@:2}"
 }
 
-# start_display: a display that nobody sees, for this script and what it starts; it ends with the script.
+# start_display: starts Xvfb, a virtual display, and sets DISPLAY. It stops when the script exits.
 start_display() {
     local number
-    # Xvfb takes a free number itself, and names it once it can be used.
+    # With -displayfd Xvfb chooses a free display number and prints it once it accepts connections.
     coproc XVFB { exec Xvfb -displayfd 1 -screen 0 1600x1200x24 -nolisten tcp 2>build/xvfb.log; }
-    # shellcheck disable=SC2064 # the process is the one of now
+    # shellcheck disable=SC2064 # expanded now on purpose: the trap must kill this very process
     trap "kill $XVFB_PID 2>/dev/null" EXIT
-    read -r number <&"${XVFB[0]}" || fail "no display could be started; build/xvfb.log says why"
+    read -r number <&"${XVFB[0]}" || fail "Xvfb did not start; see build/xvfb.log"
     export DISPLAY=:$number
     unset WAYLAND_DISPLAY
 }
 
-# pinned FOLDER COMMAND…: runs a command that must behave, and look, the same on every machine. Of this
-# environment it gets only where programs are found; FOLDER, made anew, is its home.
+# pinned FOLDER COMMAND…: runs a command in a fixed environment (locale, time zone, scale, no user settings), so
+# that it behaves the same on every machine. FOLDER is emptied and becomes its HOME.
 pinned() {
     local home=$1
     rm -rf "$home"
