@@ -2,7 +2,6 @@
 #include "tests/support/photo_catalogue.h"
 #include "tests/ui/window_test.h"
 #include "ui/thumbnails/photo_thumbnail.h"
-#include "ui/thumbnails/thumbnail_decoder.h"
 #include "ui/thumbnails/thumbnail_loader.h"
 
 #include <QBuffer>
@@ -11,50 +10,42 @@
 #include <QImage>
 #include <QQmlComponent>
 #include <QQmlEngine>
-#include <QSignalSpy>
 
 #include <atomic>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-/// Tiles with pictures of a photo library: the real window, real files, and jobs that run when told to.
+/// Thumbnails in the real window, from real files of a photo library; background jobs run when the test says
+/// so.
 class ThumbnailTest : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
 
-    void saysWhatThereIs();
-    void drawsThePicture();
-    void isAsRoundAsOtherTiles();
-    void showsOnlyWhatItStandsFor();
-    void loadsWhatIsInSightFirstAndNothingForNobody();
-    void remembersSomeAndForgetsWhenTold();
-    void tellsBytesApart();
-    void mayGoMeanwhile();
+    void distinguishesLoadedInCloudAndBroken();
+    void drawsThePictureOfItsCurrentAsset();
+    void loadsVisibleTilesFirstAndNoneWithoutATile();
+    void limitsAndClearsItsCache();
+    void comparesIdentifiersByBytes();
+    void survivesTheEndOfTheWindow();
 
 private:
-    /// A photo of one colour, which is on the disk.
-    void add(const std::string& uuid, const QColor& color = Qt::red);
-    void writePicture(const std::string& file, const QImage& image) const;
+    void add(const std::string& uuid, const QColor& color = Qt::red); ///< a photo of one colour
     void openWindow(const platform::Executor& executor);
-
-    PhotoThumbnail* makeTile(const QByteArray& uuid, QPoint place = {20, 20});
-    std::unique_ptr<QObject> make(const QByteArray& qml, const QVariantMap& properties = {}) const;
+    PhotoThumbnail* makeTile(const QByteArray& uuid, int x = 20);
     static QByteArray id(const QByteArray& uuid) { return uuid + "/L0/001"; }
     void runAll();
     QColor colour(int x = 48, int y = 48) const { return window()->grabWindow().pixelColor(20 + x, 20 + y); }
 
     HandCranked m_jobs;
     std::optional<CatalogueWriter> m_catalogue;
-    std::atomic<int> m_looks = 0; ///< into the library
+    std::atomic<int> m_reads = 0; ///< of the library
 };
 
 const std::string library = CatalogueWriter::folder;
 
-/// The window, and a library with photos of three colours and some more of one.
 void ThumbnailTest::init() {
     WindowTest::init();
     m_catalogue.emplace(*m_disk);
@@ -71,43 +62,29 @@ void ThumbnailTest::add(const std::string& uuid, const QColor& color) {
     m_catalogue->add({.uuid = uuid});
     QImage image(300, 200, QImage::Format_RGB32);
     image.fill(color);
-    writePicture(uuid + ".jpeg", image);
-}
-
-void ThumbnailTest::writePicture(const std::string& file, const QImage& image) const {
     QBuffer buffer;
     QVERIFY(buffer.open(QIODevice::WriteOnly) && image.save(&buffer, "png"));
-    m_disk->write(library + "/originals/A/" + file, buffer.data().toStdString());
+    m_disk->write(library + "/originals/A/" + uuid + ".jpeg", buffer.data().toStdString());
 }
 
 void ThumbnailTest::openWindow(const platform::Executor& executor) {
     const auto answer = [this](const platform::Disk&) {
-        ++m_looks;
+        ++m_reads;
         return platform::PhotoAuthorization::authorized;
     };
     open(smallest, executor, {answer, answer});
     runAll();
-    m_looks = 0;
+    m_reads = 0;
 }
 
-std::unique_ptr<QObject> ThumbnailTest::make(const QByteArray& qml, const QVariantMap& properties) const {
+PhotoThumbnail* ThumbnailTest::makeTile(const QByteArray& uuid, int x) {
     QQmlComponent component(qmlEngine(window()));
-    component.setData("import QtQuick\nimport Lumvale\nimport Lumvale.Style\n" + qml, QUrl());
-    std::unique_ptr<QObject> made(component.createWithInitialProperties(properties));
-    if (!made)
-        qFatal("%s", qPrintable(component.errorString()));
-    return made;
-}
-
-PhotoThumbnail* ThumbnailTest::makeTile(const QByteArray& uuid, QPoint place) {
-    QObject* tile = make("Rectangle { id: tile; property var bytes; width: 96; height: 96; color: 'black'\n"
-                         "PhotoThumbnail { anchors.fill: parent; assetID: tile.bytes } }",
-                         {{"bytes", id(uuid)},
-                          {"parent", QVariant::fromValue(window()->contentItem())},
-                          {"x", place.x()},
-                          {"y", place.y()},
-                          {"z", 100}})
-                        .release();
+    component.setData("import QtQuick\nimport Lumvale\n"
+                      "Rectangle { id: tile; property var bytes; width: 96; height: 96; y: 20; z: 100\n"
+                      "color: 'black'; PhotoThumbnail { anchors.fill: parent; assetID: tile.bytes } }",
+                      QUrl());
+    QObject* tile = component.createWithInitialProperties(
+        {{"bytes", id(uuid)}, {"parent", QVariant::fromValue(window()->contentItem())}, {"x", x}});
     tile->setParent(window()->contentItem());
     return tile->findChild<PhotoThumbnail*>();
 }
@@ -117,10 +94,10 @@ void ThumbnailTest::runAll() {
         m_jobs.run();
 }
 
-void ThumbnailTest::saysWhatThereIs() {
-    const std::string small = library + "/resources/derivatives/S/SMALL_1_105_c.jpeg";
+void ThumbnailTest::distinguishesLoadedInCloudAndBroken() {
+    const std::string rendition = library + "/resources/derivatives/S/SMALL_1_105_c.jpeg";
     m_disk->make(library + "/resources/derivatives/S/");
-    m_disk->write(small, m_disk->read(library + "/originals/A/A.jpeg"));
+    m_disk->write(rendition, m_disk->read(library + "/originals/A/A.jpeg"));
     for (const char* uuid : {"SMALL", "CLOUD", "TEXT"})
         m_catalogue->add({.uuid = uuid});
     for (const char* broken : {"SMALL", "TEXT"})
@@ -130,76 +107,42 @@ void ThumbnailTest::saysWhatThereIs() {
         bool isLoaded;
         bool isInCloud;
     } cases[]{{"A", true, false},
-              {"SMALL", true, false}, // beside a broken original
+              {"SMALL", true, false}, // its rendition; the original is broken
               {"CLOUD", false, true},
               {"TEXT", false, false},
-              {"NOBODY", false, false}};
+              {"UNKNOWN", false, false}};
     for (const auto& [uuid, isLoaded, isInCloud] : cases) {
-        m_looks = 0;
+        m_reads = 0;
         const PhotoThumbnail* tile = makeTile(uuid);
-        QVERIFY(!tile->isLoaded() && !tile->iCloudOnly());
         runAll();
-        // And once more, from memory.
         for (const PhotoThumbnail* shown : {tile, static_cast<const PhotoThumbnail*>(makeTile(uuid))}) {
             QVERIFY2(shown->isLoaded() == isLoaded, uuid);
             QVERIFY2(shown->iCloudOnly() == isInCloud, uuid);
         }
         QVERIFY(m_jobs.isIdle());
-        QCOMPARE(m_looks, 1);
+        QCOMPARE(m_reads, 1); // the second tile is answered from the cache
     }
 }
 
-void ThumbnailTest::drawsThePicture() {
-    QImage lines(192, 192, QImage::Format_RGB32);
-    for (int y = 0; y < 192; ++y)
-        for (int x = 0; x < 192; ++x)
-            lines.setPixelColor(x, y, (x + y) % 2 == 0 ? Qt::white : Qt::black);
-    writePicture("D.jpeg", lines);
+void ThumbnailTest::drawsThePictureOfItsCurrentAsset() {
     PhotoThumbnail* tile = makeTile("A");
     QCOMPARE(colour(), QColor(Qt::black));
     runAll();
     QCOMPARE(colour(), QColor(Qt::red));
-    for (const int edge : {0, 95}) {
-        QCOMPARE(colour(edge, 48), QColor(Qt::red));
-        QCOMPARE(colour(48, edge), QColor(Qt::red));
-        QCOMPARE(colour(edge, edge), QColor(Qt::black)); // round
-    }
-    tile->setAssetID(id("B"));
-    QCOMPARE(colour(), QColor(Qt::black));
-    runAll();
-    QCOMPARE(colour(), QColor(Qt::green));
-    tile->setAssetID(id("A"));
-    QCOMPARE(colour(), QColor(Qt::red)); // at once
-    tile->setAssetID(id("D"));
-    runAll();
-    const int mixed = colour().red();
-    QVERIFY2(mixed > 100 && mixed < 155, qPrintable(QString::number(mixed)));
-}
-
-void ThumbnailTest::isAsRoundAsOtherTiles() {
-    const auto style = make("QtObject { property real radius: Metrics.tileRadius }");
-    QCOMPARE(thumbnailCorner * 96, style->property("radius").toReal());
-}
-
-void ThumbnailTest::showsOnlyWhatItStandsFor() {
-    PhotoThumbnail* tile = makeTile("A");
-    const QSignalSpy changes(tile, &PhotoThumbnail::thumbnailChanged);
+    QCOMPARE(colour(0, 48), QColor(Qt::red));
+    QCOMPARE(colour(0, 0), QColor(Qt::black)); // round corner
     tile->setAssetID(id("B"));
     m_jobs.runBackground();
     tile->setAssetID(id("C"));
     m_jobs.publish();
     QVERIFY(!tile->isLoaded());
-    QCOMPARE(changes.count(), 0);
     runAll();
-    QCOMPARE(changes.count(), 1);
     QCOMPARE(colour(), QColor(Qt::blue));
-    tile->setAssetID({});
-    QVERIFY(!tile->isLoaded() && m_jobs.isIdle());
 }
 
-void ThumbnailTest::loadsWhatIsInSightFirstAndNothingForNobody() {
+void ThumbnailTest::loadsVisibleTilesFirstAndNoneWithoutATile() {
     std::vector<PhotoThumbnail*> tiles;
-    for (const char* uuid : {"A", "B", "C", "D", "E", "F", "F"})
+    for (const char* uuid : {"A", "B", "C", "D", "E", "F"})
         tiles.push_back(makeTile(uuid));
     const auto loaded = [&tiles] {
         QString names;
@@ -208,77 +151,64 @@ void ThumbnailTest::loadsWhatIsInSightFirstAndNothingForNobody() {
                 names += tile->assetID().left(1);
         return names;
     };
-    delete makeTile("NOBODY")->parentItem();
-    PhotoThumbnail* reused = makeTile("NONE");
-    reused->setAssetID(id("A"));
+    delete makeTile("NONE")->parentItem();
     tiles[4]->parentItem()->setVisible(false);
-    for (const char* next : {"AB", "ABDFF", "ABCDFF"}) { // the first two had been begun
+    for (const char* next : {"AB", "ABDF", "ABCDF"}) { // the first two were under way
         m_jobs.run();
         QCOMPARE(loaded(), next);
     }
-    QVERIFY(reused->isLoaded() && m_jobs.isIdle());
     tiles[4]->parentItem()->setVisible(true);
     runAll();
-    QCOMPARE(loaded(), "ABCDEFF");
-    QCOMPARE(m_looks, 6);
+    QCOMPARE(loaded(), "ABCDEF");
+    QCOMPARE(m_reads, 6);
 }
 
-void ThumbnailTest::remembersSomeAndForgetsWhenTold() {
+void ThumbnailTest::limitsAndClearsItsCache() {
     ThumbnailLoader& loader = *ThumbnailLoader::create(qmlEngine(window()));
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < 250; ++i) {
         const std::string uuid = "M" + std::to_string(i);
         m_catalogue->add({.uuid = uuid, .file = "'A.jpeg'"});
         delete makeTile(QByteArray::fromStdString(uuid))->parentItem();
         runAll();
     }
-    QVERIFY(loader.rememberedBytes() > 20'000'000 && loader.rememberedBytes() <= 24'000'000);
-    QVERIFY(makeTile("M399")->isLoaded());
+    QVERIFY(makeTile("M249")->isLoaded());
     QVERIFY(!makeTile("M0")->isLoaded());
     runAll();
 
-    make("QtObject { Component.onCompleted: ThumbnailLoader.clear() }");
-    QCOMPARE(loader.rememberedBytes(), 0);
     const PhotoThumbnail* tile = makeTile("A");
     m_jobs.runBackground();
-    loader.clear(); // what is under way is out of date as well
+    loader.clear(); // also drops results that are under way
     m_jobs.publish();
     QVERIFY(!tile->isLoaded());
-    m_looks = 0;
+    QVERIFY(!makeTile("M249")->isLoaded());
     runAll();
     QVERIFY(tile->isLoaded());
-    QCOMPARE(m_looks, 1);
 }
 
-void ThumbnailTest::tellsBytesApart() {
-    const QByteArray uuids[] = {"X\xFF", "X\xFE", "\xC3\xA9", "e\xCC\x81"};
-    const char* const files[] = {"A", "B", "C", "A"};
-    for (int i = 0; i < 4; ++i) {
-        m_catalogue->add({.uuid = uuids[i].toStdString(), .file = std::string("'") + files[i] + ".jpeg'"});
-        QCOMPARE(makeTile(uuids[i], {20 + 100 * i, 20})->assetID(), id(uuids[i]));
+void ThumbnailTest::comparesIdentifiersByBytes() {
+    const QByteArray uuids[] = {"X\xFF", "X\xFE"};
+    for (int i = 0; i < 2; ++i) {
+        m_catalogue->add({.uuid = uuids[i].toStdString(), .file = i == 0 ? "'A.jpeg'" : "'B.jpeg'"});
+        makeTile(uuids[i], 20 + 100 * i);
     }
     runAll();
-    const QColor colors[] = {Qt::red, Qt::green, Qt::blue, Qt::red};
-    for (int i = 0; i < 4; ++i)
-        QCOMPARE(colour(48 + 100 * i), colors[i]);
+    QCOMPARE(colour(48), QColor(Qt::red));
+    QCOMPARE(colour(148), QColor(Qt::green));
 }
 
-void ThumbnailTest::mayGoMeanwhile() {
-    for (const char* uuid : {"A", "B", "C"})
-        makeTile(uuid);
+void ThumbnailTest::survivesTheEndOfTheWindow() {
+    makeTile("A");
     m_jobs.runBackground();
     close();
     m_jobs.publish();
     QVERIFY(m_jobs.isIdle());
-    // And with real threads, which may be anywhere.
-    for (int i = 0; i < 5; ++i) {
+    for (int i = 0; i < 3; ++i) { // real threads, at any point of their work
         openWindow(qtExecutor());
-        for (const char* uuid : {"A", "B"})
-            makeTile(uuid);
-        const PhotoThumbnail* last = makeTile("C");
-        if (i % 2 == 0)
-            QTRY_VERIFY(last->isLoaded());
+        makeTile("A");
+        const PhotoThumbnail* last = makeTile("B");
+        if (i == 1)
+            QTRY_VERIFY_WITH_TIMEOUT(last->isLoaded(), 60'000);
         close();
-        QCoreApplication::processEvents();
     }
 }
 
