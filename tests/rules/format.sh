@@ -1,6 +1,5 @@
 #!/usr/bin/env bash
-# The code has the form that .clang-format gives it. Other versions of the tool write a few things
-# differently; 14 is the one that counts.
+# Checks the formatting of all code with clang-format 14, whose output other versions do not match exactly.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 

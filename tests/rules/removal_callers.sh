@@ -1,9 +1,9 @@
 #!/bin/sh
-# Whatever in the product can take something away from a disk is in the list below, file by file. A line that
-# appears in the product only is either a mistake or a decision that belongs in the list.
+# Compares all calls in the product that can remove or overwrite files with the list below. A call that is not listed
+# is either a mistake or a decision that must be added to the list.
 #
-#   removal_callers.sh TREE        compares the product in TREE with the list
-#   removal_callers.sh --itself    shows that a new caller would be found
+#   removal_callers.sh TREE        checks the product in TREE
+#   removal_callers.sh --itself    checks that this script finds new calls
 
 set -eu
 
@@ -40,8 +40,8 @@ platform/sqlite/sqlite.h openToChange
 platform/system/process.h runProgram
 platform/system/system.h renameExclusively'
 
-# The layer's own operations, the system's calls, and what libraries make of them. Another program can do
-# anything, so that starting one counts.
+# Operations of platform/, system calls, and functions of libraries. Starting a program counts, since it may remove
+# files.
 layer='removeForGood|moveToTrash|deleteAssets|openToChange|unlock|renameExclusively|writeFile|runProgram'
 calls='unlink|unlinkat|rmdir|rename|renameat|renameat2|renamex_np|renameatx_np|truncate|ftruncate|creat|system|popen|posix_spawnp?|exec[lv]p?e?'
 libraries='remove_all|resize_file|removeRecursively|removeDatabase|rmpath|ofstream|O_TRUNC|QSaveFile|QProcess|filesystem::remove|fs::remove|QFile::remove|WriteOnly|ReadWrite'

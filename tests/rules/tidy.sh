@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# tidy.sh BUILD_FOLDER: platform/ and core/ pass the checks of .clang-tidy, and so compile with clang as well.
+# tidy.sh BUILD_FOLDER: runs the checks of .clang-tidy on platform/ and core/, which also shows that they compile with
+# clang.
 set -euo pipefail
 build=$(realpath "$1")
 cd "$(dirname "$0")/../.."
@@ -7,18 +8,18 @@ cd "$(dirname "$0")/../.."
 tool=$(command -v clang-tidy-14 || command -v clang-tidy)
 mkdir -p "$build/tidy"
 
-# A source that has passed is not read again until it, the checks, a header or the flags change.
-ground=$(find platform core .clang-tidy "$build/compile_commands.json" -type f ! -name '*.cpp' -print0 |
+# A source that has passed is skipped until it, a header, the checks or the compiler flags change.
+inputs=$(find platform core .clang-tidy "$build/compile_commands.json" -type f ! -name '*.cpp' -print0 |
     sort -z | xargs -0 cat | sha256sum)
 check() {
     local passed
-    passed=$build/tidy/$(sha256sum - "$1" <<<"$ground" | sha256sum | cut -d ' ' -f 1)
-    # The flags are g++'s, and some of its warnings clang doesn't know.
+    passed=$build/tidy/$(sha256sum - "$1" <<<"$inputs" | sha256sum | cut -d ' ' -f 1)
+    # clang does not know all of g++'s warning flags in the compilation database.
     [ -e "$passed" ] && return
     "$tool" -p "$build" --quiet --extra-arg=-Wno-unknown-warning-option "$1" && touch "$passed"
 }
 export -f check
-export build tool ground
-# shellcheck disable=SC2016 # the inner shell's
+export build tool inputs
+# shellcheck disable=SC2016 # expanded by the inner shell
 find platform core -name '*.cpp' -print0 | xargs -0 -n 1 -P "$(nproc)" bash -c 'check "$1"' check \
-    2> >(grep -vE '^[0-9]+ warnings? generated' >&2) # those are in the system's headers
+    2> >(grep -vE '^[0-9]+ warnings? generated' >&2) # in system headers
