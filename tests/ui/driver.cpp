@@ -132,10 +132,22 @@ BlockingAction* Driver::blockingAction() const {
 }
 
 QStringList Driver::texts() const {
+    return texts(*m_window.contentItem());
+}
+
+QStringList Driver::texts(QQuickItem& item) {
     QStringList texts;
-    forEachVisible(m_window.contentItem(), [&](const QQuickItem* item) {
-        if (item->inherits("QQuickText"))
-            texts.append(item->property("text").toString());
+    const QQuickItem* figure = nullptr;
+    forEachVisible(&item, [&](const QQuickItem* text) {
+        const QString drawn = text->property("text").toString();
+        if (!text->inherits("QQuickText") || drawn.isEmpty())
+            return;
+        const bool isCharacter = text->property("character").isValid();
+        if (isCharacter && figure == text->parentItem())
+            texts.back() += drawn;
+        else
+            texts.append(drawn);
+        figure = isCharacter ? text->parentItem() : nullptr;
     });
     return texts;
 }

@@ -48,8 +48,10 @@ public:
     /// What the open dialog does once it is confirmed; null without a dialog.
     BlockingAction* blockingAction() const;
 
-    /// Everything that there is to read, piece by piece.
+    /// The visible texts of the window, or at and below an item, as drawn. Figures, which draw each character
+    /// as an item of its own, are one text.
     QStringList texts() const;
+    static QStringList texts(QQuickItem& item);
 
     /// The visible texts that don't fit where they stand, or reach out of the window; but for those that are
     /// made to be shortened.
