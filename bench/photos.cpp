@@ -1,15 +1,20 @@
 #include "core/photos/photo_duplicates.h"
+#include "tools/sample_disk/photo_catalogue.h"
+#include "tools/sample_disk/random.h"
 
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include <sqlite3.h>
 #include <sys/resource.h>
 
-// Searches the duplicates of a photo library, or does no more than step through the same columns of its
-// catalogue with SQLite itself. Prints what that takes, in milliseconds, and the peak of the memory, in
+// Makes the catalogue of a photo library, searches its duplicates, or only steps through the same columns of
+// the catalogue with SQLite itself. Prints what that takes, in milliseconds, and the peak of the memory, in
 // bytes.
 
 namespace {
@@ -40,6 +45,28 @@ long stepThrough(const std::string& catalogue) {
     return count;
 }
 
+/// Every asset has its own date, except for the last `groups` ones, which repeat the first ones.
+void makeCatalogue(const std::string& file, int count, int groups) {
+    std::filesystem::create_directories(std::filesystem::path(file).parent_path());
+    sample_disk::PhotoCatalogueWriter catalogue(file);
+    sample_disk::Random identifiers(7, "identifiers");
+    catalogue.run("BEGIN");
+    for (int number = 0; number < count; ++number) {
+        const int original = number < count - groups ? number : number - (count - groups);
+        sample_disk::Random random(7, std::to_string(original));
+        const std::string uuid = identifiers.uuid();
+        catalogue.add({.uuid = uuid,
+                       .size = std::to_string(random.between(200'000, 9'000'000)),
+                       .created = std::to_string(500'000'000 + 61.25 * original),
+                       .width = "4032",
+                       .height = "3024",
+                       .kind = original % 9 == 0 ? "1" : "0",
+                       .name = "'IMG_" + std::to_string(number % 10'000) + ".HEIC'",
+                       .directory = sample_disk::quoted(uuid.substr(0, 1))});
+    }
+    catalogue.run("COMMIT");
+}
+
 std::size_t findDuplicates(const platform::Disk& disk) {
     const platform::Executor here{[](platform::Executor::Job job) { job(); },
                                   [](platform::Executor::Job job) {
@@ -58,8 +85,11 @@ std::size_t findDuplicates(const platform::Disk& disk) {
 
 int main(int argc, char** argv) {
     const std::string_view what = argc == 4 ? argv[1] : "";
-    if (what != "bare" && what != "duplicates") {
-        std::fputs("usage: bench-photos bare|duplicates DISK HOME\n", stderr);
+    const bool makes = argc == 6 && argv[1] == std::string_view("make");
+    if (!makes && what != "bare" && what != "duplicates") {
+        std::fputs("usage: bench-photos bare|duplicates DISK HOME\n"
+                   "       bench-photos make DISK HOME ASSETS GROUPS\n",
+                   stderr);
         return 2;
     }
     const platform::Result<platform::Disk> disk = platform::Disk::open(argv[2], argv[3]);
@@ -68,6 +98,10 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::string library = disk->inHome("Pictures/Photos Library.photoslibrary/database/Photos.sqlite");
+    if (makes) {
+        makeCatalogue(disk->hostRoot() + library, std::atoi(argv[4]), std::atoi(argv[5]));
+        return 0;
+    }
     const auto started = std::chrono::steady_clock::now();
     const auto found =
         what == "bare" ? stepThrough(disk->hostRoot() + library) : static_cast<long>(findDuplicates(*disk));

@@ -3,61 +3,19 @@
 #include <charconv>
 #include <cstdio>
 #include <cstring>
-#include <optional>
-
-namespace {
-
-struct Request {
-    std::string folder;
-    SampleDisk::Options options;
-};
-
-template <class Number>
-bool readNumber(const char* text, Number& number) {
-    const char* end = text + std::strlen(text);
-    const auto [stop, error] = std::from_chars(text, end, number);
-    return error == std::errc() && stop == end;
-}
-
-std::optional<Request> parse(int count, char** arguments) {
-    Request request;
-    for (int i = 1; i < count; ++i) {
-        const std::string_view argument = arguments[i];
-        if (argument == "--entries" || argument == "--seed") {
-            if (++i == count)
-                return std::nullopt;
-            const bool read = argument == "--seed" ? readNumber(arguments[i], request.options.seed)
-                                                   : readNumber(arguments[i], request.options.entries);
-            if (!read)
-                return std::nullopt;
-        } else if (argument.starts_with("--") || !request.folder.empty()) {
-            return std::nullopt;
-        } else {
-            request.folder = argument;
-        }
-    }
-    return request.folder.empty() ? std::nullopt : std::optional(request);
-}
-
-} // namespace
 
 int main(int count, char** arguments) {
-    const std::optional<Request> request = parse(count, arguments);
-    if (!request) {
-        std::fprintf(stderr, "usage: lumvale-sample-disk FOLDER [--entries N] [--seed S]\n");
+    sample_disk::Options options;
+    bool isValid = count == 2 || (count == 4 && std::strcmp(arguments[2], "--seed") == 0);
+    isValid = isValid && arguments[1][0] != '-';
+    if (isValid && count == 4) {
+        const char* const end = arguments[3] + std::strlen(arguments[3]);
+        const auto [stop, error] = std::from_chars(arguments[3], end, options.seed);
+        isValid = error == std::errc() && stop == end;
+    }
+    if (!isValid) {
+        std::fputs("usage: lumvale-sample-disk FOLDER [--seed S]\n", stderr);
         return 2;
     }
-    const SampleDisk::Outcome outcome = SampleDisk::build(request->folder, request->options);
-    switch (outcome.kind) {
-    case SampleDisk::Outcome::Kind::made:
-        std::printf("%zu entries\n", outcome.entryCount);
-        return 0;
-    case SampleDisk::Outcome::Kind::refused:
-        std::fprintf(stderr, "%s\n", outcome.message.c_str());
-        return 2;
-    case SampleDisk::Outcome::Kind::failed:
-        std::fprintf(stderr, "%s\n", outcome.message.c_str());
-        return 1;
-    }
-    return 1;
+    return sample_disk::report(sample_disk::build(arguments[1], options));
 }

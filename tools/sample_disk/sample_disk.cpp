@@ -1,51 +1,50 @@
 #include "tools/sample_disk/sample_disk.h"
 
-#include "tools/sample_disk/areas.h"
-#include "tools/sample_disk/disk_writer.h"
-#include "tools/sample_disk/ground.h"
+#include "tools/sample_disk/applications.h"
+#include "tools/sample_disk/files.h"
+#include "tools/sample_disk/launch_agents.h"
+#include "tools/sample_disk/photo_library.h"
+#include "tools/sample_disk/target_folder.h"
 
+#include <cstdio>
+#include <exception>
 #include <optional>
-#include <string_view>
-#include <system_error>
 
-namespace SampleDisk {
-
-namespace {
-
-using Area = void (*)(Folder& root, Folder& home, Random& random);
-
-constexpr struct {
-    std::string_view name;
-    Area make;
-} areas[] = {
-    {"system", makeSystem},       {"applications", makeApplications},
-    {"caches", makeCaches},       {"logs", makeLogs},
-    {"trash", makeTrash},         {"downloads", makeDownloads},
-    {"developer", makeDeveloper}, {"leftovers", makeLeftovers},
-    {"machines", makeMachines},   {"agents", makeAgents},
-    {"documents", makeDocuments}, {"photos", makePhotos},
-};
-
-} // namespace
+namespace sample_disk {
 
 Outcome build(const std::string& hostFolder, const Options& options) {
     try {
-        if (std::optional<std::string> refusal = clearGround(hostFolder))
+        if (const std::optional<std::string> refusal = clearTargetFolder(hostFolder))
             return {Outcome::Kind::refused, 0, *refusal};
-        DiskWriter writer(hostFolder, options.today);
-        Folder root = writer.root();
-        Folder homeFolder = root.folder(homePath.substr(1), 0);
-        for (const auto& [name, make] : areas) {
-            // Each area draws from its own stream, so that a change to one leaves the others as they are.
+        DiskWriter disk(hostFolder, options.today);
+        constexpr struct {
+            std::string_view name;
+            void (*make)(DiskWriter&, Random&);
+        } parts[] = {{"files", makeFiles},
+                     {"applications", makeApplications},
+                     {"agents", makeLaunchAgents},
+                     {"photos", makePhotoLibrary}};
+        for (const auto& [name, make] : parts) {
+            // Each part has its own stream, so that a change to one leaves the others as they are.
             Random random(options.seed, name);
-            make(root, homeFolder, random);
+            make(disk, random);
         }
-        Random random(options.seed, "bulk");
-        makeBulk(writer, options.entries, random);
-        return {Outcome::Kind::made, writer.entryCount(), {}};
-    } catch (const std::system_error& error) {
+        if (options.addMore)
+            options.addMore(disk);
+        disk.finish();
+        return {Outcome::Kind::made, disk.entryCount() + 1, {}}; // with the marker of the target folder
+    } catch (const std::exception& error) {
         return {Outcome::Kind::failed, 0, error.what()};
     }
 }
 
-} // namespace SampleDisk
+int report(const Outcome& outcome) {
+    if (outcome.kind == Outcome::Kind::made) {
+        std::printf("%zu entries\n", outcome.entryCount);
+        return 0;
+    }
+    std::fprintf(stderr, "%s\n", outcome.message.c_str());
+    return outcome.kind == Outcome::Kind::refused ? 2 : 1;
+}
+
+} // namespace sample_disk

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace sample_disk {
+
+struct Colour {
+    std::uint8_t red = 0, green = 0, blue = 0;
+};
+
+/// Returns the colour that is `percent` of the way from one to the other.
+Colour mixed(Colour from, Colour to, int percent);
+
+struct Box {
+    int left, top, right, bottom; ///< right and bottom are exclusive
+};
+
+/// An RGB picture to draw on. Shapes are clipped to it.
+class Canvas {
+public:
+    Canvas(int width, int height);
+
+    int width() const { return m_width; }
+    int height() const { return m_height; }
+    const std::uint8_t* row(int y) const { return &m_pixels[index(0, y)].red; } ///< red, green, blue, red…
+
+    void fill(Box box, Colour colour);
+    void gradient(Box box, Colour top, Colour bottom);
+    void ellipse(int x, int y, int radiusX, int radiusY, Colour colour); ///< around a point, with soft edges
+    void circle(int x, int y, int radius, Colour colour);
+
+    /// Fills everything below a curve through these heights, which are spread evenly over the width.
+    void ridge(std::span<const int> heights, Colour colour);
+
+private:
+    std::size_t index(int x, int y) const { return static_cast<std::size_t>(y * m_width + x); }
+    Box clipped(Box box) const;
+
+    int m_width;
+    int m_height;
+    std::vector<Colour> m_pixels;
+};
+
+} // namespace sample_disk

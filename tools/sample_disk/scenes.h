@@ -1,0 +1,13 @@
+#pragma once
+
+#include "tools/sample_disk/canvas.h"
+#include "tools/sample_disk/random.h"
+
+namespace sample_disk {
+
+enum class Scene { shore, hills, night, blossom, meal, portrait, receipt, screenshot };
+
+/// Paints a picture that is recognisable as a thumbnail. Colours and positions are drawn from `random`.
+Canvas paint(Scene scene, Random& random);
+
+} // namespace sample_disk
