@@ -21,7 +21,6 @@ struct Application {
 
 constexpr Application installed[] = {
     {"1Password", "com.1password.1password", "8.10.23", 402_MB, 24, electronBundle},
-    {"Anki", "net.ankiweb.dtop", "23.12.1", 386_MB, 190, nativeBundle},
     {"Audacity", "org.audacityteam.audacity", "3.4.2", 164_MB, 210, nativeBundle},
     {"BBEdit", "com.barebones.bbedit", "15.0", 99_MB, 130, nativeBundle, sandbox},
     {"Blender", "org.blenderfoundation.blender", "4.0.2", 1'118_MB, 212, suiteBundle},
@@ -33,19 +32,15 @@ constexpr Application installed[] = {
     {"GIMP", "org.gimp.gimp-2.10", "2.10.36", 867_MB, 480, suiteBundle},
     {"GarageBand", "com.apple.garageband10", "10.4.8", 1'240_MB, 350, suiteBundle, sandbox},
     {"Google Chrome", "com.google.Chrome", "120.0.6099", 1'160_MB, 6, nativeBundle},
-    {"HandBrake", "fr.handbrake.HandBrake", "1.7.2", 104_MB, 260, nativeBundle, sandbox},
     {"IINA", "com.colliderli.iina", "1.3.3", 172_MB, 160, nativeBundle},
     {"iMovie", "com.apple.iMovieApp", "10.4", 2'780_MB, 350, suiteBundle, sandbox},
     {"iTerm", "com.googlecode.iterm2", "3.4.23", 78_MB, 88, nativeBundle},
     {"Keynote", "com.apple.iWork.Keynote", "13.2", 684_MB, 120, suiteBundle, sandbox},
     {"LibreOffice", "org.libreoffice.script", "7.6.4", 796_MB, 133, suiteBundle},
-    {"OBS", "com.obsproject.obs-studio", "30.0.2", 436_MB, 101, nativeBundle},
     {"Parallels Desktop", "com.parallels.desktop.console", "19.1.1", 742_MB, 18, nativeBundle},
-    {"Signal", "org.whispersystems.signal-desktop", "6.43", 462_MB, 15, electronBundle},
     {"Slack", "com.tinyspeck.slackmacgap", "4.36.136", 296_MB, 21, electronBundle},
     {"Spotify", "com.spotify.client", "1.2.27", 348_MB, 3, nativeBundle},
     {"Telegram", "ru.keepcoder.Telegram", "10.5", 214_MB, 27, nativeBundle, sandbox},
-    {"Thunderbird", "org.mozilla.thunderbird", "115.6", 312_MB, 43, nativeBundle},
     {"Visual Studio Code", "com.microsoft.VSCode", "1.85.1", 586_MB, 12, electronBundle},
     {"VirtualBox", "org.virtualbox.app.VirtualBox", "7.0.12", 326_MB, 74, nativeBundle},
     {"VLC", "org.videolan.vlc", "3.0.20", 142_MB, 90, nativeBundle},
@@ -66,11 +61,8 @@ constexpr Application ofTheUser[] = {
 
 /// Parts of the Mac, which are not listed, and in Utilities, a folder that is not searched.
 constexpr Application notListed[] = {
-    {"Lumvale", "com.lumvale.app", "1.0", 24_MB, 0, nativeBundle},
-    {"Mail", "com.apple.mail", "16.0", 28_MB, 200, nativeBundle},
     {"Xcode", "com.apple.dt.Xcode", "15.1", 3'420_MB, 60, suiteBundle},
     {"Utilities/Disk Utility", "com.apple.DiskUtility", "22.6", 9_MB, 200, nativeBundle},
-    {"Utilities/XQuartz", "org.xquartz.X11", "2.8.5", 64_MB, 520, nativeBundle},
 };
 
 /// In ~/Library, at places where few applications keep anything.
@@ -78,10 +70,8 @@ constexpr Row rareFiles[] = {
     {"Preferences/ByHost/com.spotify.client.device.5C0E8A31-7D42-5B96-A1F3-0C9B64E2D718.plist", 2_KB, 3},
     {"WebKit/com.docker.docker.dashboard/", 14_MB, 31, webData},
     {"Group Containers/group.com.barebones.bbedit.shared/", 3_MB, 130, sharedData},
-    {"HTTPStorages/org.mozilla.firefox.updates/", 240_KB, 11, httpStorage},
+    {"HTTPStorages/org.mozilla.firefox.updates/", 240_KB, 11, webData},
     {"Cookies/us.zoom.xos.meetings.binarycookies", 7_KB, 14},
-    {"Autosave Information/Unsaved LibreOffice Document.plist", 12_KB, 40},
-    {"Services/Open in BBEdit.workflow/Contents/document.wflow", 18_KB, 130},
 };
 
 std::string information(const Application& application, PropertyListFormat format) {

@@ -12,12 +12,9 @@ constexpr Colour black = {18, 18, 24};
 
 Colour around(Colour colour, int spread, Random& random) {
     const auto moved = [&](int part) {
-        const int value = part + random.between(-spread, spread);
-        return static_cast<std::uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value);
+        return static_cast<std::uint8_t>(std::clamp(part + random.between(-spread, spread), 0, 255));
     };
-    const std::uint8_t red = moved(colour.red);
-    const std::uint8_t green = moved(colour.green);
-    return {red, green, moved(colour.blue)};
+    return {moved(colour.red), moved(colour.green), moved(colour.blue)}; // braces: in this order
 }
 
 template <std::size_t count>
@@ -134,7 +131,6 @@ void paintMeal(Canvas& canvas, Random& random) {
     const int radius = random.between(58, 78);
     canvas.circle(x + 4, y + 6, radius, mixed(table, black, 50)); // its shadow
     canvas.circle(x, y, radius, around({240, 238, 232}, 12, random));
-    canvas.circle(x, y, radius * 3 / 4, around({226, 224, 218}, 10, random));
     constexpr std::array<Colour, 5> foods = {
         {{200, 60, 44}, {104, 146, 52}, {232, 176, 70}, {140, 84, 48}, {248, 226, 170}}};
     for (int piece = random.between(9, 18); piece > 0; --piece)
@@ -158,7 +154,7 @@ void paintPortrait(Canvas& canvas, Random& random) {
     canvas.ellipse(x, canvas.height() + 6, size * 2, size + 40, around({90, 90, 130}, 80, random));
     canvas.fill({x - size / 3, y + size / 2, x + size / 3, y + size * 3 / 2}, mixed(skin, black, 14));
     canvas.ellipse(x, y + 4, size * 4 / 5, size, skin);
-    canvas.ellipse(x + random.between(-8, 8), y - size * 3 / 4, size * 4 / 5, size / 2, hair);
+    canvas.ellipse(x, y - size * 3 / 4, size * 4 / 5, size / 2, hair);
     for (const int eye : {x - size / 3, x + size / 3}) {
         canvas.ellipse(eye, y + 2, 6, 4, white);
         canvas.circle(eye, y + 2, 3, black);
@@ -175,20 +171,6 @@ void paintText(Canvas& canvas, Box box, int lineHeight, Colour ink, Random& rand
             canvas.fill({x, y, std::min(x + word, end), y + lineHeight / 2}, ink);
         }
     }
-}
-
-void paintReceipt(Canvas& canvas, Random& random) {
-    const Colour desk = around({112, 84, 62}, 40, random);
-    canvas.gradient(all(canvas), mixed(desk, white, 12), mixed(desk, black, 22));
-    const int left = random.between(34, 52);
-    const int right = canvas.width() - left;
-    const int bottom = canvas.height() - random.between(6, 40);
-    canvas.fill({left + 4, 21, right + 4, bottom + 5}, mixed(desk, black, 50)); // its shadow
-    canvas.gradient({left, 16, right, bottom}, white, around({226, 224, 216}, 8, random));
-    canvas.fill({left + 24, 25, right - 24, 33}, around({60, 60, 70}, 30, random));
-    paintText(canvas, {left + 8, 44, right - 8, bottom - 24}, 9, {118, 118, 122}, random);
-    for (int bar = left + 10; bar < right - 12; bar += random.between(3, 6))
-        canvas.fill({bar, bottom - 16, bar + random.between(1, 2), bottom - 5}, black);
 }
 
 void paintScreenshot(Canvas& canvas, Random& random) {
@@ -213,9 +195,9 @@ void paintScreenshot(Canvas& canvas, Random& random) {
 } // namespace
 
 Canvas paint(Scene scene, Random& random) {
-    constexpr std::array painters = {paintShore, paintHills,    paintNight,   paintBlossom,
-                                     paintMeal,  paintPortrait, paintReceipt, paintScreenshot};
-    const bool isUpright = scene == Scene::portrait || scene == Scene::receipt;
+    constexpr std::array painters = {paintShore, paintHills,    paintNight,     paintBlossom,
+                                     paintMeal,  paintPortrait, paintScreenshot};
+    const bool isUpright = scene == Scene::portrait;
     Canvas canvas(isUpright ? 192 : 256, isUpright ? 256 : 192);
     painters[static_cast<std::size_t>(scene)](canvas, random);
     return canvas;

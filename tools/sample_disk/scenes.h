@@ -5,7 +5,7 @@
 
 namespace sample_disk {
 
-enum class Scene { shore, hills, night, blossom, meal, portrait, receipt, screenshot };
+enum class Scene { shore, hills, night, blossom, meal, portrait, screenshot };
 
 /// Paints a picture that is recognisable as a thumbnail. Colours and positions are drawn from `random`.
 Canvas paint(Scene scene, Random& random);
