@@ -21,6 +21,7 @@ struct Application {
 
 constexpr Application installed[] = {
     {"1Password", "com.1password.1password", "8.10.23", 402_MB, 24, electronBundle},
+    {"Anki", "net.ankiweb.dtop", "23.12.1", 386_MB, 190, nativeBundle},
     {"Audacity", "org.audacityteam.audacity", "3.4.2", 164_MB, 210, nativeBundle},
     {"BBEdit", "com.barebones.bbedit", "15.0", 99_MB, 130, nativeBundle, sandbox},
     {"Blender", "org.blenderfoundation.blender", "4.0.2", 1'118_MB, 212, suiteBundle},
@@ -34,7 +35,6 @@ constexpr Application installed[] = {
     {"Google Chrome", "com.google.Chrome", "120.0.6099", 1'160_MB, 6, nativeBundle},
     {"IINA", "com.colliderli.iina", "1.3.3", 172_MB, 160, nativeBundle},
     {"iMovie", "com.apple.iMovieApp", "10.4", 2'780_MB, 350, suiteBundle, sandbox},
-    {"iTerm", "com.googlecode.iterm2", "3.4.23", 78_MB, 88, nativeBundle},
     {"Keynote", "com.apple.iWork.Keynote", "13.2", 684_MB, 120, suiteBundle, sandbox},
     {"LibreOffice", "org.libreoffice.script", "7.6.4", 796_MB, 133, suiteBundle},
     {"Parallels Desktop", "com.parallels.desktop.console", "19.1.1", 742_MB, 18, nativeBundle},
