@@ -3,8 +3,8 @@
 #include "core/photos/photo_grouping.h"
 #include "core/scan/scanner.h"
 #include "core/startup/startup_items.h"
-#include "core/uninstall/leftovers.h"
-#include "platform/photo_library.h"
+#include "core/uninstall/installed_apps.h"
+#include "platform/photos/photo_library.h"
 #include "tests/support/temporary_disk.h"
 
 #include <map>
@@ -45,21 +45,21 @@ TEST(SampleDisk, IsDeterministicAndHasContentForEveryTool) {
 
     const auto disk =
         *platform::Disk::open(ground.host("/sample"), sample_disk::homePath, sample_disk::userCachePath);
-    std::map<ScanCategory, int> found;
-    for (const ScanItem& item : LumvaleScanner::scan(disk).items)
+    std::map<core::ScanCategory, int> found;
+    for (const core::ScanItem& item : core::LumvaleScanner::scan(disk).items)
         ++found[item.category];
-    found[ScanCategory::appLeftovers] = 5; // found for one application at a time, not by a scan
-    for (const ScanCategory category : allScanCategories)
-        EXPECT_GE(found[category], category == ScanCategory::virtualMachines ? 3 : 5)
+    found[core::ScanCategory::appLeftovers] = 5; // found for one application at a time, not by a scan
+    for (const core::ScanCategory category : core::allScanCategories)
+        EXPECT_GE(found[category], category == core::ScanCategory::virtualMachines ? 3 : 5)
             << static_cast<int>(category);
-    EXPECT_GE(LumvaleUninstaller::discoverApps(disk).size(), 30U);
-    EXPECT_GE(LumvaleStartupItems::scan(disk).size(), 20U);
+    EXPECT_GE(core::LumvaleUninstaller::discoverApps(disk).size(), 30U);
+    EXPECT_GE(core::LumvaleStartupItems::scan(disk).size(), 20U);
 
     const auto authorized = [](const platform::Disk&) {
         return platform::PhotoAuthorization::authorized;
     };
     const platform::PhotoLibrary photos(disk, {authorized, authorized});
-    LumvalePhotoDuplicates::PhotoGrouping grouping;
+    core::LumvalePhotoDuplicates::PhotoGrouping grouping;
     EXPECT_TRUE(photos.visitAssets([] {},
                                    [&](const platform::PhotoAsset& asset) {
                                        grouping.add(asset);

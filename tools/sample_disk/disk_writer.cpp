@@ -1,6 +1,6 @@
 #include "tools/sample_disk/disk_writer.h"
 
-#include "platform/descriptor.h"
+#include "platform/files/descriptor.h"
 
 #include <cerrno>
 #include <system_error>

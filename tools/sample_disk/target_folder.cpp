@@ -1,6 +1,6 @@
 #include "tools/sample_disk/target_folder.h"
 
-#include "platform/descriptor.h"
+#include "platform/files/descriptor.h"
 
 #include <cerrno>
 #include <cstdio>
