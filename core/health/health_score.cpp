@@ -6,13 +6,25 @@
 
 namespace core {
 
+HealthBand HealthScore::band() const {
+    if (score > 100 || score < 40)
+        return HealthBand::clean;
+    if (score < 65)
+        return HealthBand::watch;
+    return score < 85 ? HealthBand::good : HealthBand::excellent;
+}
+
 std::string_view HealthScore::label() const {
-    if (score >= 85 && score <= 100)
+    switch (band()) {
+    case HealthBand::excellent:
         return "Très bonne santé";
-    if (score >= 65 && score < 85)
+    case HealthBand::good:
         return "Bonne santé";
-    if (score >= 40 && score < 65)
+    case HealthBand::watch:
         return "À surveiller";
+    case HealthBand::clean:
+        break;
+    }
     return "À nettoyer";
 }
 

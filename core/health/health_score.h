@@ -8,7 +8,10 @@
 
 namespace core {
 
-/// The health of the machine as one score.
+/// A range of scores: excellent from 85, good from 65, watch from 40, and clean below.
+enum class HealthBand { excellent, good, watch, clean };
+
+/// The health of the machine, rated by its free disk space.
 struct HealthScore {
     int score = 100; ///< 0 to 100, higher is healthier
     std::int64_t freeDiskBytes = 0;
@@ -16,17 +19,20 @@ struct HealthScore {
     std::optional<int> batteryHealthPercent;
     bool memoryPressureOK = true;
 
-    /// Returns a fixed French word for the score's band; screens show a translated one for the same bands.
+    HealthBand band() const; ///< clean for a score above 100
+
+    /// Returns the French name of the band. Screens show a translated text instead.
     std::string_view label() const;
 };
 
 namespace LumvaleScanner {
 
-/// Returns the score of a volume with this much free space: 0 for a full one, 100 from five sevenths free on,
-/// and 100 where the capacity is unknown.
+/// Returns the score of a volume: 140 times the free share, truncated and clamped to 0…100. Returns 100 if
+/// `totalBytes` is not positive.
 int scoreFor(std::int64_t freeBytes, std::int64_t totalBytes);
 
-/// Returns the score of the home's volume. One system call: any thread.
+/// Returns the score of the volume that holds the home folder; with all bytes 0 and the score 100 if the
+/// capacity cannot be read. Fast enough for any thread.
 HealthScore healthScore(const platform::Disk& disk = platform::Disk::current());
 
 } // namespace LumvaleScanner

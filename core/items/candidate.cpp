@@ -6,8 +6,8 @@
 
 namespace core {
 
-std::vector<ScanItem> measured(const platform::Disk& disk, const std::vector<Candidate>& candidates,
-                               NoSize noSize) {
+std::vector<ScanItem> measureCandidates(const platform::Disk& disk, const std::vector<Candidate>& candidates,
+                                        ZeroSize zeroSize) {
     std::vector<std::string> paths;
     paths.reserve(candidates.size());
     for (const Candidate& candidate : candidates)
@@ -17,7 +17,7 @@ std::vector<ScanItem> measured(const platform::Disk& disk, const std::vector<Can
     std::vector<ScanItem> items;
     for (std::size_t i = 0; i < candidates.size(); ++i) {
         const Candidate& candidate = candidates[i];
-        if (sizes[i] > 0 || noSize == NoSize::keep)
+        if (sizes[i] > 0 || zeroSize == ZeroSize::keep)
             items.emplace_back(candidate.path, sizes[i], candidate.category, candidate.explanation,
                                candidate.safeByDefault, fileModifiedDate(disk, candidate.path));
     }

@@ -9,20 +9,21 @@
 
 namespace core {
 
-/// An entry that a source of the scan proposes, before it is measured. Sources gather candidates from
-/// listings alone, so that all of them can be measured in one walk.
+/// A file or folder proposed for cleanup whose size is not known yet. Scan sources only list folders; all
+/// candidates are then measured together in one parallel walk.
 struct Candidate {
     std::string path;
     ScanCategory category;
-    std::string_view explanation; ///< a translation key, a literal
+    std::string_view explanation; ///< translation key, a string literal
     bool safeByDefault;
 };
 
-/// Whether a candidate of no size becomes an item.
-enum class NoSize { drop, keep };
+/// Treatment of candidates whose measured size is 0.
+enum class ZeroSize { skip, keep };
 
-/// The candidates as items, in their order, with sizes and dates.
-std::vector<ScanItem> measured(const platform::Disk& disk, const std::vector<Candidate>& candidates,
-                               NoSize noSize = NoSize::drop);
+/// Returns the candidates as items with their sizes and modification dates, in the order given. Blocks while
+/// their content is walked; any thread.
+std::vector<ScanItem> measureCandidates(const platform::Disk& disk, const std::vector<Candidate>& candidates,
+                                        ZeroSize zeroSize = ZeroSize::skip);
 
 } // namespace core

@@ -1,6 +1,7 @@
 #include "core/items/scan_category.h"
 
 #include <cstddef>
+#include <iterator>
 
 namespace core {
 
@@ -11,7 +12,7 @@ struct Names {
     std::string_view translationKey;
 };
 
-/// In the order of the enumeration.
+/// In the order of the enumerators.
 constexpr Names names[] = {
     {"Fichiers temporaires", "cat_cache"},
     {"Journaux d'applications", "cat_logs"},
@@ -22,7 +23,7 @@ constexpr Names names[] = {
     {"Machines virtuelles", "cat_virtual_machines"},
     {"Gros et vieux fichiers", "cat_large_old_files"},
 };
-static_assert(std::size(names) == allScanCategories.size());
+static_assert(std::size(names) == static_cast<std::size_t>(ScanCategory::largeOldFiles) + 1);
 
 const Names& namesOf(ScanCategory category) {
     return names[static_cast<std::size_t>(category)];
@@ -32,14 +33,6 @@ const Names& namesOf(ScanCategory category) {
 
 std::string_view rawValue(ScanCategory category) {
     return namesOf(category).rawValue;
-}
-
-std::optional<ScanCategory> scanCategory(std::string_view raw) {
-    for (const ScanCategory category : allScanCategories) {
-        if (rawValue(category) == raw)
-            return category;
-    }
-    return std::nullopt;
 }
 
 std::string_view translationKey(ScanCategory category) {

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <array>
-#include <optional>
 #include <string_view>
 
 namespace core {
 
-/// The section of the cleanup list that an item belongs to, in the order of the sections.
+/// A section of the cleanup list. The enumerators are in the order of the sections.
 enum class ScanCategory {
     cache,
     logs,
@@ -18,19 +16,10 @@ enum class ScanCategory {
     largeOldFiles,
 };
 
-inline constexpr std::array allScanCategories{
-    ScanCategory::cache,           ScanCategory::logs,          ScanCategory::trash,
-    ScanCategory::oldDownloads,    ScanCategory::appLeftovers,  ScanCategory::orphanLeftovers,
-    ScanCategory::virtualMachines, ScanCategory::largeOldFiles,
-};
-
-/// The fixed French name by which a category is known outside the program's memory.
+/// Returns the category's fixed French identifier, which does not depend on the interface language.
 std::string_view rawValue(ScanCategory category);
 
-/// The category of exactly this raw value.
-std::optional<ScanCategory> scanCategory(std::string_view rawValue);
-
-/// The translation key of the category's name, "cat_…".
+/// Returns the translation key of the category's name, "cat_…".
 std::string_view translationKey(ScanCategory category);
 
 } // namespace core

@@ -11,11 +11,11 @@ namespace core {
 namespace {
 
 struct FriendlyName {
-    std::string_view component; ///< in lower case
+    std::string_view component; ///< lower case
     std::string_view name;
 };
 
-/// Names that say nothing to the people who meet them. The texts are fixed, in French.
+/// Product names for technical folder names. Fixed, in French.
 constexpr FriendlyName friendlyNames[] = {
     {"ru.keepcoder.telegram", "Telegram"},
     {"google", "Google (Chrome)"},
@@ -32,8 +32,8 @@ constexpr FriendlyName friendlyNames[] = {
     {"whatsapp", "WhatsApp"},
 };
 
-/// Caches whose loss would be felt: the system's own, updates on their way, and what is slow to fetch again.
-bool isBetterLeftAlone(std::string_view lowerCaseName) {
+/// Returns whether losing a cache is costly: caches of the system, pending updates, slow downloads.
+bool isCostlyCache(std::string_view lowerCaseName) {
     const auto contains = [&](std::string_view part) {
         return lowerCaseName.find(part) != std::string_view::npos;
     };
@@ -55,7 +55,7 @@ ScanItem::ScanItem(std::string itemPath, std::int64_t size, ScanCategory itemCat
       explanation(explanationKey),
       safeByDefault(requestedTick
                     && !(category == ScanCategory::cache
-                         && isBetterLeftAlone(platform::lowercased(platform::lastComponent(path))))),
+                         && isCostlyCache(platform::lowercased(platform::lastComponent(path))))),
       modifiedDate(modified) {}
 
 std::string ScanItem::friendlyName(std::string_view component) {

@@ -14,26 +14,28 @@ namespace core {
 /// One file or folder proposed for cleanup.
 class ScanItem {
 public:
-    /// Fills in the name, and unticks caches that are better left alone whatever `safeByDefault` asks.
+    /// Derives `id` and `name` from `path`. Sets the member `safeByDefault` to false for caches that are
+    /// costly to lose, whatever the argument.
     ScanItem(std::string path, std::int64_t sizeBytes, ScanCategory category, std::string_view explanation,
              bool safeByDefault, std::optional<platform::Date> modifiedDate);
 
-    /// The name that people know a path's last name by; the name itself where the table has none.
+    /// Returns the product name for the last component of a path; the component itself if it is unknown.
     static std::string friendlyName(std::string_view component);
 
     std::string id;   ///< always the path
-    std::string path; ///< absolute path of the disk, as bytes
+    std::string path; ///< absolute path on the disk, as bytes
     std::string name; ///< friendly name, as bytes
     std::int64_t sizeBytes;
     ScanCategory category;
-    std::string explanation; ///< translation key, "exp_…": what it is and why it may go
-    bool safeByDefault;      ///< whether it starts ticked
+    std::string explanation; ///< translation key, "exp_…": content of the item and reason to delete it
+    bool safeByDefault;      ///< selected when the scan ends
     std::optional<platform::Date> modifiedDate;
 
     bool operator==(const ScanItem&) const = default;
 };
 
-/// When the entry at `path` was last changed, a link itself included; absent when that cannot be read.
+/// Returns the modification date of the entry at `path`, of a symbolic link itself rather than its target;
+/// nothing if it cannot be read.
 std::optional<platform::Date> fileModifiedDate(const platform::Disk& disk, std::string_view path);
 
 } // namespace core

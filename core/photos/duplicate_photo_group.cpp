@@ -15,7 +15,7 @@ DuplicatePhotoGroup::DuplicatePhotoGroup(std::vector<DuplicatePhotoItem> theItem
     std::sort(ids.begin(), ids.end());
     for (const std::string& one : ids)
         id += (id.empty() ? "" : "-") + one;
-    // Of optional dates the absent one is the least.
+    // An empty optional compares less than any date.
     std::stable_sort(items.begin(), items.end(),
                      [](const DuplicatePhotoItem& a, const DuplicatePhotoItem& b) {
                          return a.creationDate < b.creationDate;
@@ -24,7 +24,7 @@ DuplicatePhotoGroup::DuplicatePhotoGroup(std::vector<DuplicatePhotoItem> theItem
 
 std::int64_t DuplicatePhotoGroup::totalWastedBytes() const {
     std::int64_t total = 0;
-    std::int64_t largest = 0; // is the one that stays
+    std::int64_t largest = 0; // not counted: one item is kept
     for (const DuplicatePhotoItem& item : items) {
         total = platform::addBytes(total, std::min(largest, item.sizeBytes));
         largest = std::max(largest, item.sizeBytes);

@@ -8,15 +8,15 @@
 
 namespace core {
 
-/// Identical photos or videos: of one file size, pixel size, second of creation and kind.
+/// Two or more photos or videos with the same file size, pixel size, second of creation and media type.
 struct DuplicatePhotoGroup {
-    /// Puts the items in order and names the group after them.
+    /// Sorts the items and derives the id.
     explicit DuplicatePhotoGroup(std::vector<DuplicatePhotoItem> items);
 
-    std::int64_t totalWastedBytes() const; ///< what removing all of them but one frees
+    std::int64_t totalWastedBytes() const; ///< the sum of all sizes minus the largest, saturated
 
-    std::string id;                        ///< the items' ids in the order of their bytes, joined by "-"
-    std::vector<DuplicatePhotoItem> items; ///< oldest first, those without a date before all others
+    std::string id;                        ///< the items' ids in byte order, joined by "-"
+    std::vector<DuplicatePhotoItem> items; ///< items without a date, then oldest first
 
     bool operator==(const DuplicatePhotoGroup&) const = default;
 };

@@ -8,11 +8,11 @@
 
 namespace core {
 
-/// One photo or video of a group of identical ones.
+/// A photo or video that belongs to a group of duplicates.
 struct DuplicatePhotoItem {
-    std::string id;         ///< by which the photo library knows it
-    std::string filename;   ///< that it came with; may hold anything
-    std::int64_t sizeBytes; ///< of its file, here or in the cloud; at least 1
+    std::string id;         ///< local identifier in the photo library
+    std::string filename;   ///< original file name; any bytes
+    std::int64_t sizeBytes; ///< size of the original file, on disk or in the cloud; at least 1
     std::optional<platform::Date> creationDate;
     bool isFavorite;
     bool isVideo;

@@ -27,12 +27,12 @@ PhotoAccessState state(platform::PhotoAuthorization authorization) {
     return PhotoAccessState::denied;
 }
 
-/// What `work` gives in the background is handed to `completion` on the interface thread.
+/// Runs `work` in the background and passes its result to `completion` on the interface thread.
 template <class Value>
-void answer(const platform::Executor& executor, std::function<Value()> work,
-            std::function<void(Value)> completion) {
+void runInBackground(const platform::Executor& executor, std::function<Value()> work,
+                     std::function<void(Value)> completion) {
     executor.background([executor, work = std::move(work), completion = std::move(completion)] {
-        // Shared, since a job is copied on its way while results may be large.
+        // Shared because executors copy jobs and results may be large.
         const auto value = std::make_shared<Value>(work());
         executor.interfaceThread([value, completion] { completion(std::move(*value)); });
     });
@@ -53,13 +53,13 @@ PhotoAccessState authorizationStatus(const platform::PhotoLibrary& library) {
 
 void requestAccess(std::function<void(PhotoAccessState)> completion, const platform::Executor& executor,
                    const platform::PhotoLibrary& library) {
-    answer<PhotoAccessState>(
+    runInBackground<PhotoAccessState>(
         executor, [library] { return state(library.requestAuthorization()); }, std::move(completion));
 }
 
 void findExactDuplicates(std::function<void(std::vector<DuplicatePhotoGroup>)> completion,
                          const platform::Executor& executor, const platform::PhotoLibrary& library) {
-    answer<std::vector<DuplicatePhotoGroup>>(
+    runInBackground<std::vector<DuplicatePhotoGroup>>(
         executor, [library] { return duplicates(library); }, std::move(completion));
 }
 
@@ -69,7 +69,7 @@ void deleteItems(const std::vector<DuplicatePhotoItem>& items, std::function<voi
     ids.reserve(items.size());
     for (const DuplicatePhotoItem& item : items)
         ids.push_back(item.id);
-    answer<bool>(
+    runInBackground<bool>(
         executor, [library, ids = std::move(ids)] { return library.deleteAssets(ids); },
         std::move(completion));
 }

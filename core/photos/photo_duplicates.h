@@ -10,30 +10,31 @@
 
 namespace core {
 
-/// What this program may do with the photo library, as the user knows it.
+/// The user's permission for this program to use the photo library.
 enum class PhotoAccessState { notDetermined, denied, limited, authorized };
 
-/// Identical photos and videos of the home's photo library, told by what the library knows of them; no
-/// picture is read. Stateless: every operation looks at the library anew and never fails as a whole. What
-/// answers by a `completion` works in the background and calls it once, on the interface thread. A disk
-/// stands for the library of its home.
+/// Finds and deletes duplicates in the photo library. Compares the library's metadata only; no image file is
+/// read. Stateless: every operation reads the library again; errors give an empty result. Operations with a
+/// `completion` run in the background and call it once, on the interface thread. A disk converts to the
+/// library of its home folder.
 namespace LumvalePhotoDuplicates {
 
-/// At once, and asking nobody.
+/// Returns the current permission without asking the user. Any thread.
 PhotoAccessState authorizationStatus(const platform::PhotoLibrary& library = platform::Disk::current());
 
-/// Asks for access, where that isn't decided.
+/// Asks the user for permission if it is not determined yet, and passes on the permission.
 void requestAccess(std::function<void(PhotoAccessState)> completion,
                    const platform::Executor& executor = platform::Executor::current(),
                    const platform::PhotoLibrary& library = platform::Disk::current());
 
-/// The groups, largest waste first, equal ones in the order of the library; none without access.
+/// Finds the groups of duplicates, largest `totalWastedBytes` first, equal ones in the order of the library;
+/// none without permission.
 void findExactDuplicates(std::function<void(std::vector<DuplicatePhotoGroup>)> completion,
                          const platform::Executor& executor = platform::Executor::current(),
                          const platform::PhotoLibrary& library = platform::Disk::current());
 
-/// Moves the items to the library's recently deleted ones, all or none; those that it no longer knows are
-/// passed over. Gives whether the library did it.
+/// Moves the items to the library's "Recently Deleted" album, all or none. Items that are no longer in the
+/// library are skipped. Passes on whether the library made the change.
 void deleteItems(const std::vector<DuplicatePhotoItem>& items, std::function<void(bool)> completion,
                  const platform::Executor& executor = platform::Executor::current(),
                  const platform::PhotoLibrary& library = platform::Disk::current());

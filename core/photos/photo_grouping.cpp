@@ -9,28 +9,28 @@ namespace core::LumvalePhotoDuplicates {
 
 namespace {
 
-constexpr std::int64_t undated = -1;
+constexpr std::int64_t noDate = -1;
 
-/// Truncated toward zero; a catalogue can name dates that no number of seconds reaches.
+/// Truncates toward zero. Clamped, since a damaged catalogue can hold dates outside the range of
+/// std::int64_t.
 std::int64_t wholeSeconds(double secondsSince1970) {
-    constexpr double most = 9e18;
-    return static_cast<std::int64_t>(std::clamp(secondsSince1970, -most, most));
+    constexpr double maxSeconds = 9e18;
+    return static_cast<std::int64_t>(std::clamp(secondsSince1970, -maxSeconds, maxSeconds));
 }
 
 } // namespace
 
-/// What identical assets have in common.
+/// The values by which assets are compared.
 struct PhotoGrouping::Key {
     std::int64_t sizeBytes;
     std::int64_t width;
     std::int64_t height;
-    std::int64_t creationTimestamp; ///< whole seconds since 1970, -1 without a date
+    std::int64_t creationTimestamp; ///< whole seconds since 1970, or noDate
     std::int64_t mediaType;
 
     auto operator<=>(const Key&) const = default;
 
     std::uint64_t hash() const {
-        // Each value mixed into all bits of those before.
         std::uint64_t hash = 0;
         for (const std::int64_t value : {sizeBytes, width, height, creationTimestamp, mediaType}) {
             hash = (hash ^ static_cast<std::uint64_t>(value)) * 0x9E37'79B9'7F4A'7C15;
@@ -55,7 +55,7 @@ void PhotoGrouping::add(const platform::PhotoAsset& asset) {
 
 PhotoGrouping::Key PhotoGrouping::key(const Asset& asset) {
     return {asset.sizeBytes, asset.width, asset.height,
-            asset.hasDate ? wholeSeconds(asset.creationDate) : undated,
+            asset.hasDate ? wholeSeconds(asset.creationDate) : noDate,
             static_cast<std::int64_t>(asset.mediaType)};
 }
 
@@ -90,7 +90,7 @@ std::vector<DuplicatePhotoGroup> PhotoGrouping::groups() const {
         return order != 0 ? order < 0 : a.position < b.position;
     });
 
-    // Where in the sorted list each group lies, in the order of the groups' first assets.
+    // Ranges of equal keys in the sorted list, in the order of the groups' first assets.
     struct Run {
         std::size_t begin;
         std::size_t end;

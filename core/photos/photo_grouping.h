@@ -10,17 +10,18 @@
 
 namespace core::LumvalePhotoDuplicates {
 
-/// Finds identical ones among the assets that it is given one after the other. Touches no library.
+/// Groups duplicate assets.
 ///
-/// Most assets of a library have no duplicate, and there may be a million: of each little is kept, and only
-/// of duplicates is an item made. They meet by sorting: in a table of hashes a million assets would lie all
-/// over the memory, which takes longer than reading the library.
+/// A library can hold a million assets, of which few have duplicates. Each asset is therefore stored in
+/// compact form, and items are created for duplicates only. Equal keys are found by sorting, because the
+/// cache misses of a hash table of that size take longer than reading the library.
 class PhotoGrouping {
 public:
-    /// Assets without a file, or with one of no known size, are left out.
+    /// Adds an asset. Assets without a file or without a known size are ignored.
     void add(const platform::PhotoAsset& asset);
 
-    /// The groups, largest waste first; equal ones in the order in which their first assets came.
+    /// Returns the groups, largest `totalWastedBytes` first; equal ones in the order in which their first
+    /// assets were added.
     std::vector<DuplicatePhotoGroup> groups() const;
 
 private:
@@ -29,7 +30,7 @@ private:
         std::int64_t width;
         std::int64_t height;
         double creationDate; ///< seconds since 1970
-        std::size_t texts;   ///< where in m_texts the identifier begins, the name behind it
+        std::size_t texts;   ///< offset in m_texts of the identifier, which the name follows
         std::uint16_t idLength;
         std::uint16_t nameLength;
         platform::PhotoMediaType mediaType;
@@ -41,7 +42,7 @@ private:
     static Key key(const Asset& asset);
     DuplicatePhotoItem item(const Asset& asset) const;
 
-    std::vector<Asset> m_assets; ///< in the order in which they came
+    std::vector<Asset> m_assets; ///< in the order added
     std::string m_texts;
 };
 

@@ -1,4 +1,5 @@
 #include "core/removal/deletion.h"
+
 #include "core/removal/deletion_guard.h"
 
 #include "platform/files/path.h"

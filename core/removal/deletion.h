@@ -8,23 +8,24 @@
 
 namespace core {
 
-/// A path that was not deleted, and why.
+/// A path that was not deleted, and the reason.
 struct DeletionFailure {
-    std::string path; ///< as given when the guard refused it, else standardised
+    std::string path; ///< as given if the guard refused it, otherwise standardized
     platform::Error error;
 };
 
-/// The outcome of deleting paths; both lists in the order of the input.
+/// The result of a deletion; both lists in the order of the input.
 struct DeletionOutcome {
-    std::vector<std::string> succeeded; ///< standardised
+    std::vector<std::string> succeeded; ///< standardized paths
     std::vector<DeletionFailure> failed;
 };
 
 namespace LumvaleScanner {
 
-/// Moves each path to the Trash, or removes it for good where it already lies there. Every removal that a
-/// user requests goes through this function: each path must pass the guard in its standardised form. Blocks;
-/// any thread. Never fails as a whole.
+/// Moves each path to the Trash, or removes it permanently if it is inside the Trash. Every deletion that
+/// the user requests, except emptying the Trash, goes through this function: it refuses a path whose
+/// standardized form fails isDeletionAllowed(). A failure does not stop the other deletions. Blocks; any
+/// thread.
 DeletionOutcome deletePaths(const std::vector<std::string>& paths,
                             const platform::Disk& disk = platform::Disk::current());
 

@@ -1,10 +1,8 @@
-
 #include "core/removal/deletion_guard.h"
+
 #include <algorithm>
 #include <array>
 #include <string_view>
-
-// What may never be deleted, whoever asks. Exact, case-sensitive comparisons of text.
 
 namespace core::LumvaleScanner {
 
@@ -12,26 +10,29 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// Refused with everything below them.
+// All comparisons are exact and case-sensitive.
+
+/// Folders that may not be deleted, nor anything below them.
 constexpr std::array systemPlaces{
     "/System"sv,         "/usr"sv,           "/bin"sv,   "/sbin"sv, "/private/etc"sv,
     "/private/var/db"sv, "/Library/Apple"sv, "/cores"sv, "/dev"sv,
 };
 
-/// Refused themselves, in the home; what is in them may go.
-constexpr std::array foldersOfHome{
+/// Folders of the home that may not be deleted; their content may.
+constexpr std::array homeFolders{
     "Documents"sv, "Desktop"sv, "Downloads"sv,    "Pictures"sv, "Movies"sv,
     "Music"sv,     "Library"sv, "Applications"sv, "Public"sv,   ".Trash"sv,
 };
 
-/// Refused themselves.
+/// Folders that may not be deleted; their content may.
 constexpr std::array sharedFolders{"/Applications"sv, "/Library"sv, "/Users"sv};
 
-/// Only what is in these, or in the home, may go.
+/// Folders outside the home whose content may be deleted.
 constexpr std::array allowedPlaces{
     "/Applications"sv, "/private/var/folders"sv, "/private/tmp"sv, "/tmp"sv, "/Library"sv,
 };
 
+/// Unlike platform::isBelow(), accepts paths that end with "/".
 bool isIn(std::string_view path, std::string_view place) {
     return path.size() > place.size() && path.starts_with(place) && path[place.size()] == '/';
 }
@@ -49,7 +50,7 @@ bool isDeletionAllowed(const std::string& path, const platform::Disk& disk) {
         return false;
     if (any(systemPlaces, [&](std::string_view place) { return path == place || isIn(path, place); }))
         return false;
-    if (any(foldersOfHome, [&](std::string_view name) { return path == home + "/" + std::string(name); }))
+    if (any(homeFolders, [&](std::string_view name) { return path == home + "/" + std::string(name); }))
         return false;
     if (any(sharedFolders, [&](std::string_view folder) { return path == folder; }))
         return false;

@@ -6,8 +6,8 @@
 
 namespace core::LumvaleScanner {
 
-/// Returns whether `path` may be deleted. Compares text only: reads no file and normalises nothing, so
-/// callers pass the standardised form. Any thread.
+/// Returns whether `path` may be deleted. Compares text only and reads no file, so callers pass a
+/// standardized path. Any thread.
 bool isDeletionAllowed(const std::string& path, const platform::Disk& disk = platform::Disk::current());
 
 } // namespace core::LumvaleScanner

@@ -4,8 +4,8 @@
 
 namespace core::LumvalePermissions {
 
-/// Whether the system lets this program read places that it protects: whether the mail folder can be listed.
-/// A home without one looks like a permission that was not given. Cheap: for any thread.
+/// Returns whether the user granted Full Disk Access, tested by listing the protected folder Library/Mail.
+/// Also false if the home has no such folder. Fast enough for any thread.
 bool hasFullDiskAccess(const platform::Disk& disk = platform::Disk::current());
 
 } // namespace core::LumvalePermissions

@@ -4,7 +4,26 @@ namespace core::LumvaleScanner {
 
 namespace {
 
-/// The POSIX code of an error or of its cause; 0 when neither has one.
+// Error codes of macOS, which platform::Error holds on every system.
+
+/// <sys/errno.h>
+enum PosixCode {
+    operationNotPermitted = 1, // EPERM
+    noSuchFile = 2,            // ENOENT
+    permissionDenied = 13,     // EACCES
+    resourceBusy = 16,         // EBUSY
+    textFileBusy = 26,         // ETXTBSY
+    directoryNotEmpty = 66,    // ENOTEMPTY
+};
+
+/// <Foundation/FoundationErrors.h>
+enum CocoaCode {
+    fileNoSuchFile = 4,          // NSFileNoSuchFileError
+    fileReadNoPermission = 257,  // NSFileReadNoPermissionError
+    fileWriteNoPermission = 513, // NSFileWriteNoPermissionError
+};
+
+/// Returns the POSIX code of an error or of its cause; 0 if neither has one.
 int posixCode(const platform::Error& error) {
     if (error.domain == platform::posixDomain)
         return error.code;
@@ -16,27 +35,26 @@ int posixCode(const platform::Error& error) {
 } // namespace
 
 std::string_view reasonKey(const platform::Error& error) {
-    // The Mac's numbers, as errors carry them on every system.
     switch (posixCode(error)) {
-    case 1:
-    case 13:
+    case operationNotPermitted:
+    case permissionDenied:
         return "err_trash_permission";
-    case 2:
+    case noSuchFile:
         return "err_trash_already_gone";
-    case 16:
-    case 26:
+    case resourceBusy:
+    case textFileBusy:
         return "err_trash_busy";
-    case 66:
+    case directoryNotEmpty:
         return "err_trash_not_empty";
     default:
         break;
     }
     if (error.domain == platform::cocoaDomain) {
         switch (error.code) {
-        case 4:
+        case fileNoSuchFile:
             return "err_trash_already_gone";
-        case 257:
-        case 513:
+        case fileReadNoPermission:
+        case fileWriteNoPermission:
             return "err_trash_permission";
         default:
             break;

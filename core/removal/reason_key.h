@@ -6,7 +6,7 @@
 
 namespace core::LumvaleScanner {
 
-/// The translation key, "err_trash_…", of why an entry of the Trash could not be removed.
+/// Returns the translation key, "err_trash_…", of the reason why an entry of the Trash could not be removed.
 std::string_view reasonKey(const platform::Error& error);
 
 } // namespace core::LumvaleScanner

@@ -1,4 +1,5 @@
 #include "core/removal/trash.h"
+
 #include "core/removal/reason_key.h"
 #include "platform/base/bytes.h"
 #include "platform/files/path.h"
@@ -12,9 +13,9 @@ namespace core::LumvaleScanner {
 
 namespace {
 
-/// Removes one entry, after a failure once more with everything in it unlocked. The error of the first
-/// attempt, which says what was wrong before anything was tried; none when the entry is gone.
-std::optional<platform::Error> removeUnlocked(const platform::Disk& disk, const std::string& path) {
+/// Removes an entry; if that fails, unlocks it and everything in it and tries again. Returns the error of the
+/// first attempt, which describes the original problem, or nothing if the entry was removed.
+std::optional<platform::Error> removeWithRetry(const platform::Disk& disk, const std::string& path) {
     const platform::Result<void> first = platform::removeForGood(disk, path);
     if (first)
         return std::nullopt;
@@ -38,7 +39,7 @@ TrashReport emptyTrash(const platform::Disk& disk) {
         paths.push_back(platform::joined(platform::trashFolder(disk), name));
     const std::vector<std::int64_t> sizes = platform::measure(disk, paths);
     for (std::size_t i = 0; i < paths.size(); ++i) {
-        if (const std::optional<platform::Error> error = removeUnlocked(disk, paths[i])) {
+        if (const std::optional<platform::Error> error = removeWithRetry(disk, paths[i])) {
             ++report.failed;
             report.failedDetails.push_back({(*names)[i], std::string(reasonKey(*error)), error->description});
         } else {

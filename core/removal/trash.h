@@ -10,26 +10,26 @@ namespace core {
 
 /// An entry of the Trash that could not be removed.
 struct TrashFailure {
-    std::string name;         ///< its own name, as bytes
+    std::string name;         ///< file name, as bytes
     std::string reasonKey;    ///< translation key, "err_trash_…"
-    std::string rawTechnical; ///< the system's sentence
+    std::string rawTechnical; ///< error description, not translated
 
     bool operator==(const TrashFailure&) const = default;
 };
 
-/// The outcome of emptying the Trash.
+/// The result of emptying the Trash.
 struct TrashReport {
     int succeeded = 0;
     int failed = 0;
-    std::int64_t bytesFreed = 0;             ///< by the removed entries, measured just before
-    bool couldNotAccess = false;             ///< the Trash could not be listed; everything else is zero
-    std::vector<TrashFailure> failedDetails; ///< in the order of the entries
+    std::int64_t bytesFreed = 0; ///< total size of the removed entries, measured before the removal
+    bool couldNotAccess = false; ///< the Trash could not be listed; all other members are empty
+    std::vector<TrashFailure> failedDetails; ///< in the order of the listing
 };
 
 namespace LumvaleScanner {
 
-/// Removes every entry of the Trash for good. An entry that cannot be removed is unlocked and tried once
-/// more. Blocks; any thread.
+/// Removes every entry of the Trash permanently. If an entry cannot be removed, unlocks it and tries once
+/// more. A failure does not stop the other removals. Blocks; any thread.
 TrashReport emptyTrash(const platform::Disk& disk = platform::Disk::current());
 
 } // namespace LumvaleScanner

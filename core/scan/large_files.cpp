@@ -15,9 +15,10 @@ namespace core::LumvaleScanner {
 
 namespace {
 
-/// The home's own folders that other sources look after, or whose files are nobody's to clean one by one.
-constexpr std::array<std::string_view, 3> passedOver{"Library", ".Trash", "Applications"};
+/// Folders of the root that other scan sources cover, or whose files belong to applications.
+constexpr std::array<std::string_view, 3> skippedFolders{"Library", ".Trash", "Applications"};
 
+/// Extensions of folders that the user sees as one document, whose files must not be deleted one by one.
 constexpr std::array<std::string_view, 18> packageExtensions{
     "photoslibrary", "musiclibrary", "tvlibrary", "theater", "app",      "bundle",
     "framework",     "plugin",       "appex",     "pvm",     "vmwarevm", "vbox",
@@ -30,13 +31,19 @@ struct LargeFile {
     platform::Date modified;
 };
 
-/// Only files and links have a size: a pipe isn't large, however little is asked for.
-bool isLarge(platform::EntryType type, std::int64_t sizeBytes, std::int64_t minimumBytes) {
-    return (type == platform::EntryType::file || type == platform::EntryType::link)
-           && sizeBytes >= minimumBytes;
+bool isProtectedPackage(std::string_view name) {
+    const std::string_view extension = platform::extension(name);
+    return !extension.empty()
+           && std::find(packageExtensions.begin(), packageExtensions.end(), platform::lowercased(extension))
+                  != packageExtensions.end();
 }
 
-/// Whether a depth-first walk by name comes to `a` before `b`: paths by their bytes, "/" below every other.
+/// Returns whether an entry is a file or symbolic link of at least `minBytes`. Other types have no size.
+bool isLarge(platform::EntryType type, std::int64_t sizeBytes, std::int64_t minBytes) {
+    return (type == platform::EntryType::file || type == platform::EntryType::link) && sizeBytes >= minBytes;
+}
+
+/// Returns whether a depth-first walk by name visits `a` before `b`: byte order, with "/" before all others.
 bool isWalkedBefore(const LargeFile& a, const LargeFile& b) {
     const auto rank = [](char c) {
         return c == '/' ? 0 : static_cast<int>(static_cast<unsigned char>(c)) + 1;
@@ -45,16 +52,17 @@ bool isWalkedBefore(const LargeFile& a, const LargeFile& b) {
                                         [&](char x, char y) { return rank(x) < rank(y); });
 }
 
-/// Collects large files out of a walk that comes to them in no order: of all that it meets it keeps the first
-/// `cap` in the order of a depth-first walk, since no such walk would collect more.
+/// Collects large files in a parallel walk, which visits them in no particular order. Keeps the `maxFiles`
+/// that come first in a depth-first walk by name, so that the result does not depend on the threads.
 class LargeFileVisitor {
 public:
-    LargeFileVisitor(std::int64_t minimumBytes, std::size_t cap) : m_minimumBytes(minimumBytes), m_cap(cap) {}
+    LargeFileVisitor(std::int64_t minBytes, std::size_t maxFiles)
+        : m_minBytes(minBytes), m_maxFiles(maxFiles) {}
 
     platform::Descend visit(const platform::WalkEntry& entry) {
         if (entry.type == platform::EntryType::folder)
             return isProtectedPackage(entry.name) ? platform::Descend::no : platform::Descend::yes;
-        if (isLarge(entry.type, entry.sizeBytes, m_minimumBytes))
+        if (isLarge(entry.type, entry.sizeBytes, m_minBytes))
             keep({entry.path(), entry.sizeBytes, entry.modified});
         return platform::Descend::no;
     }
@@ -68,8 +76,8 @@ public:
 
 private:
     void keep(LargeFile found) {
-        if (m_files.size() == m_cap) {
-            if (m_cap == 0 || !isWalkedBefore(found, m_files.front()))
+        if (m_files.size() == m_maxFiles) {
+            if (m_maxFiles == 0 || !isWalkedBefore(found, m_files.front()))
                 return;
             std::pop_heap(m_files.begin(), m_files.end(), isWalkedBefore);
             m_files.pop_back();
@@ -78,32 +86,25 @@ private:
         std::push_heap(m_files.begin(), m_files.end(), isWalkedBefore);
     }
 
-    std::int64_t m_minimumBytes;
-    std::size_t m_cap;
-    std::vector<LargeFile> m_files; ///< a heap, the last one in walk order in front
+    std::int64_t m_minBytes;
+    std::size_t m_maxFiles;
+    std::vector<LargeFile> m_files; ///< a heap whose first element is the last file in walk order
 };
 
 } // namespace
 
-bool isProtectedPackage(std::string_view name) {
-    const std::string_view extension = platform::extension(name);
-    return !extension.empty()
-           && std::find(packageExtensions.begin(), packageExtensions.end(), platform::lowercased(extension))
-                  != packageExtensions.end();
-}
-
 std::vector<ScanItem> scanLargeFiles(const platform::Disk& disk, const std::string& root,
-                                     std::int64_t minimumBytes, std::size_t maxResults) {
+                                     std::int64_t minBytes, std::size_t maxResults) {
     const platform::Result<std::vector<std::string>> names =
         platform::listFolder(disk, root, platform::Hidden::skip);
     if (!names)
         return {};
-    const std::size_t cap = 4 * std::min(maxResults, std::numeric_limits<std::size_t>::max() / 4);
+    const std::size_t maxNested = 4 * std::min(maxResults, std::numeric_limits<std::size_t>::max() / 4);
 
     std::vector<LargeFile> direct;
     std::vector<std::string> folders;
     for (const std::string& name : *names) {
-        if (std::find(passedOver.begin(), passedOver.end(), name) != passedOver.end())
+        if (std::find(skippedFolders.begin(), skippedFolders.end(), name) != skippedFolders.end())
             continue;
         std::string path = platform::joined(root, name);
         const platform::Kind kind = platform::kindOf(disk, path);
@@ -111,14 +112,15 @@ std::vector<ScanItem> scanLargeFiles(const platform::Disk& disk, const std::stri
             folders.push_back(std::move(path));
         else if (const auto attributes = platform::attributesOf(disk, path);
                  kind == platform::Kind::file && attributes
-                 && isLarge(attributes->type, attributes->sizeBytes, minimumBytes))
+                 && isLarge(attributes->type, attributes->sizeBytes, minBytes))
             direct.push_back({std::move(path), attributes->sizeBytes, attributes->modified});
     }
     std::vector<LargeFile> nested =
-        platform::walk(disk, folders, platform::Hidden::skip, LargeFileVisitor(minimumBytes, cap)).files();
+        platform::walk(disk, folders, platform::Hidden::skip, LargeFileVisitor(minBytes, maxNested)).files();
     std::sort(nested.begin(), nested.end(), isWalkedBefore);
 
-    // Both in the order in which one walk would come to them. Its cap holds for what lies in folders only.
+    // Merged in walk order. The limit applies to files in subfolders only, but counts the direct ones before
+    // them.
     std::vector<ScanItem> items;
     const auto add = [&](LargeFile& found) {
         items.emplace_back(std::move(found.path), found.sizeBytes, ScanCategory::largeOldFiles,
@@ -128,7 +130,7 @@ std::vector<ScanItem> scanLargeFiles(const platform::Disk& disk, const std::stri
     for (LargeFile& found : nested) {
         for (; nextDirect != direct.end() && isWalkedBefore(*nextDirect, found); ++nextDirect)
             add(*nextDirect);
-        if (items.size() < cap)
+        if (items.size() < maxNested)
             add(found);
     }
     for (; nextDirect != direct.end(); ++nextDirect)

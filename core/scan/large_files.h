@@ -5,18 +5,15 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace core::LumvaleScanner {
 
-/// The files of at least `minimumBytes` below `root`, largest first, at most `maxResults`; equal sizes in the
-/// order of a depth-first walk by name. Hidden entries, packages and the root's own Library, .Trash and
-/// Applications are passed over. Collecting stops at four times `maxResults` as a walk in that order would.
+/// Returns the files of at least `minBytes` below `root`, largest first, at most `maxResults`; equal sizes in
+/// the order of a depth-first walk by name. Skips hidden entries, packages, and the folders Library, .Trash
+/// and Applications of `root`. Considers at most the first 4 × `maxResults` large files in subfolders, in the
+/// order of that walk. Blocks; any thread.
 std::vector<ScanItem> scanLargeFiles(const platform::Disk& disk, const std::string& root,
-                                     std::int64_t minimumBytes, std::size_t maxResults);
-
-/// Whether a folder of this name is a package, whose content is nobody's to clean piece by piece.
-bool isProtectedPackage(std::string_view name);
+                                     std::int64_t minBytes, std::size_t maxResults);
 
 } // namespace core::LumvaleScanner

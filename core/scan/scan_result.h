@@ -6,12 +6,12 @@
 
 namespace core {
 
-/// What a cleanup scan proposes.
+/// The result of a cleanup scan.
 struct ScanResult {
     explicit ScanResult(std::vector<ScanItem> items);
 
     std::vector<ScanItem> items;
-    std::int64_t totalBytes; ///< of all items
+    std::int64_t totalBytes; ///< sum over all items, saturated
 };
 
 } // namespace core

@@ -1,5 +1,5 @@
-
 #include "core/scan/scanner.h"
+
 #include "core/scan/large_files.h"
 #include "core/scan/sources.h"
 #include "core/uninstall/orphaned_leftovers.h"
@@ -13,8 +13,8 @@ namespace core::LumvaleScanner {
 
 namespace {
 
-constexpr std::int64_t largeFileBytes = 52'428'800; // 50 MiB
-constexpr std::size_t mostLargeFiles = 300;
+constexpr std::int64_t minLargeFileBytes = 52'428'800; // 50 MiB
+constexpr std::size_t maxLargeFiles = 300;
 
 template <class T>
 void append(std::vector<T>& list, std::vector<T> more) {
@@ -30,7 +30,7 @@ ScanResult scan(const platform::Disk& disk) {
         return scanDirectoryEntries(disk, disk.inHome(folder), category, explanation, true);
     };
 
-    // The order of the sources counts: items of equal size stay in it.
+    // Items of equal size stay in the order of the sources.
     std::vector<Candidate> candidates;
     append(candidates, childrenOf("Library/Caches", cache, "exp_cache"));
     append(candidates, childrenOf("Library/Logs", logs, "exp_logs"));
@@ -41,8 +41,8 @@ ScanResult scan(const platform::Disk& disk) {
     append(candidates, LumvaleUninstaller::orphanCandidates(disk));
     append(candidates, LumvaleUninstaller::virtualMachineCandidates(disk));
 
-    std::vector<ScanItem> items = measured(disk, candidates);
-    append(items, scanLargeFiles(disk, disk.home(), largeFileBytes, mostLargeFiles));
+    std::vector<ScanItem> items = measureCandidates(disk, candidates);
+    append(items, scanLargeFiles(disk, disk.home(), minLargeFileBytes, maxLargeFiles));
 
     std::stable_sort(items.begin(), items.end(),
                      [](const ScanItem& a, const ScanItem& b) { return a.sizeBytes > b.sizeBytes; });

@@ -3,7 +3,6 @@
 #include "platform/files/folder.h"
 #include "platform/files/path.h"
 #include "platform/removal/trash.h"
-#include "platform/walk/walk.h"
 
 #include <chrono>
 
@@ -14,7 +13,7 @@ namespace {
 constexpr std::chrono::seconds oldDownloadAge{2'592'000}; // 30 days
 
 std::vector<std::string> childrenOf(const platform::Disk& disk, const std::string& folder) {
-    // The Trash has a listing of its own: one that is a link isn't the user's Trash and has nothing to offer.
+    // listTrash() refuses a Trash folder that is a symbolic link.
     const platform::Result<std::vector<std::string>> names = folder == platform::trashFolder(disk)
                                                                  ? platform::listTrash(disk)
                                                                  : platform::listFolder(disk, folder);
@@ -45,10 +44,6 @@ std::vector<Candidate> scanOldDownloads(const platform::Disk& disk, const std::s
             candidates.push_back({std::move(path), ScanCategory::oldDownloads, "exp_old_downloads", false});
     }
     return candidates;
-}
-
-std::int64_t directorySize(const platform::Disk& disk, const std::string& path) {
-    return platform::measure(disk, std::span(&path, 1)).front();
 }
 
 } // namespace core::LumvaleScanner

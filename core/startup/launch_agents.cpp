@@ -14,8 +14,8 @@ namespace core::LumvaleStartupItems {
 
 namespace {
 
-/// The last piece between dots that isn't empty.
-std::string lastPiece(std::string_view label) {
+/// Returns the last component between dots that is not empty; empty if there is none.
+std::string lastComponent(std::string_view label) {
     const std::size_t end = label.find_last_not_of('.') + 1; // 0 when there are only dots
     label = label.substr(0, end);
     return std::string(label.substr(label.rfind('.') + 1));
@@ -50,22 +50,22 @@ std::vector<StartupItem> scanFolder(const platform::Disk& disk, const std::strin
 }
 
 std::string friendlyName(std::string_view label, const std::vector<InstalledApp>& installedApps) {
-    constexpr std::size_t shortestIdentifier = 4;
-    constexpr std::size_t shortestPiece = 2;
+    constexpr std::size_t minIdentifierLength = 4;
+    constexpr std::size_t minComponentLength = 2;
     const std::string lowerLabel = platform::lowercased(label);
     for (const InstalledApp& app : installedApps) {
         if (!app.bundleIdentifier)
             continue;
         const std::string identifier = platform::lowercased(*app.bundleIdentifier);
-        if (lowerLabel.starts_with(identifier) && platform::characterCount(identifier) >= shortestIdentifier)
+        if (lowerLabel.starts_with(identifier) && platform::characterCount(identifier) >= minIdentifierLength)
             return app.name;
     }
-    std::string piece = lastPiece(label);
-    if (platform::characterCount(piece) < shortestPiece)
+    std::string component = lastComponent(label);
+    if (platform::characterCount(component) < minComponentLength)
         return std::string(label);
-    std::replace(piece.begin(), piece.end(), '-', ' ');
-    std::replace(piece.begin(), piece.end(), '_', ' ');
-    return platform::capitalized(piece);
+    std::replace(component.begin(), component.end(), '-', ' ');
+    std::replace(component.begin(), component.end(), '_', ' ');
+    return platform::capitalized(component);
 }
 
 int runLaunchctl(const std::vector<std::string>& arguments) {

@@ -11,17 +11,18 @@
 
 namespace core::LumvaleStartupItems {
 
-/// The agents whose lists lie in `folder`, in the order of the lists' names. Those whose label, in lower
-/// case, is among `seenLabels` are left out, and the labels of the others join it.
+/// Returns the agents whose property lists are in `folder`, in the order of the file names. Skips agents of
+/// the system and labels that are in `seenLabels`, which holds them in lower case; adds the labels of the
+/// agents returned to `seenLabels`.
 std::vector<StartupItem> scanFolder(const platform::Disk& disk, const std::string& folder, bool isSystemWide,
                                     const std::vector<InstalledApp>& installedApps,
                                     std::set<std::string>& seenLabels);
 
-/// The name of the first application whose identifier the label begins with; else the label's last piece, as
-/// words; else the label.
+/// Returns the name of the first application whose bundle identifier is a prefix of the label, ignoring case;
+/// otherwise the label's last component, capitalized and with spaces for "-" and "_"; otherwise the label.
 std::string friendlyName(std::string_view label, const std::vector<InstalledApp>& installedApps);
 
-/// Runs the system's tool for agents and gives its exit status, -1 when it could not be started.
+/// Runs launchctl and returns its exit status; -1 if it could not be started. Blocks.
 int runLaunchctl(const std::vector<std::string>& arguments);
 
 } // namespace core::LumvaleStartupItems

@@ -1,8 +1,8 @@
 #include "core/startup/startup_items.h"
-#include "core/removal/deletion.h"
-#include "core/uninstall/installed_apps.h"
 
+#include "core/removal/deletion.h"
 #include "core/startup/launch_agents.h"
+#include "core/uninstall/installed_apps.h"
 #include "platform/files/folder.h"
 #include "platform/files/path.h"
 #include "platform/property_lists/property_list.h"
@@ -19,11 +19,11 @@ namespace core::LumvaleStartupItems {
 std::vector<StartupItem> scan(const platform::Disk& disk) {
     const std::vector<InstalledApp> apps = LumvaleUninstaller::discoverApps(disk);
     std::set<std::string> seenLabels;
-    // The user's own first: of two agents with one label it is the one that can be disabled.
+    // The user's folder first: of two agents with the same label, only the user's can be disabled.
     std::vector<StartupItem> items =
         scanFolder(disk, disk.inHome("Library/LaunchAgents"), false, apps, seenLabels);
-    std::vector<StartupItem> everyones = scanFolder(disk, "/Library/LaunchAgents", true, apps, seenLabels);
-    std::move(everyones.begin(), everyones.end(), std::back_inserter(items));
+    std::vector<StartupItem> shared = scanFolder(disk, "/Library/LaunchAgents", true, apps, seenLabels);
+    std::move(shared.begin(), shared.end(), std::back_inserter(items));
     const platform::NameOrder order;
     std::stable_sort(items.begin(), items.end(), [&](const StartupItem& a, const StartupItem& b) {
         return order.before(a.displayName, b.displayName);
@@ -39,7 +39,7 @@ bool disable(const StartupItem& item, const platform::Disk& disk,
              const std::function<int(const std::vector<std::string>&)>& launchctl) {
     if (item.isSystemWide)
         return false;
-    // An agent that wasn't loaded can't be unloaded, and is disabled all the same: the status says nothing.
+    // The exit status is ignored: unloading an agent that is not loaded fails.
     if (disk.isOfThisMachine())
         launchctl({"bootout", "gui/" + std::to_string(platform::userId()) + "/" + item.label});
     const std::vector<std::string> moved = LumvaleScanner::deletePaths({item.path}, disk).succeeded;

@@ -7,20 +7,20 @@
 #include <string>
 #include <vector>
 
-/// What starts when the user logs in. Stateless: every operation looks at the disk anew, blocks until done,
-/// may be called from any thread and never fails as a whole.
+/// Launch agents. Stateless: every operation reads the disk again, blocks, may be called from any thread and
+/// skips files that cannot be read.
 namespace core::LumvaleStartupItems {
 
-/// The launch agents of the user and of every account, without the system's own, in the order of their shown
-/// names. Reads two folders and the applications' names: not for the interface thread.
+/// Returns the launch agents of the user and of all accounts, except those of the system, in the order of
+/// their display names. Reads the property list of every agent and application: not for the interface thread.
 std::vector<StartupItem> scan(const platform::Disk& disk = platform::Disk::current());
 
-/// Unloads the user's agent, where the disk is this machine's own, and moves its property list to the Trash.
-/// Whether the list was moved; an agent that starts for every account is left alone, and false comes back.
-/// Waits for both.
+/// Unloads an agent of the user with launchctl, if the disk is the one this machine runs from, and moves its
+/// property list to the Trash. Returns whether the property list was moved; false for a system-wide agent,
+/// which is not changed.
 bool disable(const StartupItem& item, const platform::Disk& disk = platform::Disk::current());
 
-/// Disables with `launchctl` in the place of the system's tool.
+/// Does the same with `launchctl` called instead of the system's tool, with the same arguments and result.
 bool disable(const StartupItem& item, const platform::Disk& disk,
              const std::function<int(const std::vector<std::string>&)>& launchctl);
 

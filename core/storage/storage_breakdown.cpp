@@ -1,4 +1,5 @@
 #include "core/storage/storage_breakdown.h"
+
 #include "platform/files/attributes.h"
 #include "platform/files/folder.h"
 #include "platform/files/path.h"
@@ -18,7 +19,7 @@ std::vector<StorageEntry> storageBreakdown(const platform::Disk& disk) {
                 paths.push_back(std::move(path));
         }
     }
-    paths.emplace_back("/Applications"); // named by this name in every language
+    paths.emplace_back("/Applications"); // must be last: its name below is not localized
     const std::vector<std::int64_t> sizes = platform::measure(disk, paths);
 
     std::vector<StorageEntry> entries;

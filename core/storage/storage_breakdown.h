@@ -7,8 +7,8 @@
 
 namespace core::LumvaleScanner {
 
-/// Returns the folders of the home and the applications folder with their sizes, largest first. Measures all
-/// of them: not for the interface thread. Unreadable folders are left out.
+/// Returns the visible folders of the home and /Applications with their sizes, largest first, without those
+/// of size 0. Walks all of them: not for the interface thread. Skips folders that cannot be read.
 std::vector<StorageEntry> storageBreakdown(const platform::Disk& disk = platform::Disk::current());
 
 } // namespace core::LumvaleScanner

@@ -5,14 +5,14 @@
 
 namespace core {
 
-/// A row of the storage breakdown: one folder with all that is in it.
+/// A folder of the storage breakdown.
 struct StorageEntry {
     StorageEntry(std::string name, std::string path, std::int64_t sizeBytes);
 
-    std::string id; ///< always the path
-    std::string name;
+    std::string id;   ///< always the path
+    std::string name; ///< display name
     std::string path;
-    std::int64_t sizeBytes;
+    std::int64_t sizeBytes; ///< of the whole content
 
     bool operator==(const StorageEntry&) const = default;
 };

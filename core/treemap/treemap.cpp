@@ -10,8 +10,8 @@ namespace {
 
 using Treemap::Rectangle;
 
-/// Free space this thin is left empty.
-constexpr double thinnest = 0.5;
+/// Layout stops when a side of the free space is not longer than this.
+constexpr double minSide = 0.5;
 
 struct Piece {
     std::size_t id = 0;
@@ -20,9 +20,8 @@ struct Piece {
 
 using Pieces = std::span<const Piece>;
 
-/// A row along a side of the free space, which takes pieces from the largest down. Its worst ratio is that of
-/// the tile that is least a square, as the longer of its sides over the shorter; infinite where a tile would
-/// have no extent. The side has some: what is too thin is left empty before.
+/// The sum and the worst aspect ratio (longer side / shorter side; infinite for an empty tile) of a row of
+/// tiles along a side of the free space. `side` is positive. Pieces are added in descending order of area.
 class Row {
 public:
     Row(const Piece& first, double side) : m_square(side * side), m_largest(first.area), m_sum(first.area) {
@@ -32,8 +31,8 @@ public:
 
     double sum() const { return m_sum; }
 
-    /// Takes the piece in unless that makes the worst ratio worse; says whether it did.
-    bool takes(const Piece& piece) {
+    /// Adds the piece unless that increases the worst ratio. Returns whether it was added.
+    bool add(const Piece& piece) {
         const double sum = m_sum + piece.area;
         const double worst =
             piece.area > 0 ? std::max(m_square * m_largest / (sum * sum), sum * sum / (m_square * piece.area))
@@ -55,8 +54,8 @@ private:
     double m_worst = infinity;
 };
 
-/// A band along the top, its tiles from left to right.
-void layAcross(Pieces row, double sum, Rectangle& free, std::vector<TreemapRect>& tiles) {
+/// Places a row along the top edge, from left to right, and removes it from the free space.
+void placeAlongTop(Pieces row, double sum, Rectangle& free, std::vector<TreemapRect>& tiles) {
     const double height = std::min(free.height, sum / free.width);
     double x = free.x;
     for (const Piece& piece : row) {
@@ -68,8 +67,8 @@ void layAcross(Pieces row, double sum, Rectangle& free, std::vector<TreemapRect>
     free.height -= height;
 }
 
-/// A band along the left edge, its tiles from the top down.
-void layDown(Pieces row, double sum, Rectangle& free, std::vector<TreemapRect>& tiles) {
+/// Places a row along the left edge, from top to bottom, and removes it from the free space.
+void placeAlongLeft(Pieces row, double sum, Rectangle& free, std::vector<TreemapRect>& tiles) {
     const double width = std::min(free.width, sum / free.height);
     double y = free.y;
     for (const Piece& piece : row) {
@@ -81,8 +80,9 @@ void layDown(Pieces row, double sum, Rectangle& free, std::vector<TreemapRect>& 
     free.width -= width;
 }
 
-/// The pieces largest first, their areas filling `space` together; none where that can't be.
-std::vector<Piece> piecesOf(std::vector<TreemapItem> items, const Rectangle& space) {
+/// Returns the items largest first, with values scaled to areas that add up to the area of `space`; nothing
+/// if the values or `space` are empty.
+std::vector<Piece> scaledPieces(std::vector<TreemapItem> items, const Rectangle& space) {
     double total = 0;
     for (const TreemapItem& item : items)
         total += item.value;
@@ -101,19 +101,19 @@ std::vector<Piece> piecesOf(std::vector<TreemapItem> items, const Rectangle& spa
 } // namespace
 
 std::vector<TreemapRect> Treemap::squarify(const std::vector<TreemapItem>& items, const Rectangle& in) {
-    const std::vector<Piece> pieces = piecesOf(items, in);
+    const std::vector<Piece> pieces = scaledPieces(items, in);
     std::vector<TreemapRect> tiles;
     tiles.reserve(pieces.size());
     Rectangle free = in;
-    for (Pieces rest = pieces; !rest.empty() && free.width > thinnest && free.height > thinnest;) {
+    for (Pieces rest = pieces; !rest.empty() && free.width > minSide && free.height > minSide;) {
         Row row(rest.front(), std::min(free.width, free.height));
         std::size_t length = 1;
-        while (length < rest.size() && row.takes(rest[length]))
+        while (length < rest.size() && row.add(rest[length]))
             ++length;
         if (free.width <= free.height)
-            layAcross(rest.first(length), row.sum(), free, tiles);
+            placeAlongTop(rest.first(length), row.sum(), free, tiles);
         else
-            layDown(rest.first(length), row.sum(), free, tiles);
+            placeAlongLeft(rest.first(length), row.sum(), free, tiles);
         rest = rest.subspan(length);
     }
     return tiles;

@@ -5,10 +5,10 @@
 
 namespace core {
 
-/// What a tile is wanted for.
+/// An item to lay out.
 struct TreemapItem {
-    std::size_t id = 0; ///< comes back with the tile: its caller's way to all else that the tile stands for
-    double value = 0;   ///< its weight, never negative
+    std::size_t id = 0; ///< chosen by the caller and copied to the item's tile
+    double value = 0;   ///< weight, never negative
 };
 
 struct TreemapRect;
@@ -23,18 +23,18 @@ struct Rectangle {
     double height = 0;
 };
 
-/// Lays the items out inside `in`, each with an area in proportion to its value and as near to a square as
-/// may be; the tiles come largest first, equal ones in the order of the items. What would only fit into a
-/// strip at most half a unit thick gets no tile, and nothing does when there is nothing to lay out or no
-/// room. Any thread.
+/// Returns one tile per item inside `in`, with an area proportional to the item's value; largest first, equal
+/// values in the order given. Layout stops when the free space is at most 0.5 units wide or high: the items
+/// left get no tile. Returns nothing if the values add up to 0 or `in` is empty. Any thread.
 ///
-/// The squarified treemap of M. Bruls, K. Huizing and J. van Wijk, "Squarified Treemaps", 2000: rows of tiles
-/// along the shorter side of the space that is left, each as long as its worst tile gets no worse.
+/// Implements the squarified treemap of M. Bruls, K. Huizing and J. van Wijk, "Squarified Treemaps", 2000:
+/// fills rows along the shorter side of the free space, and starts a new row when another tile would worsen
+/// the row's worst aspect ratio.
 std::vector<TreemapRect> squarify(const std::vector<TreemapItem>& items, const Rectangle& in);
 
 } // namespace Treemap
 
-/// The tile of an item.
+/// The tile of the item with the same id.
 struct TreemapRect {
     std::size_t id = 0;
     Treemap::Rectangle rect;

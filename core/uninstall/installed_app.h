@@ -13,10 +13,10 @@ struct InstalledApp {
                  std::int64_t sizeBytes);
 
     std::string id;   ///< always the path
-    std::string name; ///< as the user knows it; may be empty
+    std::string name; ///< display name; may be empty
     std::optional<std::string> bundleIdentifier;
-    std::string path; ///< of the bundle, as listed
-    std::int64_t sizeBytes;
+    std::string path;       ///< path of the bundle
+    std::int64_t sizeBytes; ///< of the bundle; 0 until it is measured
 
     bool operator==(const InstalledApp&) const = default;
 };

@@ -1,4 +1,5 @@
 #include "core/uninstall/installed_apps.h"
+
 #include "platform/files/folder.h"
 #include "platform/files/path.h"
 #include "platform/property_lists/property_list.h"
@@ -12,7 +13,7 @@ namespace core::LumvaleUninstaller {
 
 namespace {
 
-/// What belongs to the system, and this program itself.
+/// Applications of the system, and this program.
 constexpr std::array<std::string_view, 12> excludedBundles{
     "Safari.app",   "Finder.app", "System Settings.app", "App Store.app", "Mail.app",  "Messages.app",
     "FaceTime.app", "Photos.app", "Music.app",           "Terminal.app",  "Xcode.app", "Lumvale.app",
@@ -73,17 +74,17 @@ std::vector<InstalledApp> scanInstalledApps(const platform::Disk& disk) {
 }
 
 std::vector<std::string> matchKeys(const InstalledApp& app) {
-    constexpr std::size_t shortestIdentifier = 4;
-    constexpr std::size_t shortestName = 3;
+    constexpr std::size_t minIdentifierLength = 4;
+    constexpr std::size_t minNameLength = 3;
     std::vector<std::string> keys;
     if (app.bundleIdentifier) {
         std::string key = platform::lowercased(*app.bundleIdentifier);
-        if (platform::characterCount(key) >= shortestIdentifier)
+        if (platform::characterCount(key) >= minIdentifierLength)
             keys.push_back(std::move(key));
     }
     std::string key = platform::lowercased(app.name);
     std::erase(key, ' ');
-    if (platform::characterCount(key) >= shortestName)
+    if (platform::characterCount(key) >= minNameLength)
         keys.push_back(std::move(key));
     return keys;
 }

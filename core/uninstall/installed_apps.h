@@ -6,18 +6,19 @@
 #include <string>
 #include <vector>
 
-/// Applications and the files that belong to them. Stateless; each operation reads the disk anew and blocks
-/// until done. The searches are for background threads and never fail: unreadable entries are left out.
+/// Applications and their files. Stateless: every operation reads the disk again, blocks, may be called from
+/// any thread and skips entries that cannot be read. Searches are too slow for the interface thread.
 namespace core::LumvaleUninstaller {
 
-/// Returns the applications in the two application folders with their sizes, in the order of their names.
+/// Returns the applications in /Applications and in the home's Applications folder, with their sizes, in the
+/// order of their names. Leaves out some applications of the system and this program.
 std::vector<InstalledApp> scanInstalledApps(const platform::Disk& disk = platform::Disk::current());
 
-/// Returns the same applications with size 0: no bundle is measured.
+/// Returns the same applications without measuring them: all sizes are 0.
 std::vector<InstalledApp> discoverApps(const platform::Disk& disk);
 
-/// Returns the lower-case strings that mark a file as the application's: its identifier and its name without
-/// spaces, each only when it is long enough to be distinctive.
+/// Returns the lower-case strings by which file names are matched to the application: its bundle identifier
+/// (at least 4 characters) and its name without spaces (at least 3).
 std::vector<std::string> matchKeys(const InstalledApp& app);
 
 } // namespace core::LumvaleUninstaller

@@ -1,4 +1,5 @@
 #include "core/uninstall/orphaned_leftovers.h"
+
 #include "core/uninstall/installed_apps.h"
 #include "platform/files/folder.h"
 #include "platform/files/path.h"
@@ -12,7 +13,7 @@ namespace core::LumvaleUninstaller {
 
 namespace {
 
-/// Where applications leave things under their identifiers, below the home.
+/// Folders of the home in which applications name their files after their identifiers.
 constexpr std::array<std::string_view, 8> searchedFolders{
     "Library/Application Support", "Library/Preferences",         "Library/Saved Application State",
     "Library/Containers",          "Library/Group Containers",    "Library/WebKit",
@@ -23,7 +24,7 @@ bool isIdentifierCharacter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_';
 }
 
-bool isApples(std::string_view lowerCaseName) {
+bool isAppleIdentifier(std::string_view lowerCaseName) {
     return lowerCaseName.starts_with("com.apple.") || lowerCaseName.starts_with("group.com.apple.");
 }
 
@@ -36,14 +37,14 @@ std::set<std::string> installedKeys(const platform::Disk& disk) {
     return keys;
 }
 
-/// Whether an entry of this name seems to be left by an application that none of the keys belongs to.
+/// Returns whether a name looks like an application identifier that contains none of the keys.
 bool isOrphan(std::string_view name, const std::set<std::string>& keys) {
     const std::string_view stem = platform::stem(name);
     if (!looksLikeAppIdentifier(stem))
         return false;
     const std::string lowerCase = platform::lowercased(stem);
-    // The whole name too: in a folder's name the last piece of the identifier passes for an extension.
-    if (isApples(lowerCase) || isApples(platform::lowercased(name)))
+    // Also the whole name: stem() removes the last component of a folder's name.
+    if (isAppleIdentifier(lowerCase) || isAppleIdentifier(platform::lowercased(name)))
         return false;
     return std::none_of(keys.begin(), keys.end(),
                         [&](const std::string& key) { return lowerCase.find(key) != std::string::npos; });
@@ -52,20 +53,20 @@ bool isOrphan(std::string_view name, const std::set<std::string>& keys) {
 } // namespace
 
 bool looksLikeAppIdentifier(std::string_view stem) {
-    constexpr int fewestPieces = 3;
-    int pieces = 0;
-    bool inPiece = false;
+    constexpr int minComponents = 3;
+    int components = 0;
+    bool inComponent = false;
     for (const char c : stem) {
         if (c == '.') {
-            inPiece = false;
+            inComponent = false;
         } else if (!isIdentifierCharacter(c)) {
             return false;
-        } else if (!inPiece) {
-            inPiece = true;
-            ++pieces;
+        } else if (!inComponent) {
+            inComponent = true;
+            ++components;
         }
     }
-    return pieces >= fewestPieces;
+    return components >= minComponents;
 }
 
 std::vector<Candidate> orphanCandidates(const platform::Disk& disk) {
@@ -86,7 +87,7 @@ std::vector<Candidate> orphanCandidates(const platform::Disk& disk) {
 }
 
 std::vector<ScanItem> orphanedLeftovers(const platform::Disk& disk) {
-    return measured(disk, orphanCandidates(disk));
+    return measureCandidates(disk, orphanCandidates(disk));
 }
 
 } // namespace core::LumvaleUninstaller

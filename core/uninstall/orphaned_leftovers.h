@@ -9,15 +9,15 @@
 
 namespace core::LumvaleUninstaller {
 
-/// Returns the entries in the home's Library that seem to belong to applications no longer installed, in the
-/// order of the folders searched.
+/// Returns the entries in the home's Library whose names look like the identifier of an application that is
+/// not installed, in the order of the folders searched. Blocks; not for the interface thread.
 std::vector<ScanItem> orphanedLeftovers(const platform::Disk& disk = platform::Disk::current());
 
-/// Returns the same entries before they are measured.
+/// Returns the same entries without measuring them, those of size 0 included.
 std::vector<Candidate> orphanCandidates(const platform::Disk& disk);
 
-/// Returns whether a name looks like an identifier in reverse domain order: three or more pieces between
-/// dots, of ASCII letters, digits, "-" and "_".
+/// Returns whether a name looks like a bundle identifier in reverse domain notation: three or more non-empty
+/// components separated by dots, of ASCII letters, digits, "-" and "_".
 bool looksLikeAppIdentifier(std::string_view stem);
 
 } // namespace core::LumvaleUninstaller

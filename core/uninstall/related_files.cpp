@@ -1,4 +1,5 @@
 #include "core/uninstall/related_files.h"
+
 #include "core/items/candidate.h"
 #include "core/uninstall/installed_apps.h"
 #include "platform/files/folder.h"
@@ -13,13 +14,13 @@ namespace core::LumvaleUninstaller {
 
 namespace {
 
-/// A folder in which applications keep files, and what these are.
+/// A folder in which applications keep files.
 struct Location {
     std::string_view folder;
-    std::string_view explanation;
+    std::string_view explanation; ///< translation key
 };
 
-/// Below the home.
+/// Relative to the home folder.
 constexpr std::array<Location, 17> locationsInHome{{
     {"Library/Application Support", "exp_app_support"},
     {"Library/Caches", "exp_app_caches"},
@@ -40,7 +41,7 @@ constexpr std::array<Location, 17> locationsInHome{{
     {"Library/LaunchAgents", "exp_app_launchagents_user"},
 }};
 
-/// For every user of the machine.
+/// Shared by all users.
 constexpr std::array<Location, 4> sharedLocations{{
     {"/Library/Application Support", "exp_app_support_system"},
     {"/Library/LaunchAgents", "exp_app_launchagents_system"},
@@ -48,15 +49,14 @@ constexpr std::array<Location, 4> sharedLocations{{
     {"/Library/PreferencePanes", "exp_app_prefpane_system"},
 }};
 
-/// The keys by which a name can be told to be the application's. What stands for bytes that aren't text would
-/// take any such bytes for its own.
-std::vector<std::string> tellingKeys(const InstalledApp& app) {
+/// Returns the match keys without those that contain U+FFFD, which would match any invalid UTF-8.
+std::vector<std::string> validMatchKeys(const InstalledApp& app) {
     std::vector<std::string> keys = matchKeys(app);
     std::erase_if(keys, [](const std::string& key) { return key.find("\uFFFD") != std::string::npos; });
     return keys;
 }
 
-bool isMarkedBy(const std::vector<std::string>& keys, std::string_view name) {
+bool containsAny(std::string_view name, const std::vector<std::string>& keys) {
     const std::string lowerCase = platform::lowercased(name);
     return std::any_of(keys.begin(), keys.end(),
                        [&](const std::string& key) { return lowerCase.find(key) != std::string::npos; });
@@ -70,7 +70,7 @@ std::optional<std::string> darwinUserCacheDirectory(const platform::Disk& disk) 
 }
 
 std::vector<ScanItem> relatedFiles(const InstalledApp& app, const platform::Disk& disk) {
-    const std::vector<std::string> keys = tellingKeys(app);
+    const std::vector<std::string> keys = validMatchKeys(app);
     if (keys.empty())
         return {};
     std::vector<Candidate> candidates;
@@ -79,7 +79,7 @@ std::vector<ScanItem> relatedFiles(const InstalledApp& app, const platform::Disk
         if (!names)
             return;
         for (const std::string& name : *names) {
-            if (isMarkedBy(keys, name))
+            if (containsAny(name, keys))
                 candidates.push_back(
                     {platform::joined(folder, name), ScanCategory::appLeftovers, explanation, true});
         }
@@ -90,7 +90,7 @@ std::vector<ScanItem> relatedFiles(const InstalledApp& app, const platform::Disk
         search(std::string(folder), explanation);
     if (const std::optional<std::string> folder = darwinUserCacheDirectory(disk))
         search(*folder, "exp_app_darwin_cache");
-    return measured(disk, candidates, NoSize::keep);
+    return measureCandidates(disk, candidates, ZeroSize::keep);
 }
 
 } // namespace core::LumvaleUninstaller

@@ -10,14 +10,14 @@
 
 namespace core::LumvaleUninstaller {
 
-/// Returns the files that `app` keeps outside its bundle, all ticked: the entries of the usual folders whose
-/// names contain one of its match keys, in any letter case. In the order of the folders, then of the names;
-/// entries of size 0 included. Empty when the application has no match key.
+/// Returns the files that `app` keeps outside its bundle, all safe by default: entries of the usual folders
+/// whose names contain one of its matchKeys(), ignoring case. In the order of the folders, then of the names;
+/// entries of size 0 included. Blocks; not for the interface thread.
 std::vector<ScanItem> relatedFiles(const InstalledApp& app,
                                    const platform::Disk& disk = platform::Disk::current());
 
-/// Returns the folder of the user's temporary caches; none where the disk has none, or names a folder outside
-/// /private/var/folders.
+/// Returns the user's cache folder for temporary files (DARWIN_USER_CACHE_DIR of confstr(3)); nothing if the
+/// disk has none or it is outside /private/var/folders.
 std::optional<std::string> darwinUserCacheDirectory(const platform::Disk& disk);
 
 } // namespace core::LumvaleUninstaller

@@ -1,5 +1,5 @@
-
 #include "core/uninstall/uninstaller.h"
+
 #include <utility>
 
 namespace core::LumvaleUninstaller {

@@ -9,8 +9,8 @@
 
 namespace core::LumvaleUninstaller {
 
-/// Deletes the related paths in their order, then the application's bundle, even when some of the related
-/// paths could not be deleted. Blocks; any thread.
+/// Deletes the related paths in the order given, then the application's bundle, with deletePaths(). A failure
+/// does not stop the other deletions. Blocks; any thread.
 DeletionOutcome uninstall(const InstalledApp& app, std::vector<std::string> relatedPaths,
                           const platform::Disk& disk = platform::Disk::current());
 

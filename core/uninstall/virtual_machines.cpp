@@ -1,4 +1,5 @@
 #include "core/uninstall/virtual_machines.h"
+
 #include "platform/files/attributes.h"
 #include "platform/files/folder.h"
 #include "platform/files/path.h"
@@ -10,12 +11,11 @@ namespace core::LumvaleUninstaller {
 
 namespace {
 
-/// A folder in which a product keeps its machines: entries with the extension, or every folder where there is
-/// none.
+/// A product's default folder for virtual machines.
 struct Search {
-    std::string_view folder;
-    std::string_view extension;
-    std::string_view explanation;
+    std::string_view folder;      ///< relative to the home folder
+    std::string_view extension;   ///< of the machines; if empty, every subfolder is a machine
+    std::string_view explanation; ///< translation key
 };
 
 constexpr std::array<Search, 3> searches{{
@@ -47,8 +47,7 @@ bool isMachine(const platform::Disk& disk, const std::string& path, const Search
 } // namespace
 
 std::vector<Candidate> virtualMachineCandidates(const platform::Disk& disk) {
-    // No path comes twice: the places searched and the residues are all different, and so are the names in
-    // one folder. What doesn't exist has no size and goes when it is measured.
+    // Paths that do not exist are dropped when measured, since their size is 0.
     std::vector<Candidate> candidates;
     const auto add = [&](std::string path, std::string_view explanation) {
         candidates.push_back({std::move(path), ScanCategory::virtualMachines, explanation, false});
@@ -69,7 +68,7 @@ std::vector<Candidate> virtualMachineCandidates(const platform::Disk& disk) {
 }
 
 std::vector<ScanItem> virtualMachineItems(const platform::Disk& disk) {
-    return measured(disk, virtualMachineCandidates(disk));
+    return measureCandidates(disk, virtualMachineCandidates(disk));
 }
 
 } // namespace core::LumvaleUninstaller

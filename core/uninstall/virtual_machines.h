@@ -8,11 +8,11 @@
 
 namespace core::LumvaleUninstaller {
 
-/// Returns the virtual machines in their usual folders, then the files that their software keeps in the
-/// Library.
+/// Returns the virtual machines in their default folders, then the settings, caches and logs of the
+/// virtualization products. Blocks; not for the interface thread.
 std::vector<ScanItem> virtualMachineItems(const platform::Disk& disk = platform::Disk::current());
 
-/// Returns the same entries before they are measured.
+/// Returns the same entries without measuring them, including paths that may not exist.
 std::vector<Candidate> virtualMachineCandidates(const platform::Disk& disk);
 
 } // namespace core::LumvaleUninstaller
