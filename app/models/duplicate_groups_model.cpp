@@ -9,7 +9,7 @@
 
 namespace {
 
-// What an index of a group carries; one of an item carries the row of its group.
+// Internal id of the indexes of groups. Indexes of items have the row of their group.
 constexpr quintptr topLevel = ~quintptr{0};
 
 } // namespace
@@ -42,15 +42,15 @@ QVariant DuplicateGroupsModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     if (index.internalId() == topLevel)
-        return ofGroup(m_groups[static_cast<std::size_t>(index.row())], role);
-    return ofItem(itemAt(index.parent().row(), index.row()), index.row() == 0, role);
+        return groupValue(m_groups[static_cast<std::size_t>(index.row())], role);
+    return itemValue(itemAt(index.parent().row(), index.row()), index.row() == 0, role);
 }
 
 const core::DuplicatePhotoItem& DuplicateGroupsModel::itemAt(int group, int item) const {
     return m_groups[static_cast<std::size_t>(group)].items[static_cast<std::size_t>(item)];
 }
 
-QVariant DuplicateGroupsModel::ofGroup(const core::DuplicatePhotoGroup& group, int role) const {
+QVariant DuplicateGroupsModel::groupValue(const core::DuplicatePhotoGroup& group, int role) const {
     switch (role) {
     case ItemCountRole:
         return static_cast<int>(group.items.size());
@@ -65,7 +65,7 @@ QVariant DuplicateGroupsModel::ofGroup(const core::DuplicatePhotoGroup& group, i
     }
 }
 
-QVariant DuplicateGroupsModel::ofItem(const core::DuplicatePhotoItem& item, bool isKept, int role) const {
+QVariant DuplicateGroupsModel::itemValue(const core::DuplicatePhotoItem& item, bool isKept, int role) const {
     switch (role) {
     case AssetIdRole:
         return QByteArray::fromStdString(item.id);
@@ -99,14 +99,14 @@ void DuplicateGroupsModel::setGroups(std::vector<core::DuplicatePhotoGroup> grou
     m_groups = std::move(groups);
     for (const core::DuplicatePhotoGroup& group : m_groups)
         m_checked.erase(group.items.front().id);
-    count();
+    updateCheckedTotals();
     endResetModel();
     Q_EMIT checkedChanged();
 }
 
 void DuplicateGroupsModel::setChecked(std::set<std::string> ids) {
     const std::set<std::string> before = std::exchange(m_checked, std::move(ids));
-    count();
+    updateCheckedTotals();
     for (int group = 0; group < rowCount(); ++group)
         for (int item = 0; item < rowCount(index(group)); ++item) {
             const std::string& id = itemAt(group, item).id;
@@ -124,7 +124,7 @@ void DuplicateGroupsModel::toggle(int group, int item) {
     const std::string& id = itemAt(group, item).id;
     if (m_checked.erase(id) == 0)
         m_checked.insert(id);
-    count();
+    updateCheckedTotals();
     Q_EMIT dataChanged(toggled, toggled, {CheckedRole});
     Q_EMIT checkedChanged();
 }
@@ -143,7 +143,7 @@ std::vector<core::DuplicatePhotoItem> DuplicateGroupsModel::checkedItems() const
     return items;
 }
 
-void DuplicateGroupsModel::count() {
+void DuplicateGroupsModel::updateCheckedTotals() {
     m_checkedCount = 0;
     m_checkedBytes = 0;
     if (m_checked.empty())

@@ -9,21 +9,21 @@
 #include <string>
 #include <vector>
 
-/// The groups of duplicates, each with its items below it, in the order given; and which items are ticked.
-/// The first item of a group is the one that is kept. Ids that no item has may be ticked too, and count for
-/// nothing.
+/// A tree model of the groups of duplicates, with the items of a group as its children, and the set of
+/// checked items. The first item of a group is kept and cannot be toggled. Ids without an item may be
+/// checked; they are not counted.
 class DuplicateGroupsModel : public QAbstractItemModel {
     Q_OBJECT
 
 public:
     enum Role {
-        // of a group
+        // of groups
         ItemCountRole = Qt::UserRole + 1,
-        ItemSizeRole, ///< of each item, formatted
-        WastedRole,   ///< of all items but one, formatted
-        DateRole,     ///< of each item, formatted, empty when there is none
-        // of an item
-        AssetIdRole, ///< bytes, by which the library knows it
+        ItemSizeRole, ///< size of the first item, formatted
+        WastedRole,   ///< totalWastedBytes(), formatted
+        DateRole,     ///< date of the first item, formatted; empty without a date
+        // of items
+        AssetIdRole, ///< local identifier in the photo library, QByteArray
         NameRole,
         IsKeptRole,
         IsFavoriteRole,
@@ -40,34 +40,33 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    /// Where the items of a group lie, for a view of them alone.
+    /// Returns the index of a group, the root index for a view of its items.
     Q_INVOKABLE QModelIndex itemsOf(int group) const { return index(group); }
 
-    /// What was ticked stays so, but for what is kept of the new groups.
+    /// Sets the groups. The first item of each is unchecked; other checked ids are retained.
     void setGroups(std::vector<core::DuplicatePhotoGroup> groups);
     const std::vector<core::DuplicatePhotoGroup>& groups() const { return m_groups; }
 
-    /// The ids that are ticked; whole set or one item's. An item that is kept can't be toggled.
-    const std::set<std::string>& checked() const { return m_checked; }
+    const std::set<std::string>& checked() const { return m_checked; } ///< the checked ids
     void setChecked(std::set<std::string> ids);
-    Q_INVOKABLE void toggle(int group, int item);
+    Q_INVOKABLE void toggle(int group, int item); ///< ignores the first item and items that do not exist
 
-    std::vector<core::DuplicatePhotoItem> checkedItems() const; ///< in their order
+    std::vector<core::DuplicatePhotoItem> checkedItems() const; ///< in the order of the model
 
-    // Of those, known without going through them.
+    // Number and total size of the checked items, cached. The size is saturated.
     int checkedCount() const { return m_checkedCount; }
-    std::int64_t checkedBytes() const { return m_checkedBytes; } ///< ends at the largest value
+    std::int64_t checkedBytes() const { return m_checkedBytes; }
 
 Q_SIGNALS:
     void checkedChanged();
 
 private:
     const core::DuplicatePhotoItem& itemAt(int group, int item) const;
-    QVariant ofGroup(const core::DuplicatePhotoGroup& group, int role) const;
-    QVariant ofItem(const core::DuplicatePhotoItem& item, bool isKept, int role) const;
+    QVariant groupValue(const core::DuplicatePhotoGroup& group, int role) const;
+    QVariant itemValue(const core::DuplicatePhotoItem& item, bool isKept, int role) const;
     template <class Visit>
     void visitChecked(Visit visit) const;
-    void count();
+    void updateCheckedTotals();
 
     std::vector<core::DuplicatePhotoGroup> m_groups;
     std::set<std::string> m_checked;

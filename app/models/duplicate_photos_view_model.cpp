@@ -67,7 +67,7 @@ void DuplicatePhotosViewModel::requestDelete() {
 
 void DuplicatePhotosViewModel::confirmDelete() {
     const std::vector<core::DuplicatePhotoItem> items = m_groups.checkedItems();
-    // Sent twice, the second would find nothing left to delete, and be counted all the same.
+    // A second request would succeed without deleting anything and be recorded in the history.
     if (items.empty() || m_isDeleting)
         return;
     setIsDeleting(true);

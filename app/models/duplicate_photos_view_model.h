@@ -14,9 +14,9 @@
 #include <string>
 #include <vector>
 
-/// The state behind the duplicates screen. Interface thread only; the library is asked, searched and changed
-/// in the background, and what comes back after the model has gone is dropped. Observers are told once the
-/// new value can be read.
+/// The view model of the duplicates screen. Interface thread only. The photo library is used in the
+/// background; results that arrive after the model is destroyed are dropped. Change signals are emitted after
+/// the new value is readable.
 class DuplicatePhotosViewModel : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isUndecided READ isUndecided NOTIFY authStateChanged)
@@ -34,7 +34,7 @@ class DuplicatePhotosViewModel : public QObject {
     Q_PROPERTY(int deletedCount READ deletedCount NOTIFY lastDeletedCountChanged)
 
 public:
-    /// Starts nothing, and asks nobody for access.
+    /// Reads the permission for the photo library; neither requests it nor scans.
     DuplicatePhotosViewModel(platform::PhotoLibrary library, HistoryStore& history,
                              platform::Executor executor, QObject* parent = nullptr);
 
@@ -46,28 +46,28 @@ public:
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
     std::optional<int> lastDeletedCount() const { return m_lastDeletedCount; }
     std::int64_t selectedBytes() const { return m_groups.checkedBytes(); }
-    std::int64_t totalWastedBytes() const { return m_totalWastedBytes; } ///< ends at the largest value
+    std::int64_t totalWastedBytes() const { return m_totalWastedBytes; } ///< saturated
 
     void setChecked(std::set<std::string> ids) { m_groups.setChecked(std::move(ids)); }
     void setShowDeleteConfirm(bool show);
 
-    Q_INVOKABLE void requestAccess(); ///< scans once it is given
+    Q_INVOKABLE void requestAccess(); ///< scans if the permission is granted
     Q_INVOKABLE void scan();
     Q_INVOKABLE void requestDelete();
-    /// Sends what is ticked to the library's recently deleted ones. Nothing changes until the library has
-    /// done it, nor when it refuses; until it answers, nothing else is sent.
+    /// Moves the checked items to the library's "Recently Deleted" album, records the deletion in the history
+    /// and scans again. If the library refuses, nothing changes. Ignored while a deletion is running.
     Q_INVOKABLE void confirmDelete();
 
-    // The same state as the screen shows it.
+    // The same state for QML.
     bool isUndecided() const { return m_authState == core::PhotoAccessState::notDetermined; }
     bool isDenied() const { return m_authState == core::PhotoAccessState::denied; }
     DuplicateGroupsModel* groupsModel() { return &m_groups; }
     int groupCount() const { return m_groups.rowCount(); }
     QString totalWasted() const;
-    int checkedCount() const { return m_groups.checkedCount(); } ///< of the items that are there
+    int checkedCount() const { return m_groups.checkedCount(); } ///< ids without an item are not counted
     QString selectedSize() const;
     bool isDeleting() const { return m_isDeleting; }
-    int deletedCount() const { return m_lastDeletedCount.value_or(0); } ///< never 0 after a deletion
+    int deletedCount() const { return m_lastDeletedCount.value_or(0); } ///< 0 until a deletion succeeds
 
 Q_SIGNALS:
     void authStateChanged();

@@ -7,7 +7,7 @@
 
 HistoryModel::HistoryModel(const HistoryStore& history, QObject* parent)
     : QAbstractListModel(parent), m_history(history), m_rows(history.entries()) {
-    connect(&history, &HistoryStore::entriesChanged, this, &HistoryModel::follow);
+    connect(&history, &HistoryStore::entriesChanged, this, &HistoryModel::updateRows);
 }
 
 int HistoryModel::rowCount(const QModelIndex& parent) const {
@@ -34,9 +34,9 @@ QHash<int, QByteArray> HistoryModel::roleNames() const {
     return {{NameRole, "name"}, {SizeRole, "size"}, {DateRole, "date"}};
 }
 
-void HistoryModel::follow() {
-    // The store grows in front and loses at the end. Whatever else happens to it comes out right as well:
-    // then more rows than need be are new.
+void HistoryModel::updateRows() {
+    // The store normally inserts in front and removes at the end. After any other change the result is the
+    // same, but more rows are replaced than necessary.
     const std::vector<HistoryEntry>& entries = m_history.entries();
     std::size_t added = entries.size() - std::min(entries.size(), m_rows.size());
     const auto firstKept = [&] {

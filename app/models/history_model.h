@@ -6,8 +6,8 @@
 
 #include <vector>
 
-/// The rows of the history, as the store has them and whenever it changes. What is still there keeps its row,
-/// so that a list stays where it was scrolled to.
+/// The list model of the history, which follows the store. Inserts and removes rows instead of resetting, so
+/// that a view keeps its scroll position.
 class HistoryModel : public QAbstractListModel {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ public:
         DateRole, ///< formatted
     };
 
-    /// `history` must outlive it.
+    /// `history` must outlive the model.
     explicit HistoryModel(const HistoryStore& history, QObject* parent = nullptr);
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -26,8 +26,8 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
 private:
-    void follow();
+    void updateRows();
 
     const HistoryStore& m_history;
-    std::vector<HistoryEntry> m_rows; ///< as last told
+    std::vector<HistoryEntry> m_rows; ///< the store's entries at the last update
 };

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// The rows of the list of applications, in the order in which the core gives them.
+/// The list model of the installed applications, in the order of the core.
 class InstalledAppsModel : public QAbstractListModel {
     Q_OBJECT
 
@@ -24,7 +24,7 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
     void setApps(std::vector<core::InstalledApp> apps);
-    void remove(const std::string& id); ///< every row of the id
+    void remove(const std::string& id); ///< removes all rows with this id
     const std::vector<core::InstalledApp>& apps() const { return m_apps; }
 
 private:

@@ -4,21 +4,20 @@
 
 #include <QObject>
 
-/// The introduction of the first run: whether the user is through with it, and what it has to ask for.
-/// Interface thread only.
+/// The view model of the introduction that is shown at the first start. Interface thread only.
 class OnboardingModel : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool didOnboard READ didOnboard NOTIFY didOnboardChanged)
     Q_PROPERTY(bool hasFullDiskAccess READ hasFullDiskAccess NOTIFY hasFullDiskAccessChanged)
 
 public:
-    /// Reads the settings; writes nothing, and leaves the disk alone.
+    /// Reads the settings; does not access the disk.
     explicit OnboardingModel(platform::Disk disk, QObject* parent = nullptr);
 
     bool didOnboard() const { return m_didOnboard; }
-    bool hasFullDiskAccess() const { return m_hasFullDiskAccess; } ///< at the last check; before, no
+    bool hasFullDiskAccess() const { return m_hasFullDiskAccess; } ///< at the last checkAccess()
 
-    Q_INVOKABLE void finish(); ///< for good: stored among the program's settings
+    Q_INVOKABLE void finish(); ///< sets didOnboard and stores it in QSettings
     Q_INVOKABLE void checkAccess();
 
 Q_SIGNALS:

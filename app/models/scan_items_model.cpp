@@ -45,7 +45,7 @@ void ScanItemsModel::setItems(std::vector<core::ScanItem> items) {
     std::stable_sort(m_rows.begin(), m_rows.end(), [](const core::ScanItem& a, const core::ScanItem& b) {
         return a.category < b.category;
     });
-    tickRows();
+    updateRowIsChecked();
     endResetModel();
 }
 
@@ -59,7 +59,7 @@ std::int64_t ScanItemsModel::checkedBytes() const {
 
 void ScanItemsModel::setChecked(std::set<std::string> ids) {
     m_checked = std::move(ids);
-    tickRows();
+    updateRowIsChecked();
     if (!m_rows.empty())
         Q_EMIT dataChanged(index(0), index(rowCount() - 1), {CheckedRole});
     Q_EMIT checkedChanged();
@@ -72,7 +72,7 @@ void ScanItemsModel::toggle(int row) {
     const bool checked = m_checked.erase(id) == 0;
     if (checked)
         m_checked.insert(id);
-    // All rows of the id first, then the news: whoever hears of one row may read the others.
+    // Changes all rows with the id before any signal, since a receiver may read other rows.
     std::vector<int> rows;
     for (std::size_t other = 0; other < m_rows.size(); ++other)
         if (m_rows[other].id == id) {
@@ -84,7 +84,7 @@ void ScanItemsModel::toggle(int row) {
     Q_EMIT checkedChanged();
 }
 
-void ScanItemsModel::tickRows() {
+void ScanItemsModel::updateRowIsChecked() {
     m_rowIsChecked.resize(m_rows.size());
     for (std::size_t row = 0; row < m_rows.size(); ++row)
         m_rowIsChecked[row] = m_checked.contains(m_rows[row].id);

@@ -9,19 +9,19 @@
 #include <string>
 #include <vector>
 
-/// The rows of a list of items to tick: by category, in the order of the categories, within one in the order
-/// given. A row is ticked when its id is; two rows of one id are ticked together. Ids that no row has may be
-/// ticked too.
+/// A list model of scan items with check boxes, sorted by category; in the order given within a category. The
+/// checked state belongs to the id, so rows with the same id are checked together. Ids without a row may be
+/// checked, too.
 class ScanItemsModel : public QAbstractListModel {
     Q_OBJECT
 
 public:
     enum Role {
-        CategoryRole = Qt::UserRole + 1, ///< the translation key of the category's name
+        CategoryRole = Qt::UserRole + 1, ///< translation key of the category's name
         NameRole,
         ExplanationRole, ///< translation key
         SizeRole,        ///< formatted
-        DateRole,        ///< formatted, empty when there is none
+        DateRole,        ///< formatted; empty without a date
         CheckedRole,
     };
 
@@ -34,20 +34,19 @@ public:
     void setItems(std::vector<core::ScanItem> items);
     const std::vector<core::ScanItem>& rows() const { return m_rows; }
 
-    /// The ids that are ticked; whole set or one row's.
-    const std::set<std::string>& checked() const { return m_checked; }
+    const std::set<std::string>& checked() const { return m_checked; } ///< the checked ids
     void setChecked(std::set<std::string> ids);
-    Q_INVOKABLE void toggle(int row);
+    Q_INVOKABLE void toggle(int row); ///< ignores rows that do not exist
 
-    std::int64_t checkedBytes() const; ///< of the rows that are ticked; ends at the largest value
+    std::int64_t checkedBytes() const; ///< total size of the checked rows, saturated
 
 Q_SIGNALS:
     void checkedChanged();
 
 private:
-    void tickRows();
+    void updateRowIsChecked();
 
     std::vector<core::ScanItem> m_rows;
     std::set<std::string> m_checked;
-    std::vector<bool> m_rowIsChecked; ///< `m_checked` by row, so that a pass over all rows looks nothing up
+    std::vector<bool> m_rowIsChecked; ///< by row, so that checkedBytes() needs no lookups in m_checked
 };

@@ -1,13 +1,12 @@
 #include "app/models/scan_view_model.h"
-#include "core/health/health_score.h"
-#include "core/removal/deletion.h"
-#include "core/removal/trash.h"
-#include "core/scan/scanner.h"
-#include "core/storage/storage_breakdown.h"
 
 #include "app/execution/qt_executor.h"
 #include "app/i18n/localizer.h"
 #include "app/text/display.h"
+#include "app/text/health_text.h"
+#include "core/removal/deletion.h"
+#include "core/scan/scanner.h"
+#include "core/storage/storage_breakdown.h"
 #include "platform/files/path.h"
 #include "platform/removal/trash.h"
 
@@ -17,7 +16,7 @@
 
 namespace {
 
-/// The ids that start ticked.
+/// Returns the ids of the items that are safe by default.
 std::set<std::string> safeIds(const core::ScanResult& result) {
     std::set<std::string> ids;
     for (const core::ScanItem& item : result.items)
@@ -26,8 +25,10 @@ std::set<std::string> safeIds(const core::ScanResult& result) {
     return ids;
 }
 
-/// What lies in a ticked folder before the folder. What lies in the Trash, and so goes for good, before all
-/// that moves there: where such an entry vanished since the scan, a file moved meanwhile could bear its name.
+/// Returns the paths in an order that is safe to delete in: the content of a folder before the folder, and
+/// entries of the Trash, which are removed permanently, before paths that are moved there. Otherwise a file
+/// just moved to the Trash could be removed permanently, if it got the name of an entry that no longer
+/// existed.
 std::vector<std::string> inDeletionOrder(const std::set<std::string>& ids, const platform::Disk& disk) {
     std::vector<std::string> paths(ids.begin(), ids.end());
     std::stable_sort(paths.begin(), paths.end(),
@@ -40,10 +41,10 @@ std::vector<std::string> inDeletionOrder(const std::set<std::string>& ids, const
 }
 
 template <class Predicate>
-core::ScanResult without(const core::ScanResult& result, Predicate isGone) {
-    std::vector<core::ScanItem> left;
-    std::remove_copy_if(result.items.begin(), result.items.end(), std::back_inserter(left), isGone);
-    return core::ScanResult(std::move(left));
+core::ScanResult without(const core::ScanResult& result, Predicate isRemoved) {
+    std::vector<core::ScanItem> items;
+    std::remove_copy_if(result.items.begin(), result.items.end(), std::back_inserter(items), isRemoved);
+    return core::ScanResult(std::move(items));
 }
 
 } // namespace
@@ -57,6 +58,7 @@ ScanViewModel::ScanViewModel(platform::Disk disk, HistoryStore& history, platfor
       m_items(this),
       m_storageEntries(this) {
     connect(&m_items, &ScanItemsModel::checkedChanged, this, &ScanViewModel::selectionChanged);
+    connect(&Localizer::shared(), &Localizer::languageChanged, this, &ScanViewModel::healthChanged);
 }
 
 std::int64_t ScanViewModel::selectedBytes() const {
@@ -99,7 +101,7 @@ void ScanViewModel::runScan() {
     setResult(std::nullopt);
     setTrashReport(std::nullopt);
 
-    // Looked at before the scan, shown with its result.
+    // Read before the scan, published together with its result.
     const core::HealthScore health = core::LumvaleScanner::healthScore(m_disk);
     runInBackground(
         m_executor, this, [disk = m_disk] { return core::LumvaleScanner::scan(disk); },
@@ -134,16 +136,16 @@ void ScanViewModel::confirmDelete() {
     Q_EMIT lastDeletedCountChanged();
 
     if (m_result) {
-        const std::unordered_set<std::string> gone(outcome.succeeded.begin(), outcome.succeeded.end());
-        const auto isGone = [&](const core::ScanItem& item) {
-            return gone.contains(item.path);
+        const std::unordered_set<std::string> deleted(outcome.succeeded.begin(), outcome.succeeded.end());
+        const auto isDeleted = [&](const core::ScanItem& item) {
+            return deleted.contains(item.path);
         };
         for (const core::ScanItem& item : m_result->items)
-            if (isGone(item))
+            if (isDeleted(item))
                 m_history.record(item.name, item.sizeBytes);
-        setResult(without(*m_result, isGone));
+        setResult(without(*m_result, isDeleted));
     }
-    // What could not be moved stays in the list, unticked.
+    // Items that could not be deleted stay in the list, unchecked.
     setChecked({});
     setHealth(core::LumvaleScanner::healthScore(m_disk));
 }
@@ -180,12 +182,12 @@ int ScanViewModel::healthScore() const {
     return m_health ? m_health->score : -1;
 }
 
-QString ScanViewModel::freeDisk() const {
-    return m_health ? display::size(m_health->freeDiskBytes) : QString();
+QString ScanViewModel::healthKey() const {
+    return m_health ? display::healthKey(m_health->band()) : QString();
 }
 
-QString ScanViewModel::totalDisk() const {
-    return m_health ? display::size(m_health->totalDiskBytes) : QString();
+QString ScanViewModel::freeSpaceText() const {
+    return m_health ? display::freeSpace(*m_health) : QString();
 }
 
 QString ScanViewModel::trashEmptiedSize() const {

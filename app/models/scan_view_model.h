@@ -17,9 +17,9 @@
 #include <string>
 #include <vector>
 
-/// The state behind the cleanup screen. Interface thread only; the scan and the breakdown run in the
-/// background and their results are dropped when the model is gone. Observers are told once the new value can
-/// be read.
+/// The view model of the cleanup screen. Interface thread only. The scan and the storage breakdown run in the
+/// background; results that arrive after the model is destroyed are dropped. Change signals are emitted after
+/// the new value is readable.
 class ScanViewModel : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isScanning READ isScanning NOTIFY isScanningChanged)
@@ -29,8 +29,8 @@ class ScanViewModel : public QObject {
     Q_PROPERTY(QString selectedSize READ selectedSize NOTIFY selectionChanged)
     Q_PROPERTY(bool hasHealth READ hasHealth NOTIFY healthChanged)
     Q_PROPERTY(int healthScore READ healthScore NOTIFY healthChanged)
-    Q_PROPERTY(QString freeDisk READ freeDisk NOTIFY healthChanged)
-    Q_PROPERTY(QString totalDisk READ totalDisk NOTIFY healthChanged)
+    Q_PROPERTY(QString healthKey READ healthKey NOTIFY healthChanged)
+    Q_PROPERTY(QString freeSpaceText READ freeSpaceText NOTIFY healthChanged)
     Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm WRITE setShowDeleteConfirm NOTIFY
                    showDeleteConfirmChanged)
     Q_PROPERTY(bool showEmptyTrashConfirm READ showEmptyTrashConfirm WRITE setShowEmptyTrashConfirm NOTIFY
@@ -48,7 +48,7 @@ class ScanViewModel : public QObject {
                    showStorageBreakdownChanged)
 
 public:
-    /// Starts nothing and touches no file.
+    /// Does not access the disk.
     ScanViewModel(platform::Disk disk, HistoryStore& history, platform::Executor executor,
                   QObject* parent = nullptr);
 
@@ -56,7 +56,7 @@ public:
     const std::optional<core::ScanResult>& result() const { return m_result; }
     const std::optional<core::HealthScore>& health() const { return m_health; }
     const std::set<std::string>& checked() const { return m_items.checked(); }
-    std::int64_t selectedBytes() const; ///< of the ticked rows, computed at each call
+    std::int64_t selectedBytes() const; ///< total size of the checked rows
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
     bool showEmptyTrashConfirm() const { return m_showEmptyTrashConfirm; }
     std::optional<int> lastDeletedCount() const { return m_lastDeletedCount; }
@@ -77,22 +77,25 @@ public:
     Q_INVOKABLE void runScan();
     Q_INVOKABLE void loadStorageBreakdown();
     Q_INVOKABLE void requestDelete() { setShowDeleteConfirm(true); }
-    Q_INVOKABLE void confirmDelete(); ///< blocks while files are moved
+    /// Deletes the checked items, removes the deleted ones from the result and records them in the history.
+    /// Blocks.
+    Q_INVOKABLE void confirmDelete();
     Q_INVOKABLE void requestEmptyTrash() { setShowEmptyTrashConfirm(true); }
-    Q_INVOKABLE void confirmEmptyTrash(); ///< blocks while files are removed
+    /// Empties the Trash and removes its items from the result. Blocks.
+    Q_INVOKABLE void confirmEmptyTrash();
 
-    // The same state as the screen shows it; -1 for a count that is absent.
+    // The same state for QML; -1 for absent numbers, empty for absent texts.
     bool hasResult() const { return m_result.has_value(); }
     ScanItemsModel* items() { return &m_items; }
     int checkedCount() const;
     QString selectedSize() const;
     bool hasHealth() const { return m_health.has_value(); }
     int healthScore() const;
-    QString freeDisk() const;
-    QString totalDisk() const;
+    QString healthKey() const; ///< translation key of the health band
+    QString freeSpaceText() const;
     int deletedCount() const { return m_lastDeletedCount.value_or(-1); }
     int trashEmptiedCount() const { return lastTrashEmptiedCount().value_or(-1); }
-    QString trashEmptiedSize() const; ///< empty when absent
+    QString trashEmptiedSize() const;
     int trashFailedCount() const { return lastTrashEmptiedFailed().value_or(-1); }
     QStringList trashFailedNames() const;
     QStringList trashFailedReasonKeys() const;
@@ -126,7 +129,7 @@ private:
     bool m_showDeleteConfirm = false;
     bool m_showEmptyTrashConfirm = false;
     std::optional<int> m_lastDeletedCount;
-    std::optional<core::TrashReport> m_trashReport; ///< of the last emptying since the last scan
+    std::optional<core::TrashReport> m_trashReport; ///< reset by runScan()
     StorageEntriesModel m_storageEntries;
     bool m_isLoadingStorageBreakdown = false;
     bool m_showStorageBreakdown = false;

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// The rows of the list of startup items, in the order in which the core gives them.
+/// The list model of the startup items, in the order of the core.
 class StartupItemsModel : public QAbstractListModel {
     Q_OBJECT
 
@@ -25,7 +25,7 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
     void setItems(std::vector<core::StartupItem> items);
-    void remove(const std::string& id); ///< every row of the id
+    void remove(const std::string& id); ///< removes all rows with this id
     const std::vector<core::StartupItem>& items() const { return m_items; }
 
 private:

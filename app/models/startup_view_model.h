@@ -10,8 +10,9 @@
 #include <string>
 #include <vector>
 
-/// The state behind the startup screen. Interface thread only; the list is made in the background and dropped
-/// when the model is gone by then. Observers are told once the new value can be read.
+/// The view model of the startup screen. Interface thread only. Items are loaded in the background; a result
+/// that arrives after the model is destroyed is dropped. Change signals are emitted after the new value is
+/// readable.
 class StartupViewModel : public QObject {
     Q_OBJECT
     Q_PROPERTY(StartupItemsModel* items READ itemsModel CONSTANT)
@@ -24,7 +25,7 @@ class StartupViewModel : public QObject {
     Q_PROPERTY(QString lastDisabledName READ disabledName NOTIFY lastDisabledNameChanged)
 
 public:
-    /// Starts nothing and touches no file.
+    /// Does not access the disk.
     StartupViewModel(platform::Disk disk, platform::Executor executor, QObject* parent = nullptr);
 
     const std::vector<core::StartupItem>& items() const { return m_items.items(); }
@@ -34,16 +35,16 @@ public:
 
     Q_INVOKABLE void load();
     void requestDisable(core::StartupItem item) { setItemToDisable(std::move(item)); }
-    Q_INVOKABLE void requestDisable(int row); ///< of the list
-    /// Blocks while the item is disabled; where that fails, nothing changes but that it is no longer asked
-    /// for.
+    Q_INVOKABLE void requestDisable(int row); ///< ignores rows that do not exist
+    /// Disables itemToDisable() and removes it from the list; keeps it in the list if that fails. Resets
+    /// itemToDisable() in both cases. Blocks.
     Q_INVOKABLE void confirmDisable();
 
-    // The same state as the screen shows it; empty for what is absent.
+    // The same state for QML; texts are empty for absent values.
     StartupItemsModel* itemsModel() { return &m_items; }
     bool hasItems() const { return !items().empty(); }
     bool showDisableConfirm() const { return m_itemToDisable.has_value(); }
-    void setShowDisableConfirm(bool show); ///< false cancels; true does nothing, as an item has to be named
+    void setShowDisableConfirm(bool show); ///< false resets itemToDisable(); true is ignored
     QString itemToDisableName() const;
     bool hasDisabled() const { return m_lastDisabledName.has_value(); }
     QString disabledName() const;

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-/// The rows of the storage breakdown, in the order in which the core gives them.
+/// The list model of the storage breakdown, in the order of the core.
 class StorageEntriesModel : public QAbstractListModel {
     Q_OBJECT
     Q_PROPERTY(int count READ count NOTIFY entriesChanged)
@@ -15,7 +15,7 @@ public:
     enum Role {
         NameRole = Qt::UserRole + 1,
         SizeRole,  ///< formatted
-        ShareRole, ///< of the largest row's size, 0 to 1
+        ShareRole, ///< size relative to the largest row, 0 to 1
     };
 
     using QAbstractListModel::QAbstractListModel;
@@ -33,5 +33,5 @@ Q_SIGNALS:
 
 private:
     std::vector<core::StorageEntry> m_entries;
-    std::int64_t m_largest = 1; ///< bytes; never 0
+    std::int64_t m_largest = 1; ///< in bytes; never 0, since it is a divisor
 };

@@ -1,12 +1,12 @@
 #include "app/models/uninstall_view_model.h"
-#include "core/health/health_score.h"
-#include "core/removal/deletion.h"
-#include "core/uninstall/installed_apps.h"
-#include "core/uninstall/related_files.h"
 
 #include "app/execution/qt_executor.h"
 #include "app/i18n/localizer.h"
 #include "app/text/display.h"
+#include "app/text/health_text.h"
+#include "core/removal/deletion.h"
+#include "core/uninstall/installed_apps.h"
+#include "core/uninstall/related_files.h"
 #include "platform/base/bytes.h"
 
 UninstallViewModel::UninstallViewModel(platform::Disk disk, HistoryStore& history,
@@ -18,7 +18,6 @@ UninstallViewModel::UninstallViewModel(platform::Disk disk, HistoryStore& histor
       m_apps(this),
       m_leftovers(this) {
     connect(&m_leftovers, &ScanItemsModel::checkedChanged, this, &UninstallViewModel::selectionChanged);
-    // The line holds words.
     connect(&Localizer::shared(), &Localizer::languageChanged, this, &UninstallViewModel::refreshFreeSpace);
 }
 
@@ -42,10 +41,7 @@ void UninstallViewModel::loadApps() {
 }
 
 void UninstallViewModel::refreshFreeSpace() {
-    const core::HealthScore health = core::LumvaleScanner::healthScore(m_disk);
-    m_freeSpaceText = ::tr(QStringLiteral("word_free_space")) + QStringLiteral(" : ")
-                      + display::size(health.freeDiskBytes) + QChar(u' ') + ::tr(QStringLiteral("word_of"))
-                      + QChar(u' ') + display::size(health.totalDiskBytes);
+    m_freeSpaceText = display::freeSpace(core::LumvaleScanner::healthScore(m_disk));
     Q_EMIT freeSpaceTextChanged();
 }
 
@@ -69,8 +65,8 @@ void UninstallViewModel::select(int row) {
 void UninstallViewModel::takeLeftovers(const std::string& appId, std::vector<core::ScanItem> items) {
     if (!m_selectedApp || m_selectedApp->id != appId)
         return;
-    // An application picked twice is searched twice: the later result would tick again what was unticked
-    // since the first.
+    // An application selected twice is searched twice: the second result would check files again that the
+    // user has unchecked since the first.
     if (!m_isSearchingLeftovers)
         return;
     std::set<std::string> ids = checked();
@@ -107,7 +103,7 @@ void UninstallViewModel::confirmUninstall() {
         return;
     const core::InstalledApp app = *m_selectedApp;
     const std::int64_t bytes = selectedBytes();
-    // What could not be moved stays where it is; entry and banner tell what was asked for.
+    // Failures are ignored: the history and the banner report the selection.
     (void)core::LumvaleScanner::deletePaths(checkedPaths(), m_disk);
     m_history.record(app.name, bytes);
     m_lastUninstalled = app.name;

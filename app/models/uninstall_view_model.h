@@ -14,9 +14,9 @@
 #include <string>
 #include <vector>
 
-/// The state behind the uninstall screen. Interface thread only; applications and their files are searched in
-/// the background, and what comes after the model has gone, or after another application was picked, is
-/// dropped. Observers are told once the new value can be read.
+/// The view model of the uninstall screen. Interface thread only. Applications and their files are searched
+/// in the background; results that arrive after the model is destroyed or another application is selected are
+/// dropped. Change signals are emitted after the new value is readable.
 class UninstallViewModel : public QObject {
     Q_OBJECT
     Q_PROPERTY(InstalledAppsModel* apps READ appsModel CONSTANT)
@@ -38,7 +38,7 @@ class UninstallViewModel : public QObject {
     Q_PROPERTY(QString freeSpaceText READ freeSpaceText NOTIFY freeSpaceTextChanged)
 
 public:
-    /// Starts nothing and touches no file.
+    /// Does not access the disk.
     UninstallViewModel(platform::Disk disk, HistoryStore& history, platform::Executor executor,
                        QObject* parent = nullptr);
 
@@ -48,7 +48,7 @@ public:
     const std::vector<core::ScanItem>& leftovers() const { return m_leftovers.rows(); }
     bool isSearchingLeftovers() const { return m_isSearchingLeftovers; }
     const std::set<std::string>& checked() const { return m_leftovers.checked(); }
-    std::int64_t selectedBytes() const; ///< of the ticked, computed at each call; 0 without an application
+    std::int64_t selectedBytes() const; ///< total size of the checked entries; 0 without an application
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
     const std::optional<std::string>& lastUninstalled() const { return m_lastUninstalled; }
     const QString& freeSpaceText() const { return m_freeSpaceText; }
@@ -59,13 +59,15 @@ public:
     Q_INVOKABLE void loadApps();
     Q_INVOKABLE void refreshFreeSpace();
     void select(core::InstalledApp app);
-    Q_INVOKABLE void select(int row);  ///< of the list of applications
-    Q_INVOKABLE void clearSelection(); ///< back to that list
+    Q_INVOKABLE void select(int row); ///< ignores rows that do not exist
+    Q_INVOKABLE void clearSelection();
     Q_INVOKABLE void toggleSelectedApp();
     Q_INVOKABLE void requestUninstall() { setShowDeleteConfirm(true); }
-    Q_INVOKABLE void confirmUninstall(); ///< blocks while files are moved
+    /// Deletes the checked files, then the application if checked, and records the deletion in the history
+    /// even if a file could not be deleted. Blocks.
+    Q_INVOKABLE void confirmUninstall();
 
-    // The same state as the screen shows it; empty for what is absent.
+    // The same state for QML; texts are empty for absent values.
     InstalledAppsModel* appsModel() { return &m_apps; }
     bool hasApps() const { return !apps().empty(); }
     bool hasSelectedApp() const { return m_selectedApp.has_value(); }
@@ -96,7 +98,7 @@ private:
     void setLeftovers(std::vector<core::ScanItem> items);
     void setIsSearchingLeftovers(bool isSearching);
     void takeLeftovers(const std::string& appId, std::vector<core::ScanItem> items);
-    std::vector<std::string> checkedPaths() const; ///< files in the order of the list, then the application
+    std::vector<std::string> checkedPaths() const; ///< in the order of the list, then the application
 
     platform::Disk m_disk;
     HistoryStore& m_history;
@@ -104,7 +106,7 @@ private:
     InstalledAppsModel m_apps;
     bool m_isLoadingApps = false;
     std::optional<core::InstalledApp> m_selectedApp;
-    ScanItemsModel m_leftovers; ///< and what is ticked, the application itself included
+    ScanItemsModel m_leftovers; ///< also stores whether the application is checked
     bool m_isSearchingLeftovers = false;
     bool m_showDeleteConfirm = false;
     std::optional<std::string> m_lastUninstalled;

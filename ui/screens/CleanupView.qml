@@ -40,8 +40,8 @@ FocusScope {
                 anchors.right: storageButton.left
                 anchors.rightMargin: 16
                 score: root.model.healthScore
-                freeDisk: root.model.freeDisk
-                totalDisk: root.model.totalDisk
+                labelKey: root.model.healthKey
+                freeSpaceText: root.model.freeSpaceText
             }
 
             QuietButton {

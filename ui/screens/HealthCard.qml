@@ -7,17 +7,20 @@ Panel {
     id: root
 
     required property int score
-    required property string freeDisk
-    required property string totalDisk
+    required property string labelKey
+    required property string freeSpaceText
 
-    readonly property color healthColor: score >= 65 ? GCColor.glowTeal : score >= 40 ? GCColor.amber : GCColor.danger
-    readonly property real lineWidth: 10
-
-    function labelKey(score: int): string {
-        if (score > 100 || score < 40)
-            return "health_clean";
-        return score >= 85 ? "health_excellent" : score >= 65 ? "health_good" : "health_watch";
+    readonly property color healthColor: {
+        switch (labelKey) {
+        case "health_clean":
+            return GCColor.danger;
+        case "health_watch":
+            return GCColor.amber;
+        default:
+            return GCColor.glowTeal;
+        }
     }
+    readonly property real lineWidth: 10
 
     implicitHeight: gauge.height + 2 * Metrics.cardPadding
 
@@ -63,14 +66,14 @@ Panel {
         Label {
             width: parent.width
             objectName: "healthLabel"
-            text: Texts.tr(root.labelKey(root.score))
+            text: Texts.tr(root.labelKey)
             font: Type.heading
             Accessible.name: text + ", " + root.score
         }
 
         Label {
             width: parent.width
-            text: Texts.tr("word_free_space") + " : " + root.freeDisk + " " + Texts.tr("word_of") + " " + root.totalDisk
+            text: root.freeSpaceText
             font: Type.message
             color: GCColor.textSecondary
         }
