@@ -10,7 +10,7 @@ struct Names {
     QStringView shown;
 };
 
-/// In the order of the enumeration.
+/// In the order of the enumerators.
 constexpr Names names[] = {
     {u"automatic", u"Automatique"},
     {u"fr", u"Français"},

@@ -5,7 +5,8 @@
 
 #include <QString>
 
-/// An interface language, or the wish to follow the system's; in the order of every language menu.
+/// The user's choice of the interface language; automatic follows the system. In the order of the language
+/// menu.
 enum class AppLanguage { automatic, fr, en, srLatin, srCyrillic, de, es, it, pt, ru };
 
 inline constexpr std::array allAppLanguages{
@@ -13,11 +14,11 @@ inline constexpr std::array allAppLanguages{
     AppLanguage::de,        AppLanguage::es, AppLanguage::it, AppLanguage::pt,      AppLanguage::ru,
 };
 
-/// The name under which a choice is stored.
+/// Returns the identifier by which a choice is stored in the settings.
 QString rawValue(AppLanguage language);
 
-/// The language stored under exactly this name.
+/// Returns the choice with this identifier; nothing if there is none. Case-sensitive.
 std::optional<AppLanguage> appLanguage(const QString& rawValue);
 
-/// The language's name in itself, whatever the interface's language.
+/// Returns the name of a language in that language.
 QString displayName(AppLanguage language);

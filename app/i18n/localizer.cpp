@@ -34,17 +34,13 @@ void Localizer::setLanguage(AppLanguage language) {
 
 AppLanguage Localizer::effective() const {
     const AppLanguage choice = m_language;
-    // The system is asked only when its answer counts: this runs for every text on the screen.
+    // Called for every text on the screen, so the system is queried only if necessary.
     return choice == AppLanguage::automatic ? effectiveLanguage(choice, platform::preferredLanguages())
                                             : choice;
 }
 
 QString Localizer::text(const QString& key) const {
-    const auto& table = Translations::table();
-    const auto texts = table.constFind(key);
-    if (texts == table.constEnd())
-        return key;
-    return texts->value(effective(), texts->value(AppLanguage::fr, key));
+    return Translations::text(key, effective());
 }
 
 void Localizer::setLanguageIndex(int index) {

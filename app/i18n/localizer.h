@@ -9,8 +9,7 @@
 #include <QString>
 #include <QStringList>
 
-/// The language of the interface: the user's choice, kept among the program's settings. One for the whole
-/// run; written on the interface thread only.
+/// The interface language. The user's choice is stored in QSettings. Written on the interface thread only.
 class Localizer : public QObject {
     Q_OBJECT
     Q_PROPERTY(int language READ languageIndex WRITE setLanguageIndex NOTIFY languageChanged)
@@ -20,26 +19,26 @@ class Localizer : public QObject {
 public:
     /// Reads the stored choice; writes nothing.
     explicit Localizer(QObject* parent = nullptr);
-    static Localizer& shared(); ///< made by the first call, which the interface thread makes
+    static Localizer& shared(); ///< created by the first call, which must be on the interface thread
 
     AppLanguage language() const { return m_language; }
-    void setLanguage(AppLanguage language); ///< stores it, then tells
+    void setLanguage(AppLanguage language); ///< stores it, then emits languageChanged()
 
-    /// The language of the texts: the choice, or the first that the system prefers. Never automatic. Any
-    /// thread.
+    /// Returns the language in use: the choice, or the system's preferred language for automatic. Never
+    /// returns automatic. Any thread.
     AppLanguage effective() const;
 
-    /// The text of `key` in the effective language, else in French, else the key. Any thread.
+    /// Returns the text of `key` in the effective language; see Translations::text(). Any thread.
     QString text(const QString& key) const;
 
-    // What screens bind to: languages by their place in the menu.
+    // For QML. Indexes are positions in allAppLanguages.
     int languageIndex() const { return static_cast<int>(language()); }
     void setLanguageIndex(int index);
-    QString languageName() const; ///< of the choice
+    QString languageName() const; ///< name of the choice
     QStringList languageNames() const;
 
-    /// The text of `key`. `language` is not looked at: naming the property in a binding makes the binding
-    /// follow it.
+    /// Returns text(key). `language` is ignored: a binding that passes the property is evaluated again when
+    /// the language changes.
     Q_INVOKABLE QString tr(int language, const QString& key) const;
 
 Q_SIGNALS:
@@ -49,10 +48,12 @@ private:
     std::atomic<AppLanguage> m_language;
 };
 
-/// The effective language for a choice and the system's preferred languages.
+/// Returns the language in use for a choice and the system's preferred languages (BCP 47 tags, most preferred
+/// first); French if none is supported.
 AppLanguage effectiveLanguage(AppLanguage choice, const std::vector<std::string>& preferred);
 
-/// The text of `key` in the interface language. Any thread.
+/// Returns the text of `key` in the interface language. Any thread.
 QString tr(const QString& key);
 
+/// Returns the category's name in the interface language. Any thread.
 QString localizedCategoryName(core::ScanCategory category);

@@ -6,29 +6,43 @@
 
 using namespace Qt::StringLiterals;
 
+namespace Translations {
+
 namespace {
 
-/// The texts of one language; none while the program carries no file for it.
-QJsonObject textsIn(AppLanguage language) {
-    QFile file(u":/i18n/%1.json"_s.arg(rawValue(language)));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QJsonDocument::fromJson(file.readAll()).object();
+Texts readTexts(const QString& folder) {
+    Texts texts;
+    for (const AppLanguage language : allAppLanguages) {
+        QFile file(u"%1/%2.json"_s.arg(folder, rawValue(language)));
+        if (!file.open(QIODevice::ReadOnly)) // there is none for automatic
+            continue;
+        const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();
+        for (auto text = object.begin(); text != object.end(); ++text)
+            texts[text.key()].insert(language, text.value().toString());
+    }
+    return texts;
 }
 
-QHash<QString, QHash<AppLanguage, QString>> readTable() {
-    QHash<QString, QHash<AppLanguage, QString>> table;
-    for (const AppLanguage language : allAppLanguages) {
-        const QJsonObject texts = textsIn(language);
-        for (auto text = texts.begin(); text != texts.end(); ++text)
-            table[text.key()].insert(language, text.value().toString());
-    }
-    return table;
+/// Texts that are not part of the table.
+const Texts& additionalTexts() {
+    static const Texts texts = readTexts(u":/additional_texts"_s);
+    return texts;
 }
 
 } // namespace
 
-const QHash<QString, QHash<AppLanguage, QString>>& Translations::table() {
-    static const QHash<QString, QHash<AppLanguage, QString>> table = readTable();
-    return table;
+const Texts& table() {
+    static const Texts texts = readTexts(u":/i18n"_s);
+    return texts;
 }
+
+QString text(const QString& key, AppLanguage language) {
+    for (const Texts* texts : {&table(), &additionalTexts()}) {
+        const auto found = texts->constFind(key);
+        if (found != texts->constEnd())
+            return found->value(language, found->value(AppLanguage::fr, key));
+    }
+    return key;
+}
+
+} // namespace Translations

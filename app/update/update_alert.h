@@ -6,7 +6,7 @@
 #include <QString>
 #include <QUrl>
 
-/// What is said of a newer version, in one language.
+/// The texts of the dialog that announces a newer version.
 struct UpdateAlert {
     Q_GADGET
     Q_PROPERTY(QString title MEMBER title)
@@ -18,15 +18,16 @@ struct UpdateAlert {
 public:
     QString title;
     QString message;
-    QString download; ///< the button that opens the page
-    QString later;    ///< the button that does nothing
-    QUrl page;
+    QString download; ///< label of the button that opens the page
+    QString later;    ///< label of the button that closes the dialog
+    QUrl page;        ///< download page
 };
 
 namespace UpdateChecker {
 
-/// What is said in the language of this code, in French for one that it doesn't know. `version` is what the
-/// maker calls it, which may be any text: what would harm the reading is left out.
+/// Returns the texts in the language of `languageCode`: a rawValue() of AppLanguage, or "sr" or "sr-Cyrl" for
+/// Serbian; French for any other code. `name` is the program's, `version` the new version, which may be any
+/// bytes and is made displayable, and `current` the version that is running.
 UpdateAlert alertIn(const QString& languageCode, const QString& name, std::string_view version,
                     const QString& current, const QUrl& page);
 
