@@ -2,7 +2,8 @@
 
 #include <QString>
 
-/// What the program says of itself, as the build was told; a Mac reads the same in the bundle's information.
+/// The program's identity, set by the build. On macOS the bundle's Info.plist has the same values under the
+/// keys given.
 namespace Identity {
 
 QString name();       ///< "CFBundleName"

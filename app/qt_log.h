@@ -1,5 +1,5 @@
 #pragma once
 
-/// Keeps the toolkit from printing what is no event of this program: a broken picture, a machine that can't
-/// speak TLS. From any thread; once is enough, and more does no harm.
+/// Disables Qt's log messages about damaged images and missing TLS support, which the program handles itself.
+/// Any thread; further calls have no effect.
 void silenceQt();

@@ -23,8 +23,7 @@ int main(int argc, char* argv[]) {
     }
     platform::Disk::setCurrent(std::move(*disk));
 
-    // What cleans up leaves nothing of its own to clean: without these the toolkit keeps caches in the user's
-    // folder.
+    // A cleaner should not create caches: by default Qt writes some to the user's cache folder.
     qputenv("QML_DISABLE_DISK_CACHE", "1");
     QGuiApplication::setAttribute(Qt::AA_DisableShaderDiskCache);
 
@@ -46,7 +45,6 @@ int main(int argc, char* argv[]) {
     if (!window->window())
         return EXIT_FAILURE;
     const int status = QGuiApplication::exec();
-    // Background work may still be under way. Nobody waits for it any more, and the user who closes the
-    // window shall not have to either: it reads, or writes what is written whole or not at all.
+    // Exits without waiting for background jobs: they only read, or write files atomically.
     std::quick_exit(status);
 }

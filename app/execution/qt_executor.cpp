@@ -6,18 +6,18 @@
 #include <algorithm>
 
 platform::Executor qtExecutor() {
-    // A job mostly waits for the disk. With a thread per core, what a screen waits for could queue behind the
-    // scans of screens that are gone.
-    constexpr int enoughThreads = 16;
+    // Jobs mostly wait for the disk. With one thread per core, the job of the current screen could wait for
+    // scans started by closed screens.
+    constexpr int minThreads = 16;
     QThreadPool* pool = QThreadPool::globalInstance();
-    pool->setMaxThreadCount(std::max(pool->maxThreadCount(), enoughThreads));
+    pool->setMaxThreadCount(std::max(pool->maxThreadCount(), minThreads));
 
     return {
         .background = [pool](platform::Executor::Job job) { pool->start(std::move(job)); },
         .interfaceThread =
             [](platform::Executor::Job job) {
-                // The application object waits for the pool before it is gone, having hidden itself first: a
-                // job that sees it may post to it.
+                // No race with the end of the program: the destructor of QCoreApplication first resets
+                // instance(), then waits for the global thread pool.
                 if (QCoreApplication* application = QCoreApplication::instance())
                     QMetaObject::invokeMethod(application, std::move(job), Qt::QueuedConnection);
             },

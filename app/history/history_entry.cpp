@@ -10,11 +10,11 @@
 
 namespace {
 
-constexpr double from1970To2001 = 978'307'200; // seconds
+constexpr double secondsFrom1970To2001 = 978'307'200;
 
-/// The shortest decimal form that reads back to the same number: plain while every whole number can be told
-/// apart, with an exponent beyond.
-std::string shortest(double number) {
+/// Returns the shortest decimal form that converts back to the same number; with an exponent above 2^53.
+/// nlohmann::json formats some numbers differently, which would change the ids and the files.
+std::string shortestDecimal(double number) {
     const auto format = std::abs(number) <= 0x1p53 ? std::chars_format::fixed : std::chars_format::scientific;
     char buffer[std::numeric_limits<double>::max_exponent10 + 32];
     const auto [end, error] = std::to_chars(std::begin(buffer), std::end(buffer), number, format);
@@ -37,15 +37,15 @@ void appendQuoted(std::string& json, std::string_view text) {
     json += '"';
 }
 
-/// Takes the entries out of a history file as it is read, without building a tree of it: memory follows the
-/// entries, however the file is nested, and reading ends at the first thing that is out of place.
+/// Reads a history file without building a document tree: deeply nested files take no memory, and parsing
+/// stops at the first unexpected value.
 class HistoryReader : public nlohmann::json::json_sax_t {
 public:
     std::vector<HistoryEntry> entries;
 
-    bool null() override { return isForeign(); }
-    bool boolean(bool) override { return isForeign(); }
-    bool binary(binary_t&) override { return isForeign(); }
+    bool null() override { return isUnknownValue(); }
+    bool boolean(bool) override { return isUnknownValue(); }
+    bool binary(binary_t&) override { return isUnknownValue(); }
 
     bool number_float(double value, const std::string&) override { return takeDate(value); }
     bool number_integer(std::int64_t value) override {
@@ -58,13 +58,13 @@ public:
 
     bool string(std::string& value) override {
         if (!isMember(name))
-            return isForeign();
+            return isUnknownValue();
         m_entry.name = std::move(value);
         m_found |= name;
         return true;
     }
 
-    bool start_array(std::size_t) override { return ++m_depth == 1 || isBelowForeign(); }
+    bool start_array(std::size_t) override { return ++m_depth == 1 || isUnknownContainer(); }
     bool end_array() override {
         --m_depth;
         return true;
@@ -72,7 +72,7 @@ public:
 
     bool start_object(std::size_t) override {
         if (++m_depth != 2)
-            return isBelowForeign();
+            return isUnknownContainer();
         m_entry = {};
         m_member = m_found = none;
         return true;
@@ -104,16 +104,16 @@ private:
 
     bool isMember(Member member) const { return m_depth == 2 && m_member == member; }
 
-    /// Whether a value belongs to no member of ours and so may be anything.
-    bool isForeign() const { return m_depth > 2 || isMember(none); }
+    /// Returns whether a value belongs to an unknown member, so that any value is accepted.
+    bool isUnknownValue() const { return m_depth > 2 || isMember(none); }
 
     /// The same for an array or object that has just begun.
-    bool isBelowForeign() const { return m_depth > 2 && m_member == none; }
+    bool isUnknownContainer() const { return m_depth > 2 && m_member == none; }
 
     bool takeDate(double value) {
         if (!isMember(date))
-            return isForeign();
-        m_entry.date = platform::Date(platform::Date::duration(value + from1970To2001));
+            return isUnknownValue();
+        m_entry.date = platform::Date(platform::Date::duration(value + secondsFrom1970To2001));
         m_found |= date;
         return true;
     }
@@ -128,14 +128,14 @@ private:
 
     std::size_t m_depth = 0;
     HistoryEntry m_entry;
-    unsigned m_member = none; ///< the member of ours whose value comes next
-    unsigned m_found = none;  ///< those that the current object has had
+    unsigned m_member = none; ///< known member whose value is next
+    unsigned m_found = none;  ///< known members of the current object so far
 };
 
 } // namespace
 
 std::string HistoryEntry::id() const {
-    return shortest(platform::secondsSince1970(date)) + '-' + name;
+    return shortestDecimal(platform::secondsSince1970(date)) + '-' + name;
 }
 
 std::string encodeHistory(const std::vector<HistoryEntry>& entries) {
@@ -144,7 +144,7 @@ std::string encodeHistory(const std::vector<HistoryEntry>& entries) {
         if (json.size() > 1)
             json += ',';
         json += R"({"date":)";
-        json += shortest(platform::secondsSince1970(entry.date) - from1970To2001);
+        json += shortestDecimal(platform::secondsSince1970(entry.date) - secondsFrom1970To2001);
         json += R"(,"name":)";
         appendQuoted(json, entry.name);
         json += R"(,"sizeBytes":)";

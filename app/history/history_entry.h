@@ -8,21 +8,23 @@
 #include <string_view>
 #include <vector>
 
-/// One deletion, as the history keeps it.
+/// One deletion in the history.
 struct HistoryEntry {
     platform::Date date;
-    std::string name; ///< UTF-8, as it was shown
+    std::string name; ///< UTF-8
     std::int64_t sizeBytes = 0;
 
-    /// The date in seconds since 1970 in the shortest decimal form that reads back, "-", the name.
+    /// Returns "<date>-<name>", with the date in seconds since 1970, in the shortest decimal form that
+    /// converts back to the same number.
     std::string id() const;
 
     bool operator==(const HistoryEntry&) const = default;
 };
 
-/// The entries as one compact JSON array (RFC 8259), dates in seconds since 2001.
+/// Returns the entries as a compact JSON array (RFC 8259) of objects with the members "date" (seconds since
+/// 2001-01-01 UTC), "name" and "sizeBytes".
 std::string encodeHistory(const std::vector<HistoryEntry>& entries);
 
-/// The entries of such an array; none when it is anything else or a member is missing or of another type.
-/// Unknown members are passed over.
+/// Returns the entries of such an array; nothing if `json` is malformed, or a member is missing or of another
+/// type. Ignores unknown members.
 std::optional<std::vector<HistoryEntry>> decodeHistory(std::string_view json);

@@ -9,10 +9,10 @@
 
 namespace {
 
-constexpr std::chrono::seconds keptFor{30 * 86'400};
+constexpr std::chrono::seconds maxAge{30 * 86'400};
 
-// Some half a million entries: more than thirty days bring forth, and little enough for the interface thread.
-constexpr std::size_t longestFile = std::size_t{64} * 1024 * 1024;
+// About 500,000 entries, more than 30 days can produce; parsed fast enough for the interface thread.
+constexpr std::size_t maxFileBytes = std::size_t{64} * 1024 * 1024;
 
 bool isNewer(const HistoryEntry& a, const HistoryEntry& b) {
     return a.date > b.date;
@@ -21,7 +21,7 @@ bool isNewer(const HistoryEntry& a, const HistoryEntry& b) {
 } // namespace
 
 HistoryStore::HistoryStore(platform::Disk disk, QObject* parent) : QObject(parent), m_disk(std::move(disk)) {
-    const platform::Result<std::string> json = platform::readFile(m_disk, path(), longestFile);
+    const platform::Result<std::string> json = platform::readFile(m_disk, path(), maxFileBytes);
     if (!json)
         return;
     if (auto entries = decodeHistory(*json)) {
@@ -42,10 +42,10 @@ void HistoryStore::record(std::string_view name, std::int64_t sizeBytes) {
 }
 
 void HistoryStore::prune(platform::Date now) {
-    const platform::Date cutOff = now - keptFor;
-    // Negated, so that a date which is no number goes too.
+    const platform::Date cutOff = now - maxAge;
+    // Negated so that NaN is removed as well.
     std::erase_if(m_entries, [&](const HistoryEntry& entry) { return !(entry.date >= cutOff); });
-    if (!std::is_sorted(m_entries.begin(), m_entries.end(), isNewer)) // seldom, and this runs for every entry
+    if (!std::is_sorted(m_entries.begin(), m_entries.end(), isNewer))
         std::stable_sort(m_entries.begin(), m_entries.end(), isNewer);
     Q_EMIT entriesChanged();
 }

@@ -5,26 +5,26 @@
 
 #include <QObject>
 
-/// What was deleted during the last 30 days, newest first, kept in a file on the disk. One for the whole run;
-/// interface thread only. A file that cannot be read or written is passed over in silence: the list in memory
-/// stays right.
+/// The deletions of the last 30 days, newest first, stored in a file on the disk. Interface thread only.
+/// Errors of reading or writing the file are ignored; the entries in memory remain valid.
 class HistoryStore : public QObject {
     Q_OBJECT
 
 public:
     /// Loads the file; never writes it.
     explicit HistoryStore(platform::Disk disk, QObject* parent = nullptr);
-    static HistoryStore& shared(); ///< of the current disk
+    static HistoryStore& shared(); ///< the store of the current disk, created by the first call
 
     const std::vector<HistoryEntry>& entries() const { return m_entries; }
 
-    /// Puts an entry dated now in front, drops what is too old, and writes the file. `name` may be any bytes.
+    /// Inserts an entry with the current date in front, prunes and saves. `name` may be any bytes.
     void record(std::string_view name, std::int64_t sizeBytes);
 
-    void prune(platform::Date now = platform::now()); ///< memory only
-    void save() const;
+    /// Removes entries older than 30 days and sorts newest first. Does not write the file.
+    void prune(platform::Date now = platform::now());
+    void save() const; ///< writes the file
 
-    /// Where the file lies, as a path of the disk.
+    /// Returns the path of the file on the disk.
     std::string path() const;
 
 Q_SIGNALS:

@@ -7,8 +7,8 @@
 
 namespace {
 
-/// What stands for a character that would not be seen itself but would move others: a line break makes a row
-/// of any height, a direction mark lets "gnp.exe" read "exe.png".
+/// Returns a visible replacement for an invisible character that affects others: a line break changes the
+/// height of a row, and a direction mark can display "gnp.exe" as "exe.png".
 QChar visible(QChar c) {
     const ushort code = c.unicode();
     if (code < 0x20)
@@ -32,13 +32,13 @@ QString display::text(std::string_view bytes) {
 }
 
 QString display::name(std::string_view bytes) {
-    constexpr int enough = 255; // as long as a file's may be
-    constexpr std::size_t bytesOfMore = 1024;
-    const QString whole = text(bytes.substr(0, bytesOfMore));
-    if (whole.size() <= enough)
+    constexpr int maxLength = 255;         // of a file name on most file systems
+    constexpr std::size_t maxBytes = 1024; // at least maxLength code units in UTF-8
+    const QString whole = text(bytes.substr(0, maxBytes));
+    if (whole.size() <= maxLength)
         return whole;
     QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, whole);
-    characters.setPosition(enough);
+    characters.setPosition(maxLength);
     if (!characters.isAtBoundary())
         characters.toPreviousBoundary();
     return whole.left(characters.position()) + QChar(u'…');

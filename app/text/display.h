@@ -8,27 +8,27 @@
 
 #include <QString>
 
-/// The one way from the core's records to text on the screen. There is no way back: what a text shows may
-/// stand for more than one path.
+/// Converts values of core records to text for the screen. The conversion is lossy: different paths may give
+/// the same text, so a text is never converted back.
 namespace display {
 
-/// Bytes as text of one line: U+FFFD for what isn't UTF-8 and for characters that change the direction of
-/// others, a picture for line breaks and other controls.
+/// Returns bytes as text of one line: U+FFFD for invalid UTF-8 and for Unicode direction controls and
+/// separators, a control picture (U+2400…) for line breaks and other ASCII controls.
 QString text(std::string_view bytes);
 
-/// The same of a name that a property list gives, and which may be of any length: no more of it than leaves
-/// room for what is said beside it.
+/// Returns the same for a name from a file, truncated to 255 UTF-16 code units and "…" at a character
+/// boundary.
 QString name(std::string_view bytes);
 
-/// A size in the user's locale.
+/// Returns a size in bytes formatted in the user's locale.
 QString size(std::int64_t bytes);
 
 } // namespace display
 
-/// The dates of rows.
+/// Dates of items.
 namespace ItemDateFormat {
 
-/// The day in the user's locale, medium style; none for no date.
+/// Returns the day in the user's locale, medium style; nothing without a date.
 std::optional<QString> string(std::optional<platform::Date> date);
 
 } // namespace ItemDateFormat

@@ -21,10 +21,10 @@ QNetworkRequest request(const QUrl& url, const QByteArray& authorities) {
     using enum QNetworkRequest::Attribute;
     QNetworkRequest request(url);
 
-    // All that is told is which program asks; of itself the toolkit would tell the system's language, too.
+    // By default Qt also sends the system's language.
     request.setRawHeader("User-Agent", Identity::name().toUtf8());
     request.setRawHeader("Accept-Language", "*");
-    // What comes is as long as it says: nothing small can unfold to something large.
+    // No compression, so that a small response cannot expand to a large one.
     request.setRawHeader("Accept-Encoding", "identity");
 
     request.setAttribute(CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
@@ -32,7 +32,7 @@ QNetworkRequest request(const QUrl& url, const QByteArray& authorities) {
     request.setAttribute(CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(AuthenticationReuseAttribute, QNetworkRequest::Manual);
     request.setAttribute(Http2AllowedAttribute, false);
-    // Left to itself, the toolkit waits for the end of what nobody reads, and may ask twice.
+    // With automatic redirects Qt downloads the body of a redirect and may repeat the request.
     request.setAttribute(RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
 
     if (!authorities.isEmpty()) {
@@ -43,8 +43,8 @@ QNetworkRequest request(const QUrl& url, const QByteArray& authorities) {
     return request;
 }
 
-/// Whether what was asked for is there, from beginning to end.
-bool isWhole(const QNetworkReply& reply) {
+/// Returns whether the reply has succeeded and is complete.
+bool isComplete(const QNetworkReply& reply) {
     constexpr int ok = 200;
     return reply.isFinished() && reply.error() == QNetworkReply::NoError
            && reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() == ok;
@@ -53,31 +53,31 @@ bool isWhole(const QNetworkReply& reply) {
 } // namespace
 
 std::optional<QByteArray> SecureFetch::run() const {
-    // Made for this one file and gone with it: cookies, credentials and connections die here.
+    // Local, so that no cookies, credentials or connections are shared with other requests.
     QNetworkAccessManager manager;
     QEventLoop loop;
-    QTimer::singleShot(limit, &loop, [] { QThread::currentThread()->quit(); });
+    QTimer::singleShot(timeout, &loop, [] { QThread::currentThread()->quit(); });
 
-    constexpr int mostRequests = 6;
+    constexpr int maxRequests = 6;
     QUrl next = url;
-    for (int requests = 0; requests < mostRequests && next.scheme() == "https"_L1; ++requests) {
+    for (int requests = 0; requests < maxRequests && next.scheme() == "https"_L1; ++requests) {
         const std::unique_ptr<QNetworkReply> reply(manager.get(request(next, authorities)));
-        reply->setReadBufferSize(mostBytes + 1);
+        reply->setReadBufferSize(maxBytes + 1);
         const auto redirection = [&] {
             return reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
         };
-        const auto endIfEnough = [&] {
-            if (reply->bytesAvailable() > mostBytes || !redirection().isEmpty())
+        const auto quitIfDone = [&] {
+            if (reply->bytesAvailable() > maxBytes || !redirection().isEmpty())
                 loop.quit();
         };
-        QObject::connect(reply.get(), &QNetworkReply::metaDataChanged, &loop, endIfEnough);
-        QObject::connect(reply.get(), &QIODevice::readyRead, &loop, endIfEnough);
+        QObject::connect(reply.get(), &QNetworkReply::metaDataChanged, &loop, quitIfDone);
+        QObject::connect(reply.get(), &QIODevice::readyRead, &loop, quitIfDone);
         QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
         loop.exec();
 
         if (redirection().isEmpty())
-            return isWhole(*reply) && reply->bytesAvailable() <= mostBytes ? std::optional(reply->readAll())
-                                                                           : std::nullopt;
+            return isComplete(*reply) && reply->bytesAvailable() <= maxBytes ? std::optional(reply->readAll())
+                                                                             : std::nullopt;
         next = next.resolved(redirection());
     }
     return std::nullopt;

@@ -6,16 +6,18 @@
 #include <QByteArray>
 #include <QUrl>
 
-/// What there is to know of a small file on the network.
+/// A download of a small file by HTTPS.
 struct SecureFetch {
     QUrl url; ///< https
-    qint64 mostBytes = 0;
-    std::chrono::milliseconds limit{}; ///< for everything
-    QByteArray authorities;            ///< those that are trusted, as PEM; the system's where empty
+    qint64 maxBytes = 0;
+    std::chrono::milliseconds timeout{}; ///< for the whole download, redirects included
+    QByteArray authorities;              ///< trusted certificate authorities as PEM; the system's if empty
 
-    /// Gets the file: nothing unless it came whole, in time, with the status 200, by https alone and from
-    /// whom the authorities vouch for. Keeps nothing, sends nothing of this machine, says nothing.
+    /// Returns the content of the file. Returns nothing unless the server has a valid certificate, every
+    /// redirect is HTTPS, the status is 200, and the file is complete, in time and at most `maxBytes` long.
+    /// Sends no cookies and no information about this machine except its address, stores nothing and logs
+    /// nothing.
     ///
-    /// Blocks. Belongs on a QThread of its own, whose quit() ends it.
+    /// Blocks. Must run on its own QThread: QThread::quit() aborts it, and a timeout calls quit().
     std::optional<QByteArray> run() const;
 };

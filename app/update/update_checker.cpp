@@ -21,23 +21,24 @@ namespace {
 const QString lastCheckKey = u"orvane.update.lastCheck"_s;
 const QString notifiedVersionKey = u"orvane.update.notifiedVersion"_s;
 
-constexpr double secondsOfADay = 86'400;
+constexpr double secondsPerDay = 86'400;
 
-/// Seconds since 1970; 0 where none is stored.
+/// Returns the time of the last successful check in seconds since 1970; 0 if there was none.
 double lastCheck() {
     const double stored = QSettings().value(lastCheckKey).toDouble();
     return std::isfinite(stored) ? stored : 0;
 }
 
-/// One check. It asks on the thread that it is, and shows on the one that made it; then it is gone.
+/// A check. Sends the request on its own thread, calls `show` on the thread that created it, then deletes
+/// itself.
 class Check : public QThread {
 public:
-    Check(QObject* owner, std::function<void(const UpdateAlert&)> show, UpdateChecker::Terms terms,
+    Check(QObject* owner, std::function<void(const UpdateAlert&)> show, UpdateChecker::Options options,
           double now)
-        : QThread(owner), m_show(std::move(show)), m_terms(std::move(terms)), m_now(now) {
+        : QThread(owner), m_show(std::move(show)), m_options(std::move(options)), m_now(now) {
         connect(this, &QThread::finished, this, [this] {
             if (m_version)
-                QTimer::singleShot(m_terms.delay, this, &Check::show);
+                QTimer::singleShot(m_options.delay, this, &Check::show);
             else
                 deleteLater();
         });
@@ -51,9 +52,9 @@ public:
 protected:
     void run() override {
         const auto answer = SecureFetch{.url = address(),
-                                        .mostBytes = UpdateDescription::mostBytes,
-                                        .limit = m_terms.limit,
-                                        .authorities = m_terms.authorities}
+                                        .maxBytes = UpdateDescription::maxBytes,
+                                        .timeout = m_options.timeout,
+                                        .authorities = m_options.authorities}
                                 .run();
         if (!answer)
             return;
@@ -61,13 +62,13 @@ protected:
             decodeUpdateDescription({answer->data(), static_cast<std::size_t>(answer->size())});
         if (!update)
             return;
-        const auto page = UpdateChecker::acceptablePage(update->page, m_terms.folder.host());
+        const auto page = UpdateChecker::acceptablePage(update->page, m_options.folder.host());
         if (!page)
             return;
 
         QSettings settings;
         settings.setValue(lastCheckKey, m_now);
-        if (UpdateChecker::isNewer(update->version, m_terms.version.toStdString())
+        if (UpdateChecker::isNewer(update->version, m_options.version.toStdString())
             && settings.value(notifiedVersionKey).toString() != QString::fromStdString(update->version)) {
             m_version = update->version;
             m_page = *page;
@@ -76,37 +77,38 @@ protected:
 
 private:
     QUrl address() const {
-        QUrl address = m_terms.folder;
-        address.setPath(address.path() + m_terms.name->toLower() + ".json"_L1);
+        QUrl address = m_options.folder;
+        address.setPath(address.path() + m_options.name->toLower() + ".json"_L1);
         return address;
     }
 
     void show() {
         QSettings().setValue(notifiedVersionKey, QString::fromStdString(*m_version));
-        m_show(UpdateChecker::alertIn(UpdateChecker::languageCode(), *m_terms.name, *m_version,
-                                      m_terms.version, m_page));
+        m_show(UpdateChecker::alertIn(UpdateChecker::languageCode(), *m_options.name, *m_version,
+                                      m_options.version, m_page));
         deleteLater();
     }
 
     const std::function<void(const UpdateAlert&)> m_show;
-    const UpdateChecker::Terms m_terms;
+    const UpdateChecker::Options m_options;
     const double m_now; ///< seconds since 1970
 
-    // What is to be said, once the thread is through.
+    // The new version to announce, set by the thread before it finishes.
     std::optional<std::string> m_version;
     QUrl m_page;
 };
 
 } // namespace
 
-QUrl UpdateChecker::Terms::ofBuild() {
+QUrl UpdateChecker::Options::defaultFolder() {
     return QUrl(u"https://" LUMVALE_UPDATE_HOST u"/maj/"_s);
 }
 
-void UpdateChecker::startIfNeeded(QObject* owner, std::function<void(const UpdateAlert&)> show, Terms terms) {
-    const double now = platform::secondsSince1970(terms.clock());
-    if (now - lastCheck() < secondsOfADay || !terms.name)
+void UpdateChecker::startIfNeeded(QObject* owner, std::function<void(const UpdateAlert&)> show,
+                                  Options options) {
+    const double now = platform::secondsSince1970(options.clock());
+    if (now - lastCheck() < secondsPerDay || !options.name)
         return;
     silenceQt();
-    (new Check(owner, std::move(show), std::move(terms), now))->start();
+    (new Check(owner, std::move(show), std::move(options), now))->start();
 }

@@ -13,30 +13,32 @@
 #include <QString>
 #include <QUrl>
 
-/// Asks the maker, once a day at most, whether there is a newer version, and says so once of each. Nothing
-/// else is ever said: whoever is offline doesn't notice. Interface thread only.
+/// Checks for a newer version at most once a day, and announces each new version once. Errors, such as a
+/// missing network connection, are ignored. Interface thread only.
 namespace UpdateChecker {
 
-/// Gives the code of the language of the texts; asked when they are shown. Set before the check is started.
+/// Returns the code of the language of the announcement, as alertIn() takes it. Called when the announcement
+/// is shown. Set it before startIfNeeded().
 inline std::function<QString()> languageCode = [] {
     return QStringLiteral("fr");
 };
 
-/// What a check needs to know; as it stands, what the build says.
-struct Terms {
+/// The options of a check. The defaults are those of the build.
+struct Options {
     std::optional<QString> name = Identity::name();
     QString version = Identity::version();
-    QUrl folder = ofBuild();     ///< where descriptions lie; a page to download from is on its host or below
-    QByteArray authorities = {}; ///< who vouches for it, as PEM; the system's where empty
+    QUrl folder = defaultFolder(); ///< of the descriptions; pages must be on its host or a subdomain
+    QByteArray authorities = {};   ///< trusted certificate authorities as PEM; the system's if empty
     std::function<platform::Date()> clock = platform::now;
-    std::chrono::milliseconds limit = std::chrono::seconds(10); ///< for the answer
-    std::chrono::milliseconds delay = std::chrono::seconds(8);  ///< for whoever has just started the program
+    std::chrono::milliseconds timeout = std::chrono::seconds(10); ///< of the request
+    std::chrono::milliseconds delay = std::chrono::seconds(8); ///< between the response and the announcement
 
-    static QUrl ofBuild();
+    static QUrl defaultFolder();
 };
 
-/// Starts the check, if it is due, and returns at once: all that takes time is done in the background. `show`
-/// is called later, once or not at all, on this thread. The check goes with `owner`, at the latest.
-void startIfNeeded(QObject* owner, std::function<void(const UpdateAlert&)> show, Terms terms = {});
+/// Starts a check in the background if the last successful one was at least a day ago, and returns
+/// immediately. Calls `show` on this thread at most once, if there is a newer version that has not been
+/// announced yet. The check is aborted when `owner` is destroyed.
+void startIfNeeded(QObject* owner, std::function<void(const UpdateAlert&)> show, Options options = {});
 
 } // namespace UpdateChecker

@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 
 std::optional<UpdateDescription> decodeUpdateDescription(std::string_view json) {
-    // The parser takes a NUL for the end.
+    // nlohmann::json ends the input at a NUL.
     if (json.find('\0') != std::string_view::npos)
         return std::nullopt;
     const auto description = nlohmann::json::parse(json, nullptr, /*allow_exceptions=*/false);

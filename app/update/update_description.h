@@ -5,14 +5,15 @@
 #include <string>
 #include <string_view>
 
-/// What the maker says of the newest version, as it came.
+/// The description of the newest version as received, not validated.
 struct UpdateDescription {
-    std::string version; ///< any text, numbers with dots between them where all is well
-    std::string page;    ///< any text, the address of the page to download it from where all is well
+    std::string version; ///< any text; normally numbers separated by dots
+    std::string page;    ///< any text; normally the URL of the download page
 
-    /// What is longer is no description, and not worth reading.
-    static constexpr std::size_t mostBytes = 9'999;
+    /// Limit for the size of a description.
+    static constexpr std::size_t maxBytes = 9'999;
 };
 
-/// Reads a description from JSON; nothing where it isn't one. Further members may hold anything.
+/// Returns the description in `json`; nothing unless it is an object with the strings "version" and "page".
+/// Ignores unknown members.
 std::optional<UpdateDescription> decodeUpdateDescription(std::string_view json);

@@ -5,12 +5,12 @@
 using namespace Qt::StringLiterals;
 
 std::optional<QUrl> UpdateChecker::acceptablePage(std::string_view text, const QString& domain) {
-    // Browsers drop line breaks, take a backslash for a slash, and some letters for others.
+    // Browsers remove line breaks, treat a backslash as a slash, and map some non-ASCII letters to ASCII.
     const bool isPlain =
         std::all_of(text.begin(), text.end(), [](char c) { return c > ' ' && c <= '~' && c != '\\'; });
     if (!isPlain || domain.isEmpty())
         return std::nullopt;
-    // What it reads is in lower case.
+    // QUrl converts the host to lower case.
     const QUrl page(QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size())), QUrl::StrictMode);
     const QString host = page.host();
     const QString ours = domain.toLower();

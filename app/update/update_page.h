@@ -8,9 +8,9 @@
 
 namespace UpdateChecker {
 
-/// The address of a page that may be opened in the browser: https, on `domain` or below it, and so plain that
-/// a browser can't read it in another way. Nothing for any other text. What is opened is what is returned,
-/// not the text.
+/// Returns the URL of a page that may be opened in the browser: HTTPS, with `domain` or a subdomain as the
+/// host, and without characters that browsers interpret differently from QUrl. Returns nothing for any other
+/// text. Open the returned URL, never `text`.
 std::optional<QUrl> acceptablePage(std::string_view text, const QString& domain);
 
 } // namespace UpdateChecker

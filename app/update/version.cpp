@@ -4,8 +4,8 @@
 
 namespace {
 
-/// Takes what stands before the next dot off the front of `version`, as the digits of its number without
-/// leading zeros, so that a number of any length can be compared: nothing for 0.
+/// Removes the next component that is not empty from `version`. Returns its digits without leading zeros, so
+/// that numbers of any length can be compared; empty for 0.
 std::string_view takeNumber(std::string_view& version) {
     std::string_view part;
     while (part.empty() && !version.empty()) {

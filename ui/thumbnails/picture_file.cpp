@@ -14,7 +14,7 @@ namespace {
 using namespace std::string_view_literals;
 
 /// Some decoders keep all that they read. Larger originals have a small rendition beside them.
-constexpr qint64 mostBytes = 64'000'000;
+constexpr qint64 maxBytes = 64'000'000;
 
 struct Signature {
     const char* format;
@@ -52,7 +52,7 @@ std::int64_t number(std::string_view bytes) {
 PictureFile::PictureFile(platform::Descriptor file, QDeadlineTimer deadline)
     : m_file(std::move(file)), m_deadline(deadline) {
     struct stat status {};
-    if (fstat(m_file.number(), &status) != 0 || status.st_size > mostBytes)
+    if (fstat(m_file.number(), &status) != 0 || status.st_size > maxBytes)
         return;
     m_fileSize = status.st_size;
     std::array<char, 16> start{};
