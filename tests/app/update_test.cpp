@@ -55,7 +55,7 @@ protected:
         for (const char* proxy : {"http_proxy", "https_proxy", "all_proxy", "HTTP_PROXY", "HTTPS_PROXY"})
             qunsetenv(proxy);
         QSettings().clear();
-        m_terms = termsFor(m_server);
+        m_options = optionsFor(m_server);
         UpdateChecker::languageCode = [] {
             return u"en"_s;
         };
@@ -69,7 +69,7 @@ protected:
         QSettings().clear();
     }
 
-    UpdateChecker::Terms termsFor(const UpdateServer& server) const {
+    UpdateChecker::Options optionsFor(const UpdateServer& server) const {
         return {.name = u"Lumvale"_s,
                 .version = u"1.4"_s,
                 .folder = server.url(u"/maj/"_s),
@@ -95,7 +95,7 @@ protected:
             [&](const UpdateAlert& alert) {
                 outcome.announced.append(alert.message + u' ' + alert.page.toString());
             },
-            m_terms);
+            m_options);
         EXPECT_TRUE(QTest::qWaitFor([&] { return owner.children().isEmpty(); }, 5'000));
         outcome.requests = m_server.takeRequests();
         const QSettings settings;
@@ -111,7 +111,7 @@ protected:
 
     const TestAuthority m_authority;
     UpdateServer m_server{m_authority.identity()};
-    UpdateChecker::Terms m_terms;
+    UpdateChecker::Options m_options;
     double m_now = today;
 };
 
@@ -253,7 +253,7 @@ TEST_F(UpdateTest, SendsOneRequestThatTellsOnlyWhichProgramAsks) {
     EXPECT_EQ(lines,
               QStringList({u"GET /maj/lumvale.json HTTP/1.1"_s, u"Accept-Encoding: identity"_s,
                            u"Accept-Language: *"_s, u"Cache-Control: no-cache"_s, u"Connection: Keep-Alive"_s,
-                           u"Host: localhost:%1"_s.arg(m_terms.folder.port()), u"Pragma: no-cache"_s,
+                           u"Host: localhost:%1"_s.arg(m_options.folder.port()), u"Pragma: no-cache"_s,
                            u"User-Agent: Lumvale"_s}))
         << qPrintable(lines.join(u'\n'));
 }
@@ -287,9 +287,9 @@ TEST_F(UpdateTest, AsksOnceADay) {
         EXPECT_EQ(outcome.stored.value(lastCheck), asks ? QVariant(today) : stored);
     }
     QSettings().clear();
-    m_terms.name.reset();
+    m_options.name.reset();
     expectNothing(check());
-    m_terms.name = u"Lum Vale%2F?"_s;
+    m_options.name = u"Lum Vale%2F?"_s;
     m_server.serve("/maj/lum%20vale%252f%3F.json", {UpdateServer::ok("{}")});
     EXPECT_EQ(check().requests.size(), 1);
 }
@@ -426,13 +426,13 @@ TEST_F(UpdateTest, AsksOnlyWhomTheAuthoritiesVouchFor) {
         UpdateServer server(identity);
         server.serve("/maj/lumvale.json",
                      {UpdateServer::ok(R"({"version":"1.5","page":"https://localhost/get"})")});
-        m_terms = termsFor(server);
+        m_options = optionsFor(server);
         expectNothing(check());
         EXPECT_TRUE(server.takeRequests().isEmpty());
     }
     // Nor does this machine know the tests' own.
-    m_terms = termsFor(m_server);
-    m_terms.authorities.clear();
+    m_options = optionsFor(m_server);
+    m_options.authorities.clear();
     serveUpdate("1.5");
     const Outcome outcome = check();
     expectNothing(outcome);
@@ -440,9 +440,9 @@ TEST_F(UpdateTest, AsksOnlyWhomTheAuthoritiesVouchFor) {
 }
 
 TEST_F(UpdateTest, GivesUpInTime) {
-    EXPECT_EQ(UpdateChecker::Terms().limit, 10s);
-    EXPECT_EQ(UpdateChecker::Terms().delay, 8s);
-    m_terms.limit = 150ms;
+    EXPECT_EQ(UpdateChecker::Options().timeout, 10s);
+    EXPECT_EQ(UpdateChecker::Options().delay, 8s);
+    m_options.timeout = 150ms;
     const std::pair<QByteArray, Then> cases[]{
         {"", Then::fallsSilent},
         {"HTTP/1.1 200 OK\r\nX: ", Then::goesOn},
@@ -466,12 +466,12 @@ TEST_F(UpdateTest, CostsNothingWhereNobodyAnswers) {
     closed.close();
     for (const QUrl& folder : {ofSilent, ofClosed, QUrl(u"https://nobody.invalid/maj/"_s)}) {
         SCOPED_TRACE(folder.toString().toStdString());
-        m_terms.folder = folder;
+        m_options.folder = folder;
         auto owner = std::make_unique<QObject>();
         QElapsedTimer timer;
         timer.start();
         UpdateChecker::startIfNeeded(
-            owner.get(), [](const UpdateAlert&) { ADD_FAILURE(); }, m_terms);
+            owner.get(), [](const UpdateAlert&) { ADD_FAILURE(); }, m_options);
         EXPECT_LT(timer.elapsed(), 500);
         EXPECT_TRUE(folder != ofSilent || silent.waitForNewConnection(5'000));
         // Whoever ends the program meanwhile doesn't wait either.
@@ -479,13 +479,13 @@ TEST_F(UpdateTest, CostsNothingWhereNobodyAnswers) {
         owner.reset();
         EXPECT_LT(timer.elapsed(), 1'000);
     }
-    m_terms.folder = ofClosed;
+    m_options.folder = ofClosed;
     expectNothing(check());
 }
 
 TEST_F(UpdateTest, WaitsBeforeItSpeaks) {
     serveUpdate("1.5");
-    m_terms.delay = 400ms;
+    m_options.delay = 400ms;
     const auto owner = std::make_unique<QObject>();
     QStringList shown;
     const auto start = [&](QObject* of) {
@@ -495,7 +495,7 @@ TEST_F(UpdateTest, WaitsBeforeItSpeaks) {
             [&](const UpdateAlert& alert) {
                 shown.append(alert.title + u' ' + QSettings().value(notifiedVersion).toString());
             },
-            m_terms);
+            m_options);
         ASSERT_TRUE(QTest::qWaitFor([] { return QSettings().contains(lastCheck); }));
         EXPECT_FALSE(QSettings().contains(notifiedVersion));
     };

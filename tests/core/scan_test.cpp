@@ -84,9 +84,9 @@ TEST(Scan, OldDownloadsAreOlderThanThirtyDaysToTheSecond) {
 
     const auto found =
         core::LumvaleScanner::scanOldDownloads(disk.disk(), at("~/Downloads"), boundary + month);
-    EXPECT_EQ(lines(measured(disk.disk(), found)),
+    EXPECT_EQ(lines(measureCandidates(disk.disk(), found)),
               (Lines{"Downloads/.older 3", "Downloads/folder 4", "Downloads/older 2"}));
-    for (const core::ScanItem& item : measured(disk.disk(), found)) {
+    for (const core::ScanItem& item : measureCandidates(disk.disk(), found)) {
         EXPECT_FALSE(item.safeByDefault);
         EXPECT_EQ(item.explanation, "exp_old_downloads");
     }

@@ -1,3 +1,4 @@
+#include "app/text/health_text.h"
 #include "tests/ui/window_test.h"
 
 #include <QColor>
@@ -173,11 +174,14 @@ void StyleTest::judgesHealthByItsBands() {
         {84, "health_good", "glowTeal"},       {65, "health_good", "glowTeal"},
         {64, "health_watch", "amber"},         {40, "health_watch", "amber"},
         {39, "health_clean", "danger"},        {0, "health_clean", "danger"},
-        {101, "health_clean", "glowTeal"},
+        {101, "health_clean", "danger"},
     };
     for (const auto& [score, key, color] : bands) {
-        const auto card = make(
-            "HealthCard { freeDisk: '1 GB'; totalDisk: '2 GB'; score: " + QByteArray::number(score) + " }");
+        core::HealthScore health;
+        health.score = score;
+        const QString labelKey = display::healthKey(health.band());
+        const auto card =
+            make("HealthCard { score: 50; freeSpaceText: ''; labelKey: '" + labelKey.toLatin1() + "' }");
         QCOMPARE(card->findChild<QObject*>("healthLabel")->property("text").toString(), translated(key));
         QCOMPARE(card->property("healthColor").value<QColor>(),
                  value("GCColor." + QByteArray(color)).value<QColor>());

@@ -10,7 +10,10 @@ namespace {
 
 const QUrl page("https://localhost/get");
 
-const UpdateAlert announcement = UpdateChecker::alertIn("en", "Lumvale", "1.5", "1.4", page);
+// Not a constant: the texts are resources, which static initializers may run before.
+UpdateAlert announcement() {
+    return UpdateChecker::alertIn("en", "Lumvale", "1.5", "1.4", page);
+}
 
 } // namespace
 
@@ -58,7 +61,7 @@ void UpdateTest::cleanup() {
 }
 
 void UpdateTest::announce() {
-    m_lumvale->announce(announcement);
+    m_lumvale->announce(announcement());
     QTRY_VERIFY(m_driver->isShown("download"));
     QCOMPARE(focused(), "download");
 }
@@ -137,7 +140,7 @@ void UpdateTest::standsAboveAConfirmationAndWaitsForWhatIsUnderWay() {
         QTRY_VERIFY(m_driver->isShown("confirm"));
         if (isUnderWay) { // as when the time has come while the files were being moved
             connect(m_driver->blockingAction(), &BlockingAction::ready, this,
-                    [this] { m_lumvale->announce(announcement); });
+                    [this] { m_lumvale->announce(announcement()); });
             QVERIFY(m_driver->click("confirm"));
             QTRY_VERIFY(m_driver->isShown("download"));
         } else {
