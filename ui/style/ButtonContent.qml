@@ -28,7 +28,7 @@ Item {
             visible: root.symbol.length > 0 && !root.busy
         }
 
-        BusySign {
+        Spinner {
             anchors.verticalCenter: parent.verticalCenter
             width: 12
             height: 12
