@@ -45,7 +45,7 @@ Rectangle {
             }
             GradientStop {
                 position: 1
-                color: GCColor.shade
+                color: GCColor.scrim
             }
         }
     }
@@ -85,7 +85,7 @@ Rectangle {
         anchors.margins: 7
         visible: !root.isKept
         isChecked: root.isChecked
-        color: GCColor.shade
+        color: GCColor.scrim
         outline: root.isHovered ? GCColor.textPrimary : GCColor.faded
         from: GCColor.danger
         to: GCColor.dangerLight

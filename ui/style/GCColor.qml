@@ -39,7 +39,7 @@ QtObject {
     readonly property color focus: alpha(glowTeal, 0.9)
     /// Dialogs lie above everything, so nothing may show through them.
     readonly property color dialog: Qt.rgba(0.075, 0.095, 0.14, 1)
-    readonly property color shade: Qt.rgba(0.01, 0.015, 0.03, 0.66)
+    readonly property color scrim: Qt.rgba(0.01, 0.015, 0.03, 0.66)
 
     /// Of the tiles of a map and of whatever stands for the same thing, by position, again from the first after the
     /// last.

@@ -34,7 +34,7 @@ T.Popup {
     }
 
     T.Overlay.modal: Rectangle {
-        color: GCColor.shade
+        color: GCColor.scrim
     }
 
     enter: Transition {
