@@ -58,7 +58,7 @@ PictureFile::PictureFile(platform::Descriptor file, QDeadlineTimer deadline)
     std::array<char, 16> start{};
     const qint64 length = readAt(0, start.data(), start.size());
     const QByteArray format = formatOf({start.data(), static_cast<std::size_t>(length)});
-    if (format == "png" ? !showPng() : format == "jpeg" && !isFrugalJpeg())
+    if (format == "png" ? !showPng() : format == "jpeg" && !fitsMemoryLimit())
         return;
     if (m_pieces.empty())
         show(0, m_fileSize);
@@ -108,7 +108,7 @@ void PictureFile::show(qint64 begin, qint64 end) {
 
 /// A picture whose colours or details come one after the other is kept whole by the decoder, in full size and
 /// without regard to any limit.
-bool PictureFile::isFrugalJpeg() const {
+bool PictureFile::fitsMemoryLimit() const {
     constexpr std::int64_t mostKept = 192'000'000;
     constexpr std::int64_t bytesOfValue = 2;
     char buffer[6];

@@ -38,7 +38,7 @@ private:
     qint64 readAt(qint64 offset, char* data, qint64 most) const; ///< 0 at the end, of the time as well
     std::string_view bytesAt(qint64 offset, qint64 count, char* buffer) const; ///< all of them, or none
     void show(qint64 begin, qint64 end);
-    bool isFrugalJpeg() const;
+    bool fitsMemoryLimit() const;
     bool showPng();
 
     platform::Descriptor m_file;
