@@ -28,7 +28,7 @@ FocusScope {
         anchors.top: parent.top
         anchors.bottom: footer.top
 
-        WalkableList {
+        KeyboardList {
             id: files
             objectName: "filesList"
             anchors.fill: parent

@@ -7,7 +7,7 @@ FocusScope {
     id: root
 
     required property UninstallViewModel model
-    required property WalkableList list
+    required property KeyboardList list
 
     signal toggled
 

@@ -76,7 +76,7 @@ FocusScope {
             text: Texts.tr("storage_breakdown_empty")
         }
 
-        WalkableList {
+        KeyboardList {
             id: list
             objectName: "appsList"
             anchors.fill: parent

@@ -12,7 +12,7 @@ FocusScope {
     required property string wasted
     required property string date
 
-    required property WalkableList list
+    required property KeyboardList list
     required property DuplicateGroupsModel groups
     /// The item that the keys are at while this is the current group.
     required property int column

@@ -5,7 +5,7 @@ import Lumvale.Style
 
 /// The groups of duplicates. Of the keys up and down lead from group to group, left and right along the items of one;
 /// Space and Return tick the item that they have led to.
-WalkableList {
+KeyboardList {
     id: root
 
     required property DuplicateGroupsModel groups

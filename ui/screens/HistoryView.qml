@@ -48,7 +48,7 @@ FocusScope {
             text: Texts.tr("history_empty")
         }
 
-        WalkableList {
+        KeyboardList {
             id: list
             objectName: "historyList"
             anchors.fill: parent

@@ -10,7 +10,7 @@ import Lumvale.Style
 ListView {
     id: root
 
-    required property WalkableList list
+    required property KeyboardList list
     /// Whether the keys are at its current photo.
     required property bool isWalked
     required property DuplicateGroupsModel groups

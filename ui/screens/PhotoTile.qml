@@ -16,7 +16,7 @@ FocusScope {
     required property bool isVideo
     required property bool checked
 
-    required property WalkableList list
+    required property KeyboardList list
     required property bool isCurrent
     /// What it has in common with the others of its group.
     required property string facts

@@ -25,7 +25,7 @@ Panel {
         text: Texts.tr("storage_breakdown_empty")
     }
 
-    WalkableList {
+    KeyboardList {
         id: list
         objectName: "resultsList"
         anchors.fill: parent

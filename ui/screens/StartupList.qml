@@ -4,7 +4,7 @@ import Lumvale
 import Lumvale.Style
 
 /// What starts at login; Space and Return press the button of the row that the keys have walked to.
-WalkableList {
+KeyboardList {
     id: root
 
     signal disableRequested(row: int)

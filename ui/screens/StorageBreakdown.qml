@@ -53,7 +53,7 @@ Item {
         lineHeight: 1.2
     }
 
-    WalkableList {
+    KeyboardList {
         id: rows
         objectName: "storageRows"
         anchors.left: parent.left

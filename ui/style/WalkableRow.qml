@@ -2,11 +2,11 @@ import QtQuick
 import QtQuick.Templates as T
 import Lumvale.Style
 
-/// A row of a WalkableList, all of it one button.
+/// A row of a KeyboardList, all of it one button.
 T.AbstractButton {
     id: root
 
-    property WalkableList list: ListView.view as WalkableList
+    property KeyboardList list: ListView.view as KeyboardList
     property bool isSelected: false
     property bool isCurrent: list !== null && list.isWalked && ListView.isCurrentItem
 
