@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale.Style
 
 /// One installed application: the whole row is the button that shows what belongs to it.
-WalkableRow {
+KeyboardRow {
     id: root
 
     required property string name

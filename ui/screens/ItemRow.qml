@@ -3,7 +3,7 @@ import Lumvale
 import Lumvale.Style
 
 /// One proposal: the whole row is the button that ticks it.
-WalkableRow {
+KeyboardRow {
     id: root
 
     required property string name

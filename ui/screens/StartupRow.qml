@@ -4,7 +4,7 @@ import Lumvale.Style
 
 /// One thing that starts at login, and its button. Keys and screen readers press the row, the pointer the
 /// button alone.
-WalkableRow {
+KeyboardRow {
     id: root
 
     required property string name

@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale.Style
 
 /// One entry with its size, and how much that is beside the largest: the whole row is the button that selects it.
-WalkableRow {
+KeyboardRow {
     id: root
 
     required property string name
