@@ -21,7 +21,7 @@ FocusScope {
         width: parent.width
         focus: true
         list: root.list
-        isCurrent: list.isWalked && list.currentIndex < 0
+        isCurrent: list.hasVisualFocus && list.currentIndex < 0
         name: root.model.selectedAppName
         explanation: "app_itself"
         size: root.model.selectedAppSize

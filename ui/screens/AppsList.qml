@@ -10,7 +10,7 @@ FocusScope {
     required property UninstallViewModel model
 
     /// Whether it is walked by keys.
-    readonly property bool isWalked: list.isWalked
+    readonly property bool hasVisualFocus: list.hasVisualFocus
 
     signal picked(row: int)
 

@@ -18,7 +18,7 @@ FocusScope {
     required property int column
 
     readonly property bool isCurrent: ListView.isCurrentItem
-    readonly property bool isWalked: isCurrent && list.isWalked
+    readonly property bool hasVisualFocus: isCurrent && list.hasVisualFocus
     readonly property string facts: itemCount + " × " + itemSize
     readonly property string gain: wasted + " " + Texts.tr("duplicates_wasted_suffix")
 
@@ -27,7 +27,7 @@ FocusScope {
     function follow(): void {
         if (isCurrent)
             photos.currentIndex = column;
-        if (isWalked)
+        if (hasVisualFocus)
             photos.reveal();
     }
 
@@ -37,7 +37,7 @@ FocusScope {
     Accessible.name: (date.length > 0 ? date + ", " : "") + facts + ", " + gain
     onColumnChanged: follow()
     onIsCurrentChanged: follow()
-    onIsWalkedChanged: follow()
+    onHasVisualFocusChanged: follow()
     ListView.onPooled: visible = false
     ListView.onReused: {
         visible = true;
@@ -91,7 +91,7 @@ FocusScope {
         y: 20
         focus: true
         list: root.list
-        isWalked: root.isWalked
+        hasVisualFocus: root.hasVisualFocus
         groups: root.groups
         group: root.index
         facts: root.itemSize + (root.date.length > 0 ? ", " + root.date : "")

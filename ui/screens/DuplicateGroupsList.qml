@@ -28,18 +28,18 @@ KeyboardList {
     }
 
     function toggleCurrent(): void {
-        isWalked = true;
+        hasVisualFocus = true;
         reveal();
         toggle(currentIndex, currentColumn);
     }
 
     function step(by: int): void {
-        isWalked = true;
+        hasVisualFocus = true;
         column = Math.max(0, Math.min(currentColumn + by, currentItemCount - 1));
     }
 
     function reveal(): void {
-        if (isWalked && currentIndex >= 0)
+        if (hasVisualFocus && currentIndex >= 0)
             positionViewAtIndex(currentIndex, ListView.Contain);
     }
 
@@ -52,7 +52,7 @@ KeyboardList {
     // Only keys scroll: what is clicked stays under the pointer, so that another click there is for the same one.
     highlightFollowsCurrentItem: false
     onCurrentIndexChanged: reveal()
-    onIsWalkedChanged: reveal()
+    onHasVisualFocusChanged: reveal()
     Accessible.name: Texts.tr("duplicates_title")
     Keys.onLeftPressed: step(-1)
     Keys.onRightPressed: step(1)

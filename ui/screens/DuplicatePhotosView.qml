@@ -16,7 +16,7 @@ FocusScope {
         if (isLoading)
             ThumbnailLoader.clear();
         else if (model.groupCount === 0 && list.focus)
-            header.takeFocus(list.isWalked ? Qt.TabFocusReason : Qt.MouseFocusReason);
+            header.takeFocus(list.hasVisualFocus ? Qt.TabFocusReason : Qt.MouseFocusReason);
     }
     Component.onDestruction: ThumbnailLoader.clear()
 

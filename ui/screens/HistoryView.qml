@@ -58,7 +58,7 @@ FocusScope {
 
             delegate: HistoryRow {
                 width: ListView.view.width - 2 * Metrics.listPadding
-                isCurrent: list.isWalked && ListView.isCurrentItem
+                isCurrent: list.hasVisualFocus && ListView.isCurrentItem
             }
         }
     }

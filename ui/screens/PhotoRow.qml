@@ -12,7 +12,7 @@ ListView {
 
     required property KeyboardList list
     /// Whether the keys are at its current photo.
-    required property bool isWalked
+    required property bool hasVisualFocus
     required property DuplicateGroupsModel groups
     required property int group
     /// What the photos have in common.
@@ -62,7 +62,7 @@ ListView {
 
         delegate: PhotoTile {
             list: root.list
-            isCurrent: root.isWalked && ListView.isCurrentItem
+            isCurrent: root.hasVisualFocus && ListView.isCurrentItem
             y: root.margin
             facts: root.facts
             onClicked: root.toggled(index)

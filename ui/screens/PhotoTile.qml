@@ -90,7 +90,7 @@ FocusScope {
         onClicked: root.clicked()
         // It takes Space itself: the list would never hear of it.
         Keys.onPressed: event => {
-            root.list.isWalked = true;
+            root.list.hasVisualFocus = true;
             event.accepted = false;
         }
 

@@ -97,7 +97,7 @@ FocusScope {
         // The row that had the keyboard may be gone by then, so it goes back to the list, as it came from there.
         onAboutToShow: {
             returnTo = null;
-            returnReason = list.isWalked ? Qt.TabFocusReason : Qt.MouseFocusReason;
+            returnReason = list.hasVisualFocus ? Qt.TabFocusReason : Qt.MouseFocusReason;
         }
         onConfirmed: root.model.confirmDisable()
         onFocusLost: reason => list.takeFocus(reason)

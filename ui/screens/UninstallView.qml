@@ -20,7 +20,7 @@ FocusScope {
                                        : ""
 
     function open(row: int): void {
-        reason = apps.isWalked ? Qt.TabFocusReason : Qt.MouseFocusReason;
+        reason = apps.hasVisualFocus ? Qt.TabFocusReason : Qt.MouseFocusReason;
         model.select(row);
         waiting.forceActiveFocus(reason);
     }

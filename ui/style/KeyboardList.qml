@@ -7,7 +7,7 @@ ListView {
     id: root
 
     /// Whether the rows are walked by keys.
-    property bool isWalked: false
+    property bool hasVisualFocus: false
     /// Where the walk begins: -1 where the header is a row as well.
     property int firstRow: 0
     /// Whether the pointer is just giving it the keyboard.
@@ -17,7 +17,7 @@ ListView {
         isClicked = reason === Qt.MouseFocusReason;
         forceActiveFocus(reason);
         isClicked = false;
-        isWalked = reason !== Qt.MouseFocusReason;
+        hasVisualFocus = reason !== Qt.MouseFocusReason;
     }
 
     /// Where a key leads from the current row; before the first when it isn't for walking. A step down is the view's.
@@ -54,14 +54,14 @@ ListView {
     onActiveFocusChanged: {
         // What has the keyboard in the list knows whether a click brought it there.
         const holder = Window.activeFocusItem as T.Control;
-        isWalked = activeFocus && !isClicked && !(holder && holder.focusReason === Qt.MouseFocusReason);
+        hasVisualFocus = activeFocus && !isClicked && !(holder && holder.focusReason === Qt.MouseFocusReason);
         if (activeFocus && currentIndex < firstRow)
             currentIndex = firstRow;
     }
     // Where rows have gone, the last of those that are left.
     onCountChanged: currentIndex = Math.min(currentIndex, count - 1)
     Keys.onPressed: event => {
-        isWalked = true;
+        hasVisualFocus = true;
         const row = rowByKey(event.key);
         event.accepted = row >= firstRow;
         if (event.accepted)

@@ -8,7 +8,7 @@ T.AbstractButton {
 
     property KeyboardList list: ListView.view as KeyboardList
     property bool isSelected: false
-    property bool isCurrent: list !== null && list.isWalked && ListView.isCurrentItem
+    property bool isCurrent: list !== null && list.hasVisualFocus && ListView.isCurrentItem
 
     objectName: "row"
     hoverEnabled: true
@@ -19,7 +19,7 @@ T.AbstractButton {
     ListView.onReused: visible = true
     // The current row has the keyboard and takes Space itself: the list would never hear of it.
     Keys.onPressed: event => {
-        list.isWalked = true;
+        list.hasVisualFocus = true;
         event.accepted = false;
     }
 
