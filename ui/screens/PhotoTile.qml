@@ -94,7 +94,7 @@ FocusScope {
             event.accepted = false;
         }
 
-        RowPointer {
+        RowPointerHandler {
             list: root.list
         }
     }

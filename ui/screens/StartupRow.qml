@@ -72,7 +72,7 @@ KeyboardRow {
         Accessible.ignored: true
         onClicked: root.clicked()
 
-        RowPointer {
+        RowPointerHandler {
             list: root.list
         }
     }

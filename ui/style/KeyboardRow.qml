@@ -23,7 +23,7 @@ T.AbstractButton {
         event.accepted = false;
     }
 
-    RowPointer {
+    RowPointerHandler {
         list: root.list
     }
 
