@@ -16,7 +16,7 @@ Item {
         seen: root
     }
 
-    Halo {
+    RectangularGlow {
         glow: GCColor.glowTeal
         opacity: 0.22 + 0.1 * root.phase
         radius: root.width / 2
@@ -40,7 +40,7 @@ Item {
             }
         }
 
-        Halo {
+        RectangularGlow {
             glow: GCColor.glowTeal
             opacity: 0.4 + 0.2 * root.phase
             radius: parent.radius

@@ -27,7 +27,7 @@ Row {
             radius: 3.5
             color: isCurrent ? GCColor.glowTeal : GCColor.white(0.18)
 
-            Halo {
+            RectangularGlow {
                 visible: parent.isCurrent
                 glow: GCColor.alpha(GCColor.glowTeal, 0.7)
                 radius: parent.radius

@@ -30,7 +30,7 @@ Item {
                 color: GCColor.glowTeal
                 opacity: 0.8
 
-                Halo {
+                RectangularGlow {
                     z: -1
                     glow: GCColor.glowTeal
                     radius: 5

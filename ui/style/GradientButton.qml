@@ -30,7 +30,7 @@ BaseButton {
     }
 
     background: Item {
-        Halo {
+        RectangularGlow {
             visible: root.isLit && root.glow.a > 0
             glow: root.glow
             radius: root.radius
