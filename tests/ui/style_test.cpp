@@ -123,7 +123,7 @@ void StyleTest::setsFiguresInColumnsWhereTheScriptAllows() {
     };
     // A row that is used again for another size has nothing to complain of.
     QTest::failOnWarning(QRegularExpression("."));
-    const auto object = make("Figure { }", {{"text", ""}});
+    const auto object = make("TabularText { }", {{"text", ""}});
     const auto* figure = qobject_cast<QQuickItem*>(object.get());
     for (const auto& [size, isSevered] : sizes) {
         QVERIFY(object->setProperty("text", size));
@@ -136,7 +136,7 @@ void StyleTest::setsFiguresInColumnsWhereTheScriptAllows() {
     }
     // Every digit takes the room of any other.
     const auto width = [this](const char* text) {
-        return qobject_cast<QQuickItem*>(make("Figure { }", {{"text", text}}).get())->implicitWidth();
+        return qobject_cast<QQuickItem*>(make("TabularText { }", {{"text", text}}).get())->implicitWidth();
     };
     QCOMPARE(width("111"), width("888"));
 }

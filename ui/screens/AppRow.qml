@@ -22,7 +22,7 @@ KeyboardRow {
         Accessible.ignored: true
     }
 
-    Figure {
+    TabularText {
         id: figure
         anchors.right: chevron.left
         anchors.rightMargin: 12

@@ -44,7 +44,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 3
 
-        Figure {
+        TabularText {
             anchors.right: parent.right
             text: root.size
         }

@@ -61,7 +61,7 @@ KeyboardRow {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 3
 
-        Figure {
+        TabularText {
             anchors.right: parent.right
             text: root.size
         }

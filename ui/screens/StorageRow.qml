@@ -45,7 +45,7 @@ KeyboardRow {
         Accessible.ignored: true
     }
 
-    Figure {
+    TabularText {
         id: figure
         anchors.right: parent.right
         y: nameLabel.y + Math.round((metrics.height - height) / 2)
