@@ -125,14 +125,14 @@ void StyleTest::setsFiguresInColumnsWhereTheScriptAllows() {
     QTest::failOnWarning(QRegularExpression("."));
     const auto object = make("TabularText { }", {{"text", ""}});
     const auto* figure = qobject_cast<QQuickItem*>(object.get());
-    for (const auto& [size, isSevered] : sizes) {
+    for (const auto& [size, isSplit] : sizes) {
         QVERIFY(object->setProperty("text", size));
         QStringList pieces;
         for (const QQuickItem* piece : figure->childItems())
             if (piece->inherits("QQuickText"))
                 pieces.append(piece->property("text").toString());
         QCOMPARE(pieces.join(""), QString(size));
-        QCOMPARE(pieces.size() > 1, isSevered);
+        QCOMPARE(pieces.size() > 1, isSplit);
     }
     // Every digit takes the room of any other.
     const auto width = [this](const char* text) {

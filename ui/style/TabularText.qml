@@ -19,20 +19,20 @@ Row {
     readonly property real digitWidth: metrics.advanceWidth("0")
     // Latin, Greek and Cyrillic letters, digits, spaces, punctuation; neither marks that stand on a letter nor what
     // turns the direction. By code points, since Qt's regular expressions know no scripts.
-    readonly property bool isSevered: /^[ -~\u00a0-\u02ff\u0370-\u0482\u048a-\u052f\u1e00-\u200a\u2010-\u2027\u202f-\u205e]*$/.test(text)
+    readonly property bool isSplit: /^[ -~\u00a0-\u02ff\u0370-\u0482\u048a-\u052f\u1e00-\u200a\u2010-\u2027\u202f-\u205e]*$/.test(text)
 
     Accessible.ignored: true
 
     Repeater {
-        model: root.isSevered ? root.text.length : 1
+        model: root.isSplit ? root.text.length : 1
 
         PlainText {
             required property int index
 
-            readonly property string character: root.isSevered ? root.text.charAt(index) : root.text
+            readonly property string character: root.isSplit ? root.text.charAt(index) : root.text
 
             // Undefined is a text's own width.
-            width: root.isSevered && character >= "0" && character <= "9" ? root.digitWidth : undefined
+            width: root.isSplit && character >= "0" && character <= "9" ? root.digitWidth : undefined
             text: character
             font: root.font
             color: root.color
