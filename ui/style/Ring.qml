@@ -38,7 +38,7 @@ Item {
         fragmentShader: Qt.resolvedUrl("shaders/ring.frag.qsb")
     }
 
-    PlainArc {
+    SoftwareArc {
         anchors.fill: parent
         anchors.margins: -root.lineWidth / 2
         visible: GraphicsInfo.api === GraphicsInfo.Software
