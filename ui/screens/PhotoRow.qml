@@ -51,7 +51,7 @@ ListView {
     interactive: contentWidth + leftMargin + rightMargin > width
     keyNavigationEnabled: false
     highlightFollowsCurrentItem: false
-    T.ScrollBar.horizontal: ScrollMark {
+    T.ScrollBar.horizontal: SlimScrollBar {
         leftPadding: root.margin
         rightPadding: root.margin
     }

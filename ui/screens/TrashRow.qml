@@ -84,7 +84,7 @@ Column {
             keyNavigationEnabled: true
             highlightMoveDuration: 0
             model: root.model.trashFailedNames
-            T.ScrollBar.vertical: ScrollMark {
+            T.ScrollBar.vertical: SlimScrollBar {
                 topPadding: 0
                 bottomPadding: 0
             }

@@ -49,7 +49,7 @@ ListView {
     boundsBehavior: Flickable.StopAtBounds
     highlightFollowsCurrentItem: true
     highlightMoveDuration: 0
-    T.ScrollBar.vertical: ScrollMark {}
+    T.ScrollBar.vertical: SlimScrollBar {}
     Accessible.role: Accessible.List
     onActiveFocusChanged: {
         // What has the keyboard in the list knows whether a click brought it there.
