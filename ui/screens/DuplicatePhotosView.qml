@@ -58,7 +58,7 @@ FocusScope {
                 glow: GCColor.alpha(GCColor.glowTeal, 0.35)
                 focus: root.model.isUndecided
                 onClicked: {
-                    header.startedBy = focusReason;
+                    header.startReason = focusReason;
                     root.model.requestAccess();
                 }
             }

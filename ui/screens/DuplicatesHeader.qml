@@ -10,11 +10,11 @@ Column {
 
     readonly property bool isAllowed: !model.isUndecided && !model.isDenied
 
-    property alias startedBy: button.startedBy
+    property alias startReason: button.startReason
 
     /// The button has the keyboard, once that is in the screen and the button enabled.
     function takeFocus(reason: int): void {
-        startedBy = reason;
+        startReason = reason;
         button.focus = true;
         button.focusReason = reason;
     }

@@ -8,15 +8,15 @@ GradientButton {
 
     required property bool isScanning
     /// How the keyboard had come to what started the scan, which is lost while the button is disabled.
-    property int startedBy: Qt.OtherFocusReason
+    property int startReason: Qt.OtherFocusReason
 
     objectName: "scanButton"
     text: Texts.tr(isScanning ? "btn_scanning" : "btn_scan")
     glow: GCColor.alpha(GCColor.glowTeal, 0.35)
     enabled: !isScanning
-    onClicked: startedBy = focusReason
+    onClicked: startReason = focusReason
     onEnabledChanged: {
         if (enabled && focus)
-            focusReason = startedBy;
+            focusReason = startReason;
     }
 }

@@ -9,10 +9,10 @@ BaseButton {
     id: root
 
     /// How the keyboard had come to the button that opened the menu, which takes it.
-    property int openedBy: Qt.OtherFocusReason
+    property int openReason: Qt.OtherFocusReason
 
     function open(): void {
-        openedBy = focusReason;
+        openReason = focusReason;
         menu.open();
     }
 
@@ -70,7 +70,7 @@ BaseButton {
             y = end > root.Window.height ? -gap - implicitHeight : root.height + gap;
         }
         onOpened: currentIndex = Localizer.language
-        onClosed: root.forceActiveFocus(root.openedBy)
+        onClosed: root.forceActiveFocus(root.openReason)
 
         contentItem: ListView {
             implicitHeight: contentHeight
