@@ -1,6 +1,6 @@
 #include "ui/shell/lumvale_window.h"
 
-#include "ui/shell/deliberate_input.h"
+#include "ui/shell/input_filter.h"
 #include "ui/shell/screen_models.h"
 #include "ui/style/blocking_action.h"
 #include "ui/thumbnails/thumbnail_loader.h"
@@ -30,7 +30,7 @@ LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platfor
     m_engine.addImportPath(QStringLiteral("qrc:/qml"));
     m_engine.load(QUrl(QStringLiteral("qrc:/qml/Lumvale/shell/Main.qml")));
     if (window())
-        new DeliberateInput(window());
+        new InputFilter(window());
 }
 
 void LumvaleWindow::announce(const UpdateAlert& announcement) {

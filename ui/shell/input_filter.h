@@ -10,11 +10,11 @@ class QMouseEvent;
 /// once, however often it repeats, and of a double click only the first is a click. Otherwise the rest would
 /// go to what the first had brought: the next page of an introduction, or what lay under the dialog that it
 /// closed. The mouse's other buttons do nothing.
-class DeliberateInput : public QObject {
+class InputFilter : public QObject {
     Q_OBJECT
 
 public:
-    explicit DeliberateInput(QObject* window);
+    explicit InputFilter(QObject* window);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

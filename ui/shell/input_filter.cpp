@@ -1,4 +1,4 @@
-#include "ui/shell/deliberate_input.h"
+#include "ui/shell/input_filter.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -15,11 +15,11 @@ bool actsOnce(int key) {
 
 } // namespace
 
-DeliberateInput::DeliberateInput(QObject* window) : QObject(window) {
+InputFilter::InputFilter(QObject* window) : QObject(window) {
     window->installEventFilter(this);
 }
 
-bool DeliberateInput::eventFilter(QObject* /*watched*/, QEvent* event) {
+bool InputFilter::eventFilter(QObject* /*watched*/, QEvent* event) {
     switch (event->type()) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease: {
@@ -35,7 +35,7 @@ bool DeliberateInput::eventFilter(QObject* /*watched*/, QEvent* event) {
     }
 }
 
-bool DeliberateInput::drops(const QMouseEvent& mouse) {
+bool InputFilter::drops(const QMouseEvent& mouse) {
     // A button of the interface with a handler for the pointer in it would take any of them for the left one.
     if (mouse.button() != Qt::LeftButton)
         return true;
@@ -46,7 +46,7 @@ bool DeliberateInput::drops(const QMouseEvent& mouse) {
     return m_dropping;
 }
 
-bool DeliberateInput::isSecondOfDoubleClick(const QMouseEvent& press) {
+bool InputFilter::isSecondOfDoubleClick(const QMouseEvent& press) {
     const QStyleHints& hints = *QGuiApplication::styleHints();
     const QPointF distance = press.position() - m_pressedWhere;
     const bool isSecond =
