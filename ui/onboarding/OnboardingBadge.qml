@@ -45,7 +45,7 @@ Item {
             opacity: 0.4 + 0.2 * root.phase
             radius: parent.radius
             blur: 12 + 6 * root.phase
-            maximumBlur: 18
+            maxBlur: 18
         }
 
         Symbol {

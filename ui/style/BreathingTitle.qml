@@ -12,7 +12,7 @@ GlowText {
     color: GCColor.mix(GCColor.textPrimary, GCColor.glowTeal, 0.35 * phase)
     glow: GCColor.alpha(GCColor.glowTeal, 0.18 + 0.32 * phase)
     radius: 6 + 10 * phase
-    maximumRadius: 16
+    maxRadius: 16
 
     Clock {
         id: clock

@@ -37,7 +37,7 @@ Column {
         color: GCColor.mix(GCColor.textPrimary, GCColor.glowTeal, 0.3 * root.phase)
         glow: GCColor.alpha(GCColor.glowTeal, 0.15 + 0.25 * root.phase)
         radius: 4 + 6 * root.phase
-        maximumRadius: 10
+        maxRadius: 10
         Accessible.ignored: true
     }
 

@@ -11,7 +11,7 @@ Item {
     property real radius: 8
 
     /// The widest that the glow gets: room is kept for it, so that the texture has one size.
-    property real maximumRadius: 16
+    property real maxRadius: 16
 
     implicitWidth: label.implicitWidth
     implicitHeight: label.implicitHeight
@@ -29,7 +29,7 @@ Item {
 
     ShaderEffectSource {
         id: shape
-        readonly property real margin: Math.ceil(root.maximumRadius)
+        readonly property real margin: Math.ceil(root.maxRadius)
         x: -margin
         y: -margin
         width: Math.ceil(letters.implicitWidth) + 2 * margin

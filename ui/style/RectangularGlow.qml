@@ -7,7 +7,7 @@ ShaderEffect {
     property real blur: 12
 
     /// The widest that the blur gets: room is kept for it, so that the texture has one size.
-    property real maximumBlur: blur
+    property real maxBlur: blur
 
     /// Whether it glows beneath the rectangle, too: the rectangle itself then need not be there.
     property bool isFilled: false
@@ -17,7 +17,7 @@ ShaderEffect {
     readonly property real filled: isFilled ? 1 : 0
 
     anchors.fill: parent
-    anchors.margins: -2 * maximumBlur
+    anchors.margins: -2 * maxBlur
     // Kept once drawn, since what breathes beside it has the whole window drawn anew.
     layer.enabled: true
     fragmentShader: Qt.resolvedUrl("shaders/halo.frag.qsb")
