@@ -20,5 +20,5 @@ ShaderEffect {
     anchors.margins: -2 * maxBlur
     // Kept once drawn, since what breathes beside it has the whole window drawn anew.
     layer.enabled: true
-    fragmentShader: Qt.resolvedUrl("shaders/halo.frag.qsb")
+    fragmentShader: Qt.resolvedUrl("shaders/rectangular_glow.frag.qsb")
 }
