@@ -13,7 +13,7 @@ Item {
 
     Clock {
         id: clock
-        seen: root
+        target: root
     }
 
     RectangularGlow {

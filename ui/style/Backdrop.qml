@@ -1,6 +1,6 @@
 import QtQuick
 
-/// What lies behind everything in the window, or in a sheet: a vertical gradient under two lights.
+/// Background of the window and of the onboarding sheet: a vertical gradient with two radial glows.
 Item {
     id: root
 
@@ -8,13 +8,13 @@ Item {
     property color topColor: GCColor.bgTop
     property color bottomColor: GCColor.bgBottom
 
-    // Where the lights are, as parts of width and height, and how far they reach.
+    // Centres are fractions of width and height; radii are in pixels.
     property point tealCentre: Qt.point(0.15, 0.08)
     property point violetCentre: Qt.point(0.92, 0.95)
     property real tealEnd: 420
     property real violetEnd: 460
 
-    // All that is left where the machine draws no shaders; beneath them it would be drawn for nothing.
+    // Fallback for the software renderer, which draws no ShaderEffect.
     Rectangle {
         anchors.fill: parent
         radius: root.radius
@@ -46,7 +46,7 @@ Item {
 
         anchors.fill: parent
         fragmentShader: Qt.resolvedUrl("shaders/backdrop.frag.qsb")
-        // Drawn once and kept: the window above it moves all the time.
+        // Cached in a layer: animations above it repaint the window in every frame.
         layer.enabled: true
     }
 }

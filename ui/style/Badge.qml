@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A few words that set one entry apart from its neighbours. Stands on their baseline.
+/// A short text on a coloured pill. Its baseline is that of the text.
 Rectangle {
     id: root
 

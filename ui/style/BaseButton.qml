@@ -1,9 +1,9 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// What buttons have in common, however they look.
+/// Base of all buttons: size, keyboard activation and accessibility.
 T.Button {
-    // Whole, since buttons stand in rows from the right: a fraction would smear whatever is left of it.
+    // Rounded up: in rows that are laid out from the right, a fractional width would blur the items to its left.
     implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     Accessible.role: Accessible.Button

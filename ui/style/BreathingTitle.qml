@@ -1,6 +1,6 @@
 import QtQuick
 
-/// The program's name, breathing light.
+/// A title whose colour and glow pulsate.
 GlowText {
     id: root
 
@@ -16,6 +16,6 @@ GlowText {
 
     Clock {
         id: clock
-        seen: root
+        target: root
     }
 }

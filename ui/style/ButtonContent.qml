@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lumvale.Style
 
-/// What a button shows, in its middle: a drawing, or that the button is busy, and its text.
+/// Content item of buttons: a symbol, or a spinner while the button is busy, and the button's text, centred.
 Item {
     id: root
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Lumvale.Style
 
-/// The look of a check box; what it says is its row's business.
+/// Indicator of a check box. Input and accessibility are handled by the row that contains it.
 Rectangle {
     id: root
 

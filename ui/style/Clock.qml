@@ -1,15 +1,15 @@
 import QtQuick
 
-/// The present moment, for what moves. It goes on in every frame while what it is read for can be seen, and stands
-/// otherwise: an item is as visible as before in a window that is hidden or minimised.
+/// Time source for animations, updated in every frame while `target` is visible. The window is checked as well:
+/// items keep `visible` while their window is hidden or minimized.
 FrameAnimation {
     id: root
 
-    required property Item seen
+    required property Item target
 
-    /// Seconds since a fixed date.
+    /// Seconds since the Unix epoch.
     property real time: Motion.now()
 
-    running: seen.visible && seen.Window.visibility !== Window.Hidden && seen.Window.visibility !== Window.Minimized
+    running: target.visible && target.Window.visibility !== Window.Hidden && target.Window.visibility !== Window.Minimized
     onTriggered: time = Motion.now()
 }

@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Lumvale.Style
 
-/// Asks before something is destroyed, then stays in front until it is done. Escape cancels; the keyboard starts
-/// on the harmless button, so that a hasty Return destroys nothing.
+/// Asks for confirmation of a destructive action and stays open until the action has finished. Escape cancels. The
+/// cancel button has the initial focus, so that an accidental Return destroys nothing.
 Dialog {
     id: root
 
@@ -12,13 +12,13 @@ Dialog {
 
     readonly property bool busy: action.running
 
-    /// The blocking call belongs in its handler: by then the dialog is seen to be busy.
+    /// Emitted when the busy state is on the screen; make the blocking call in its handler.
     signal confirmed
 
     closePolicy: busy ? T.Popup.NoAutoClose : T.Popup.CloseOnEscape
-    // Also where it was left on the other button: keys may come before it has faded in. A ring is for those who came
-    // by keys.
+    // Resets the focus before the enter transition, since keys are handled during it.
     onAboutToShow: cancel.focus = true
+    // Shows the focus ring only if the dialog was opened by keyboard.
     onOpened: cancel.focusReason = returnReason
 
     BlockingAction {

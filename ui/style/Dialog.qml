@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Says something in the middle of the window and waits for one of its buttons, which are given from the right.
+/// A modal dialog with a title, a message and buttons. The first button declared is the rightmost.
 Sheet {
     id: root
 
@@ -36,7 +36,7 @@ Sheet {
             lineHeight: 1.25
         }
 
-        // One above the other where a language needs more room than there is.
+        // Wraps the buttons where a translation is too long for one line.
         Flow {
             id: row
             width: parent.width

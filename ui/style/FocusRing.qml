@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Shows where the keyboard is, just outside its parent.
+/// Ring around its parent that shows the keyboard focus.
 Rectangle {
     property real outset: 3
     property real parentRadius: Metrics.buttonRadius

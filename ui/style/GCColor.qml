@@ -1,7 +1,7 @@
 pragma Singleton
 import QtQuick
 
-/// The palette. Everything drawn takes its colours from here.
+/// The colour palette of the interface.
 QtObject {
     readonly property color bgTop: Qt.rgba(0.04, 0.06, 0.1, 1)
     readonly property color bgBottom: Qt.rgba(0.02, 0.03, 0.06, 1)
@@ -19,9 +19,9 @@ QtObject {
 
     readonly property color amber: Qt.rgba(1, 0.79, 0.34, 1)
     readonly property color deepTeal: Qt.rgba(0.13, 0.76, 0.69, 1)
-    /// Text on what glows.
+    /// Text on bright fills and gradients.
     readonly property color ink: Qt.rgba(0.02, 0.08, 0.06, 1)
-    /// Text on what has lost its glow for now: less than before, and still to be read.
+    /// Text on disabled gradient buttons: dimmed but readable.
     readonly property color faded: alpha(textPrimary, 0.75)
     readonly property color track: white(0.08)
     readonly property color barTrack: white(0.07)
@@ -29,7 +29,7 @@ QtObject {
     readonly property color checkOutline: white(0.3)
     readonly property color success: alpha(glowTeal, 0.07)
     readonly property color successStroke: alpha(glowTeal, 0.2)
-    /// Barely: more of it would take the contrast from the texts on it.
+    /// Faint: a stronger background would reduce the contrast of the secondary text on it.
     readonly property color hover: white(0.015)
     readonly property color hoverVeil: white(0.12)
     readonly property color pressedVeil: Qt.rgba(0, 0, 0, 0.12)
@@ -37,12 +37,11 @@ QtObject {
     readonly property color quietButton: white(0.08)
     readonly property color quietButtonHover: white(0.13)
     readonly property color focus: alpha(glowTeal, 0.9)
-    /// Dialogs lie above everything, so nothing may show through them.
+    /// Background of dialogs and menus, opaque.
     readonly property color dialog: Qt.rgba(0.075, 0.095, 0.14, 1)
     readonly property color scrim: Qt.rgba(0.01, 0.015, 0.03, 0.66)
 
-    /// Of the tiles of a map and of whatever stands for the same thing, by position, again from the first after the
-    /// last.
+    /// Colours of treemap tiles and their rows; see tile().
     readonly property list<color> tiles: [
         glowTeal,
         glowViolet,
@@ -54,8 +53,9 @@ QtObject {
         Qt.rgba(1, 0.62, 0.8, 1)
     ]
 
+    /// The colour of the entry at `position`; repeats after the last colour.
     function tile(position: int): color {
-        // A row that is about to go is at -1.
+        // Delegates that are being removed have index -1.
         return tiles[Math.max(0, position) % tiles.length];
     }
 
@@ -67,7 +67,7 @@ QtObject {
         return Qt.rgba(base.r, base.g, base.b, opacity);
     }
 
-    /// The opaque colour at `t` on the way from `a` to `b`.
+    /// Linear interpolation between `a` (t = 0) and `b` (t = 1), opaque.
     function mix(a: color, b: color, t: real): color {
         return Qt.rgba(a.r + t * (b.r - a.r), a.g + t * (b.g - a.g), a.b + t * (b.b - a.b), 1);
     }

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// The sign of a long wait: a turning ring over a breathing label.
+/// Indicator of a long operation: a rotating ring above a pulsating label.
 Column {
     id: root
 
@@ -17,7 +17,7 @@ Column {
 
     Clock {
         id: clock
-        seen: root
+        target: root
     }
 
     Ring {

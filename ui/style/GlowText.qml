@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A text with a glow round its letters.
+/// A text with a glow around its letters.
 Item {
     id: root
 
@@ -10,7 +10,7 @@ Item {
     property color glow: GCColor.glowTeal
     property real radius: 8
 
-    /// The widest that the glow gets: room is kept for it, so that the texture has one size.
+    /// Upper limit of `radius`; determines the texture size, which then stays constant during animations.
     property real maxRadius: 16
 
     implicitWidth: label.implicitWidth
@@ -18,7 +18,7 @@ Item {
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 
-    // The glow is made from letters that never change colour: they are rendered once.
+    // Source of the glow; its colour is constant, so its texture is rendered once.
     PlainText {
         id: letters
         text: root.text

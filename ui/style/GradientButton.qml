@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A button that invites: dark ink on a gradient.
+/// Primary button: dark text on a gradient.
 BaseButton {
     id: root
 
@@ -10,7 +10,7 @@ BaseButton {
     property real radius: Metrics.buttonRadius
     property string symbol
     property real symbolSize: 13
-    /// Shows that what the button started is under way, also while the program itself can't answer.
+    /// Shows a spinner, which keeps moving while the interface thread is blocked.
     property bool busy: false
 
     readonly property bool isLit: enabled || busy

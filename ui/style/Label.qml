@@ -1,13 +1,13 @@
 import QtQuick
 
-/// A text that is never cut: it wraps, also inside a word that is too long.
+/// A text that wraps instead of being elided, also within words that are too long.
 PlainText {
-    /// As wide as gives lines of much the same length: a last line of one word looks like a mistake.
-    function evenWidth(maximum: real): real {
-        return Math.min(implicitWidth / Math.ceil(implicitWidth / maximum) + 30, maximum);
+    /// Returns a width of at most `maxWidth` that wraps the text to lines of similar length.
+    function evenWidth(maxWidth: real): real {
+        return Math.min(implicitWidth / Math.ceil(implicitWidth / maxWidth) + 30, maxWidth);
     }
 
-    // Whole, whatever the line height: a fraction would smear the drawings and buttons beneath.
+    // Rounded up: with a fractional height the items below would be off the pixel grid and blurred.
     height: Math.ceil(implicitHeight)
     wrapMode: Text.Wrap
     font: Type.body

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lumvale.Style
 
-/// One of the choices in a menu; the present one has a mark, which choosing it again leaves.
+/// An exclusive menu item; the selected one has a check mark and stays selected when triggered again.
 T.MenuItem {
     id: root
 

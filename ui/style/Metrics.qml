@@ -1,7 +1,7 @@
 pragma Singleton
 import QtQuick
 
-/// Distances and radii that several components share.
+/// Sizes, distances and radii in pixels, shared by several components.
 QtObject {
     readonly property int screenPadding: 24
     readonly property int listPadding: 20

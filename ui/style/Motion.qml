@@ -1,19 +1,19 @@
 pragma Singleton
 import QtQuick
 
-/// How things move. Animated components compute what they show from the time alone and keep no state.
+/// Animation parameters. Animated components derive their state from the time alone.
 QtObject {
-    readonly property real breathing: 1.3 // speed of the phase
+    readonly property real breathing: 1.3 // radians per second; see phase()
     readonly property real calmBreathing: 1.1
-    readonly property real spinning: 160 // degrees in a second
-    readonly property int quick: 120 // milliseconds, for what answers a hand
+    readonly property real spinning: 160 // degrees per second
+    readonly property int quick: 120 // milliseconds; for direct responses to input
 
-    /// Seconds since a fixed date.
+    /// Seconds since the Unix epoch.
     function now(): real {
         return Date.now() / 1000;
     }
 
-    /// Swings smoothly between 0 and 1.
+    /// Sine wave between 0 and 1; `speed` is in radians per second.
     function phase(speed: real, seconds: real): real {
         return (Math.sin(speed * seconds) + 1) / 2;
     }

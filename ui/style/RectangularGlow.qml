@@ -1,15 +1,15 @@
 import QtQuick
 
-/// A glow round a rounded rectangle of its parent's size.
+/// A glow around a rounded rectangle of its parent's size.
 ShaderEffect {
     property color glow: GCColor.glowTeal
     property real radius: 0
     property real blur: 12
 
-    /// The widest that the blur gets: room is kept for it, so that the texture has one size.
+    /// Upper limit of `blur`; determines the texture size, which then stays constant during animations.
     property real maxBlur: blur
 
-    /// Whether it glows beneath the rectangle, too: the rectangle itself then need not be there.
+    /// Also fills the rectangle itself.
     property bool isFilled: false
 
     readonly property size box: Qt.size(parent.width, parent.height)
@@ -18,7 +18,7 @@ ShaderEffect {
 
     anchors.fill: parent
     anchors.margins: -2 * maxBlur
-    // Kept once drawn, since what breathes beside it has the whole window drawn anew.
+    // Cached: animations next to it repaint the whole window.
     layer.enabled: true
     fragmentShader: Qt.resolvedUrl("shaders/rectangular_glow.frag.qsb")
 }

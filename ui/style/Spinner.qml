@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A small turning arc. The render thread turns it by itself, so it goes on while the program is blocked.
+/// A small rotating arc. With the threaded render loop it keeps rotating while the interface thread is blocked.
 Ring {
     id: root
 

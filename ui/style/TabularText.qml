@@ -1,11 +1,11 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 
-/// A number with its unit, every digit as wide as the others, so that figures stand in columns and don't dance
-/// while they change.
+/// A number with its unit in tabular figures: all digits have the same width, so that numbers line up in columns and
+/// don't shift while they change.
 ///
-/// For that it sets the characters one by one, from left to right. Scripts whose letters join, or that run the other
-/// way, would be torn apart by it: those are set as the one text that they are.
+/// Draws each character as an item of its own, from left to right. Text that may need shaping or bidirectional layout
+/// is drawn as one item.
 Row {
     id: root
 
@@ -17,8 +17,8 @@ Row {
         font: root.font
     }
     readonly property real digitWidth: metrics.advanceWidth("0")
-    // Latin, Greek and Cyrillic letters, digits, spaces, punctuation; neither marks that stand on a letter nor what
-    // turns the direction. By code points, since Qt's regular expressions know no scripts.
+    // Latin, Greek and Cyrillic letters, digits, spaces and punctuation, without combining marks and bidi controls.
+    // Listed by code point, since regular expressions in QML have no Unicode script properties.
     readonly property bool isSplit: /^[ -~\u00a0-\u02ff\u0370-\u0482\u048a-\u052f\u1e00-\u200a\u2010-\u2027\u202f-\u205e]*$/.test(text)
 
     Accessible.ignored: true
@@ -31,7 +31,7 @@ Row {
 
             readonly property string character: root.isSplit ? root.text.charAt(index) : root.text
 
-            // Undefined is a text's own width.
+            // Undefined resets to the implicit width.
             width: root.isSplit && character >= "0" && character <= "9" ? root.digitWidth : undefined
             text: character
             font: root.font
