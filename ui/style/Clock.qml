@@ -10,6 +10,7 @@ FrameAnimation {
     /// Seconds since the Unix epoch.
     property real time: Motion.now()
 
-    running: target.visible && target.Window.visibility !== Window.Hidden && target.Window.visibility !== Window.Minimized
+    running: target.visible && target.Window.visibility !== Window.Hidden
+             && target.Window.visibility !== Window.Minimized
     onTriggered: time = Motion.now()
 }

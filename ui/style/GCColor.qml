@@ -9,7 +9,7 @@ QtObject {
     readonly property color glowViolet: Qt.rgba(0.49, 0.43, 1, 1)
     readonly property color panel: white(0.035)
     readonly property color panelStroke: white(0.07)
-    /// Much as a panel on the backdrop, and opaque: where something fades away on it.
+    /// Opaque approximation of a panel on the backdrop, for content that fades out on a panel.
     readonly property color panelGround: mix(mix(bgTop, bgBottom, 0.6), Qt.rgba(1, 1, 1, 1), 0.035)
     readonly property color textPrimary: Qt.rgba(0.95, 0.96, 0.98, 1)
     readonly property color textSecondary: Qt.rgba(0.54, 0.58, 0.67, 1)

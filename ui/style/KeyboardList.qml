@@ -1,28 +1,29 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A long list to go through row by row. One stop for Tab; arrows, Home, End and the page keys walk its rows, and only
-/// then is the current one to be shown.
+/// A scrolling list with keyboard navigation. It is a single tab stop; Up, Down, Home, End, Page Up and Page Down
+/// change the current row. Rows show the focus only if `hasVisualFocus`.
 ListView {
     id: root
 
-    /// Whether the rows are walked by keys.
+    /// The list has the focus and was reached or used by keyboard, as `visualFocus` of Qt Quick Controls.
     property bool hasVisualFocus: false
-    /// Where the walk begins: -1 where the header is a row as well.
+    /// Index of the first row; -1 if the header can be the current row as well.
     property int firstRow: 0
-    /// Whether the pointer is just giving it the keyboard.
-    property bool isClicked: false
+    /// True while takeFocus() runs with a mouse reason; tells onActiveFocusChanged the reason.
+    property bool isTakingMouseFocus: false
 
     function takeFocus(reason: int): void {
-        isClicked = reason === Qt.MouseFocusReason;
+        isTakingMouseFocus = reason === Qt.MouseFocusReason;
         forceActiveFocus(reason);
-        isClicked = false;
+        isTakingMouseFocus = false;
         hasVisualFocus = reason !== Qt.MouseFocusReason;
     }
 
-    /// Where a key leads from the current row; before the first when it isn't for walking. A step down is the view's.
+    /// Returns the row that a key leads to from the current one, or a value less than `firstRow` if it is no navigation
+    /// key. Key_Down is left to ListView.
     function rowByKey(key: int): int {
-        // One row less than fits, so that of two pages a row is seen on both.
+        // One row less than fits, so that consecutive pages overlap.
         const page = Math.max(1, Math.floor(height * count / contentHeight) - 1);
         switch (key) {
         case Qt.Key_Home:
@@ -52,13 +53,13 @@ ListView {
     T.ScrollBar.vertical: SlimScrollBar {}
     Accessible.role: Accessible.List
     onActiveFocusChanged: {
-        // What has the keyboard in the list knows whether a click brought it there.
+        // ListView has no focusReason, but the control in it that has the active focus does.
         const holder = Window.activeFocusItem as T.Control;
-        hasVisualFocus = activeFocus && !isClicked && !(holder && holder.focusReason === Qt.MouseFocusReason);
+        hasVisualFocus = activeFocus && !isTakingMouseFocus && !(holder && holder.focusReason === Qt.MouseFocusReason);
         if (activeFocus && currentIndex < firstRow)
             currentIndex = firstRow;
     }
-    // Where rows have gone, the last of those that are left.
+    // Clamped when rows are removed.
     onCountChanged: currentIndex = Math.min(currentIndex, count - 1)
     Keys.onPressed: event => {
         hasVisualFocus = true;

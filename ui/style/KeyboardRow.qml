@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lumvale.Style
 
-/// A row of a KeyboardList, all of it one button.
+/// A row of a KeyboardList that acts as one button.
 T.AbstractButton {
     id: root
 
@@ -14,10 +14,10 @@ T.AbstractButton {
     hoverEnabled: true
     focusPolicy: Qt.NoFocus
     Accessible.onPressAction: clicked()
-    // What is kept for reuse isn't drawn, yet screen readers would still find it.
+    // Screen readers would find pooled delegates, which are not drawn but visible.
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
-    // The current row has the keyboard and takes Space itself: the list would never hear of it.
+    // The current row has the active focus and accepts Space, so the list doesn't receive that key.
     Keys.onPressed: event => {
         list.hasVisualFocus = true;
         event.accepted = false;

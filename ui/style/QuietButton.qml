@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A button that doesn't invite.
+/// Secondary button: plain text on a faint background.
 BaseButton {
     id: root
 

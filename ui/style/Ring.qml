@@ -1,6 +1,7 @@
 import QtQuick
 
-/// An arc that starts at the top and runs clockwise over a full ring, with a glow of its own.
+/// A ring as track, and on it an arc with a glow that starts at the top and runs clockwise. `share` is the arc's part
+/// of the ring, from 0 to 1.
 Item {
     id: root
 
@@ -32,7 +33,7 @@ Item {
 
         anchors.fill: parent
         anchors.margins: -root.lineWidth / 2 - 2 * root.blur
-        // Kept once drawn, also while it turns.
+        // Cached, also while it rotates.
         layer.enabled: true
         layer.smooth: true
         fragmentShader: Qt.resolvedUrl("shaders/ring.frag.qsb")

@@ -1,7 +1,7 @@
 import QtQuick
 
-/// Gives a list the keyboard where one of its rows is pressed. A click may also come from a key or a screen reader;
-/// this is the pointer's alone.
+/// Gives a list the focus, with a mouse reason, when one of its rows is pressed. The signal clicked() would not do:
+/// keys and assistive technology emit it as well.
 PointHandler {
     required property KeyboardList list
 

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// The heading of a group of rows.
+/// Heading of a group of rows.
 Item {
     id: root
 

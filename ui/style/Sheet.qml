@@ -1,20 +1,20 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// What stands in front of the window until it is closed; nothing behind it answers meanwhile. Escape closes it.
+/// Base of modal popups, centred over a scrim. Escape closes it; the focus then returns to the previous item.
 T.Popup {
     id: root
 
-    /// Where the keyboard was before.
+    /// The item that had the focus before the popup opened; null if it was destroyed since.
     property Item returnTo
-    /// And how it had come there, which the item itself may be gone to tell.
+    /// Focus reason to restore; the item may have been destroyed.
     property int returnReason: Qt.PopupFocusReason
 
-    /// It has closed and what had the keyboard before can't take it back: it is for the screen to say where it goes.
+    /// Emitted on closing if `returnTo` can't take the focus; the screen has to choose another item.
     signal focusLost(reason: int)
 
     parent: T.Overlay.overlay
-    // In the middle, but on whole pixels.
+    // Rounded to whole pixels, so that the content isn't blurred.
     x: parent ? Math.round((parent.width - width) / 2) : 0
     y: parent ? Math.round((parent.height - height) / 2) : 0
     modal: true

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A slim scroll bar, there only when there is something to scroll.
+/// A slim scroll bar, visible only if the content overflows.
 T.ScrollBar {
     id: root
 
@@ -10,10 +10,10 @@ T.ScrollBar {
     implicitWidth: 12
     implicitHeight: 12
     padding: 3
-    // Clear of the round corners that lists have.
+    // Keeps clear of the round corners of lists.
     topPadding: horizontal ? padding : 10
     bottomPadding: topPadding
-    // Long enough to be caught, also beside a view of a few lines.
+    // At least 24 pixels, so that it can be grabbed in small views as well.
     minimumSize: Math.min(1, 24 / length)
     visible: size < 1
     Accessible.ignored: true

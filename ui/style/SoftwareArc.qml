@@ -1,6 +1,6 @@
 import QtQuick
 
-/// The arc of a ring where the machine draws no shaders: of one colour, without a glow.
+/// Arc of a ring for the software renderer, which draws no shaders: in one colour, without a glow.
 Canvas {
     id: root
 

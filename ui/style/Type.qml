@@ -1,7 +1,7 @@
 pragma Singleton
 import QtQuick
 
-/// The type scale: every size of text in the program, in points of the interface.
+/// The type scale: all fonts of the interface. Sizes are in device-independent pixels.
 QtObject {
     id: root
 
@@ -25,11 +25,11 @@ QtObject {
     readonly property font fine: text(10.5, Font.Normal)
     readonly property font finest: text(9.5, Font.Normal)
 
-    // Controls would take another family than texts do, were it not said.
+    // Set explicitly, since controls would use another family than texts.
     readonly property FontMetrics ofApplication: FontMetrics {}
 
-    // Half points are wanted, whole ones are drawn: where the toolkit rounds by itself it does so one way in one
-    // place and another in the next, and neighbours in the scale fall together. So halves go up here, for all.
+    // QFont takes whole pixels only, and Qt rounds fractions differently from place to place. Rounding here gives each
+    // step of the scale the same size everywhere.
     function text(size: real, weight: int): font {
         return Qt.font({
             family: root.ofApplication.font.family,
