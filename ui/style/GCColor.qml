@@ -31,8 +31,8 @@ QtObject {
     readonly property color successStroke: alpha(glowTeal, 0.2)
     /// Faint: a stronger background would reduce the contrast of the secondary text on it.
     readonly property color hover: white(0.015)
-    readonly property color hoverVeil: white(0.12)
-    readonly property color pressedVeil: Qt.rgba(0, 0, 0, 0.12)
+    readonly property color hoverOverlay: white(0.12)
+    readonly property color pressedOverlay: Qt.rgba(0, 0, 0, 0.12)
     readonly property color selectedTab: white(0.08)
     readonly property color quietButton: white(0.08)
     readonly property color quietButtonHover: white(0.13)

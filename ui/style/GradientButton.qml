@@ -56,7 +56,7 @@ BaseButton {
         Rectangle {
             anchors.fill: parent
             radius: root.radius
-            color: root.down ? GCColor.pressedVeil : GCColor.hoverVeil
+            color: root.down ? GCColor.pressedOverlay : GCColor.hoverOverlay
             visible: root.enabled && (root.down || root.hovered)
         }
 

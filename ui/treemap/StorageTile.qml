@@ -106,7 +106,7 @@ T.AbstractButton {
             anchors.fill: parent
             radius: parent.radius
             visible: root.hovered
-            color: GCColor.hoverVeil
+            color: GCColor.hoverOverlay
         }
 
         Rectangle {
