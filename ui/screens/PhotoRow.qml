@@ -96,11 +96,11 @@ ListView {
                 orientation: Gradient.Horizontal
                 GradientStop {
                     position: fade.index
-                    color: GCColor.panelGround
+                    color: GCColor.opaquePanel
                 }
                 GradientStop {
                     position: 1 - fade.index
-                    color: GCColor.alpha(GCColor.panelGround, 0)
+                    color: GCColor.alpha(GCColor.opaquePanel, 0)
                 }
             }
         }

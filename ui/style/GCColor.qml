@@ -10,7 +10,7 @@ QtObject {
     readonly property color panel: white(0.035)
     readonly property color panelStroke: white(0.07)
     /// Opaque approximation of a panel on the backdrop, for content that fades out on a panel.
-    readonly property color panelGround: mix(mix(bgTop, bgBottom, 0.6), Qt.rgba(1, 1, 1, 1), 0.035)
+    readonly property color opaquePanel: mix(mix(bgTop, bgBottom, 0.6), Qt.rgba(1, 1, 1, 1), 0.035)
     readonly property color textPrimary: Qt.rgba(0.95, 0.96, 0.98, 1)
     readonly property color textSecondary: Qt.rgba(0.54, 0.58, 0.67, 1)
     readonly property color divider: white(0.06)
