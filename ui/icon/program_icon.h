@@ -3,9 +3,9 @@
 #include <QIcon>
 #include <QImage>
 
-/// The program's sign, drawn anew for every size: up to 32 pixels it is a plainer drawing that stays sharp.
-/// Needs no screen, and no application object.
-QImage programImage(int side); ///< square, of that many pixels, transparent round the tile
+/// Renders the application icon as a square of `side` pixels with a transparent background. Up to 32 pixels
+/// it uses a simplified drawing. Needs neither a screen nor an application object.
+QImage programImage(int side);
 
-/// The sign in the sizes that desktops show in title bars, task bars and switchers.
+/// Returns the application icon in the sizes that title bars, task bars and window switchers use.
 QIcon programIcon();

@@ -14,17 +14,17 @@ BlockingAction::BlockingAction(QObject* parent) : QObject(parent) {
     connect(&m_deadline, &QTimer::timeout, this, &BlockingAction::perform);
 }
 
-void BlockingAction::start(QQuickItem* shown) {
+void BlockingAction::start(QQuickItem* item) {
     if (m_isRunning)
         return;
     m_isWaiting = true;
     setRunning(true);
 
-    QQuickWindow* window = shown ? shown->window() : nullptr;
+    QQuickWindow* window = item ? item->window() : nullptr;
     if (window && window->isExposed()) {
         waitForFrame(window);
-        // Drawing may stall for reasons of its own (a window just covered, a display asleep): the user has
-        // decided, so the call is made. Even a machine at its limits draws a frame in this time.
+        // No frame may ever come, e.g. if the window has just been covered or the display is asleep. The user
+        // has confirmed, so the call is made anyway. One second suffices for a frame on a loaded machine.
         m_deadline.start(1s);
     } else {
         m_deadline.start(0ms);
@@ -32,9 +32,9 @@ void BlockingAction::start(QQuickItem* shown) {
 }
 
 void BlockingAction::waitForFrame(QQuickWindow* window) {
-    // A frame under way was synchronised before the busy state was set, and its swap must not count. So the
-    // swap is listened for only from the next synchronisation on; that happens on the render thread while
-    // this one stands still, hence the direct connection, and why the members may be touched there.
+    // The frame being rendered was synchronized before the busy state was set, so its swap must be ignored:
+    // frameSwapped is connected at the next synchronization. That signal is emitted on the render thread
+    // while this thread is blocked, so the connection is direct, and accessing members is safe.
     m_synchronized = connect(
         window, &QQuickWindow::afterSynchronizing, this,
         [this, window] {
@@ -47,17 +47,17 @@ void BlockingAction::waitForFrame(QQuickWindow* window) {
 }
 
 void BlockingAction::perform() {
-    if (!std::exchange(m_isWaiting, false)) // the frame and the deadline may both have been on their way
+    if (!std::exchange(m_isWaiting, false)) // both the frame and the deadline may have been queued
         return;
     disconnect(m_synchronized);
     disconnect(m_swapped);
     m_deadline.stop();
 
-    // The screen, and this with it, may be gone after the call.
+    // The handler may destroy the screen and this object with it.
     const QPointer<BlockingAction> self(this);
     Q_EMIT ready();
     if (self)
-        // A timer of no delay runs after all events that were waiting.
+        // A timer of zero runs after all queued events.
         QTimer::singleShot(0ms, this, &BlockingAction::finish);
 }
 

@@ -7,13 +7,13 @@
 
 class QQuickWindow;
 
-/// A call that blocks the interface thread, made only once the screen says so.
+/// Runs a call that blocks the interface thread, after the busy state has been drawn.
 ///
-/// While it runs nothing is drawn and nothing is answered, so whatever shows that the program is busy must be
-/// on the screen before. `running` turns true at once, `ready` comes when a frame drawn after that has
-/// reached the screen, and the blocking call is made in its handler. `finished` comes after the clicks and
-/// keys that were waiting meanwhile have been delivered: what stands in front must stay there until then, or
-/// they would hit what lies beneath.
+/// During the call the window is neither repainted nor handles events, so the busy state must be on the
+/// screen before. start() sets `running`; `ready` is emitted when a frame drawn since then has been swapped,
+/// and its handler makes the blocking call. `finished` is emitted after the input events that were queued
+/// during the call have been delivered. Keep the dialog open until then: otherwise those events would go to
+/// the items behind it.
 class BlockingAction : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
@@ -24,8 +24,9 @@ public:
 
     bool isRunning() const { return m_isRunning; }
 
-    /// Waits for the window that `shown` is in. Does nothing while running.
-    Q_INVOKABLE void start(QQuickItem* shown);
+    /// Waits for the next frame of the window that contains `item`, at most one second. Without an exposed
+    /// window `ready` is emitted on the next turn of the event loop. Does nothing while running.
+    Q_INVOKABLE void start(QQuickItem* item);
 
 Q_SIGNALS:
     void runningChanged();
@@ -42,5 +43,5 @@ private:
     QMetaObject::Connection m_synchronized;
     QMetaObject::Connection m_swapped;
     bool m_isRunning = false;
-    bool m_isWaiting = false; ///< for the screen
+    bool m_isWaiting = false; ///< for a frame
 };

@@ -5,8 +5,7 @@
 #include <QString>
 #include <QtQmlIntegration>
 
-/// One of the program's own drawings, in a colour of the palette. It stands in the middle of the item, as
-/// sharp where that lies between two pixels, and is as large as the item unless it has a size of its own.
+/// Draws one of the SVG files of symbols/ in a single colour, centred in the item.
 class Symbol : public QQuickPaintedItem {
     Q_OBJECT
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
@@ -22,7 +21,9 @@ public:
     QColor color() const { return m_color; }
     void setColor(const QColor& color);
     qreal size() const { return m_size; }
-    void setSize(qreal size); ///< 0: of the item; other sizes give it one as well, in whole pixels
+    /// Side in pixels; 0 (the default) fits the symbol to the item. Other values also set the implicit size,
+    /// rounded up to whole pixels.
+    void setSize(qreal size);
 
     void paint(QPainter* painter) override;
 

@@ -1,6 +1,6 @@
 #version 440
 
-// A vertical gradient under two soft lights, in a rectangle that may be rounded.
+// A vertical gradient with two radial glows, clipped to a rectangle with round corners.
 
 layout(location = 0) in vec2 qt_TexCoord0;
 layout(location = 0) out vec4 fragColor;
@@ -32,7 +32,7 @@ void main() {
     color = lit(color, firstLight, firstCentre, firstEnd);
     color = lit(color, secondLight, secondCentre, secondEnd);
 
-    // Half a level of noise, or the dark gradients would show as bands.
+    // Dithers by half a colour level to avoid banding in the dark gradients.
     float noise = fract(sin(dot(gl_FragCoord.xy, vec2(12.9898, 78.233))) * 43758.5453);
     vec2 corner = abs(qt_TexCoord0 - 0.5) * area - area / 2.0 + cornerRadius;
     float inside = clamp(cornerRadius - length(max(corner, 0.0)) + 0.5, 0.0, 1.0);

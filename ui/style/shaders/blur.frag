@@ -1,6 +1,7 @@
 #version 440
 
-// One pass of a separable blur: `axis` is a step along one direction, as a part of the texture.
+// One pass of a separable Gaussian blur of the alpha channel, coloured by `tint`. `axis` is one pixel along the
+// direction of the pass, in texture coordinates.
 
 layout(location = 0) in vec2 qt_TexCoord0;
 layout(location = 0) out vec4 fragColor;

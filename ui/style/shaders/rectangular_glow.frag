@@ -1,6 +1,6 @@
 #version 440
 
-// A blurred rounded rectangle, or what the blur leaves outside of it.
+// A blurred rounded rectangle, or only the part of it outside the rectangle.
 
 layout(location = 0) in vec2 qt_TexCoord0;
 layout(location = 0) out vec4 fragColor;
@@ -22,7 +22,7 @@ void main() {
     float outside = length(max(q, 0.0)) + min(max(q.x, q.y), 0.0) - radius;
 
     float blurred = 0.5 - 0.5 * tanh(outside * 1.2 / (blur * 0.7071));
-    // Else not beneath the rectangle: that one may be translucent.
+    // Excludes the inside unless filled, since the rectangle on top may be translucent.
     float shown = max(filled, clamp(outside + 0.5, 0.0, 1.0));
     fragColor = glow * blurred * shown * qt_Opacity;
 }

@@ -1,6 +1,6 @@
 #version 440
 
-// An arc with round ends, coloured along its way, and the glow that a blur of it would leave.
+// An arc with round caps and a colour gradient along it, and a glow that approximates its Gaussian blur.
 
 layout(location = 0) in vec2 qt_TexCoord0;
 layout(location = 0) out vec4 fragColor;
@@ -40,7 +40,7 @@ void main() {
     float edge = fromMiddle - lineWidth / 2.0;
     float stroke = clamp(0.5 - edge / pixel, 0.0, 1.0);
 
-    // The integral of a bell over the stroke's width; tanh stands for the error function.
+    // Integral of a Gaussian over the stroke's width; tanh approximates the error function.
     float reach = 1.2 / (blur * 0.7071);
     float glow = 0.5 * (tanh((fromMiddle + lineWidth / 2.0) * reach) - tanh(edge * reach));
 
