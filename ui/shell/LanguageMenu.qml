@@ -4,11 +4,11 @@ import QtQuick.Templates as T
 import Lumvale
 import Lumvale.Style
 
-/// The language of the texts, and the menu to choose another.
+/// Button that shows the current language and opens the menu to change it.
 BaseButton {
     id: root
 
-    /// How the keyboard had come to the button that opened the menu, which takes it.
+    /// Focus reason of the button when the menu opened; restored when it closes.
     property int openReason: Qt.OtherFocusReason
 
     function open(): void {
@@ -58,7 +58,7 @@ BaseButton {
 
         readonly property int gap: 6
 
-        // In the middle of the button's width, unless it stands at the edge of the window.
+        // Centred on the button; `margins` keeps it inside the window.
         x: Math.round((root.width - width) / 2)
         margins: Metrics.screenPadding
         implicitWidth: 190

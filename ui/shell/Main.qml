@@ -5,7 +5,7 @@ import Lumvale.Style
 Window {
     id: root
 
-    /// What is to be said of a newer version of the program; without a title, nothing.
+    /// Announcement of a newer version; shown if its title isn't empty.
     property updateAlert announcement
 
     title: "Lumvale"

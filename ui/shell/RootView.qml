@@ -2,7 +2,8 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// All that is in the window: the five tools, one of them at a time, and the language.
+/// Content of the window: the tab bar, the language menu and the screen of the current tab; on the first run also the
+/// onboarding sheet.
 FocusScope {
     id: root
 
@@ -67,7 +68,7 @@ FocusScope {
         }
     }
 
-    // Only the screen in sight exists: another tab discards it with its model, and makes both anew on return.
+    // Only the current screen exists: changing the tab destroys the screen and its model.
     Loader {
         id: screen
         anchors.left: parent.left
@@ -79,7 +80,7 @@ FocusScope {
         onLoaded: (item as Item).focus = true
     }
 
-    // Most runs never make it.
+    // Loaded on the first run only.
     Loader {
         active: !root.onboarding.didOnboard
         sourceComponent: OnboardingView {

@@ -4,8 +4,8 @@ import QtQuick.Templates as T
 import Lumvale
 import Lumvale.Style
 
-/// The tabs of the window. One stop for Tab; the arrows walk it, and only Space or Return choose, since leaving a
-/// screen discards what it shows.
+/// The tab bar. It is a single tab stop. Left, Right, Home and End move the focus without changing the tab, since that
+/// would destroy the current screen; Space and Return select the focused tab.
 Panel {
     id: root
 
@@ -14,7 +14,7 @@ Panel {
 
     signal chosen(tab: int)
 
-    function walkTo(index: int): void {
+    function moveFocus(index: int): void {
         const tab = tabs.itemAt(Math.max(0, Math.min(index, tabs.count - 1)));
         if (tab)
             tab.forceActiveFocus(Qt.TabFocusReason);
@@ -59,12 +59,12 @@ Panel {
                 onClicked: root.chosen(index)
                 Keys.onReturnPressed: clicked()
                 Keys.onEnterPressed: clicked()
-                Keys.onLeftPressed: root.walkTo(index - 1)
-                Keys.onRightPressed: root.walkTo(index + 1)
+                Keys.onLeftPressed: root.moveFocus(index - 1)
+                Keys.onRightPressed: root.moveFocus(index + 1)
                 Keys.onPressed: event => {
                     event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
                     if (event.accepted)
-                        root.walkTo(event.key === Qt.Key_Home ? 0 : tabs.count - 1);
+                        root.moveFocus(event.key === Qt.Key_Home ? 0 : tabs.count - 1);
                 }
 
                 contentItem: PlainText {

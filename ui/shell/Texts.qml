@@ -2,8 +2,9 @@ pragma Singleton
 import QtQml
 import Lumvale
 
-/// The texts of the interface. What is bound to one follows the language.
+/// Translated texts of the interface.
 QtObject {
+    /// Returns the text of `key` in the current language. Bindings that call it are re-evaluated when that changes.
     function tr(key: string): string {
         return Localizer.tr(Localizer.language, key);
     }

@@ -2,8 +2,8 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// Says that there is a newer version and offers the page to download it from. Nothing is lost by a hasty Return,
-/// so the keyboard starts on the offer.
+/// Announces a newer version and offers to open its download page. The download button has the initial focus, since
+/// an accidental Return is harmless here.
 Dialog {
     id: root
 

@@ -18,7 +18,7 @@
 #include <QQmlEngine>
 #include <QtQmlIntegration>
 
-// The names under which QML knows what lies below it; the layers below know nothing of QML.
+// Registers types of the app layer in QML, since that layer does not depend on QML.
 
 struct ForeignLocalizer {
     Q_GADGET

@@ -9,7 +9,7 @@
 
 namespace {
 
-bool actsOnce(int key) {
+bool isActivationKey(int key) {
     return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space || key == Qt::Key_Escape;
 }
 
@@ -24,36 +24,36 @@ bool InputFilter::eventFilter(QObject* /*watched*/, QEvent* event) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease: {
         const auto& key = static_cast<const QKeyEvent&>(*event);
-        return key.isAutoRepeat() && actsOnce(key.key());
+        return key.isAutoRepeat() && isActivationKey(key.key());
     }
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseButtonRelease:
-        return drops(static_cast<const QMouseEvent&>(*event));
+        return isDropped(static_cast<const QMouseEvent&>(*event));
     default:
         return false;
     }
 }
 
-bool InputFilter::drops(const QMouseEvent& mouse) {
-    // A button of the interface with a handler for the pointer in it would take any of them for the left one.
+bool InputFilter::isDropped(const QMouseEvent& mouse) {
+    // A control that contains a pointer handler treats every mouse button as the left one.
     if (mouse.button() != Qt::LeftButton)
         return true;
     if (mouse.type() == QEvent::MouseButtonRelease)
-        return std::exchange(m_dropping, false);
-    if (mouse.type() == QEvent::MouseButtonPress) // what tells of a double click follows its second press
-        m_dropping = isSecondOfDoubleClick(mouse);
-    return m_dropping;
+        return std::exchange(m_isDropping, false);
+    if (mouse.type() == QEvent::MouseButtonPress) // MouseButtonDblClick follows the second press
+        m_isDropping = isSecondOfDoubleClick(mouse);
+    return m_isDropping;
 }
 
 bool InputFilter::isSecondOfDoubleClick(const QMouseEvent& press) {
     const QStyleHints& hints = *QGuiApplication::styleHints();
-    const QPointF distance = press.position() - m_pressedWhere;
+    const QPointF distance = press.position() - m_pressPosition;
     const bool isSecond =
-        m_pressedAt > 0
-        && press.timestamp() - m_pressedAt < static_cast<quint64>(hints.mouseDoubleClickInterval())
+        m_pressTime > 0
+        && press.timestamp() - m_pressTime < static_cast<quint64>(hints.mouseDoubleClickInterval())
         && distance.manhattanLength() <= hints.mouseDoubleClickDistance();
-    m_pressedAt = isSecond ? 0 : press.timestamp();
-    m_pressedWhere = press.position();
+    m_pressTime = isSecond ? 0 : press.timestamp();
+    m_pressPosition = press.position();
     return isSecond;
 }

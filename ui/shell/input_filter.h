@@ -6,23 +6,23 @@
 class QKeyEvent;
 class QMouseEvent;
 
-/// Keeps from a window what a hand does without meaning it. A Return, Space or Escape that is held down acts
-/// once, however often it repeats, and of a double click only the first is a click. Otherwise the rest would
-/// go to what the first had brought: the next page of an introduction, or what lay under the dialog that it
-/// closed. The mouse's other buttons do nothing.
+/// Event filter that drops accidental input to a window: auto-repeats of Return, Enter, Space and Escape, the
+/// second click of a double click, and all mouse buttons but the left one. Repeats and second clicks would
+/// otherwise act on what the first one opened or uncovered, e.g. the next onboarding page or the items behind
+/// a dialog.
 class InputFilter : public QObject {
     Q_OBJECT
 
 public:
-    explicit InputFilter(QObject* window);
+    explicit InputFilter(QObject* window); ///< owned by the window
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    bool drops(const QMouseEvent& mouse);
+    bool isDropped(const QMouseEvent& mouse);
     bool isSecondOfDoubleClick(const QMouseEvent& press);
 
-    quint64 m_pressedAt = 0; ///< milliseconds; 0 when the next press begins anew
-    QPointF m_pressedWhere;
-    bool m_dropping = false; ///< until the button is released
+    quint64 m_pressTime = 0; ///< event timestamp in milliseconds; 0 if the next press is a first one
+    QPointF m_pressPosition;
+    bool m_isDropping = false; ///< until the button is released
 };

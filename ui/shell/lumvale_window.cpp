@@ -11,8 +11,8 @@
 
 #include <utility>
 
-// Nothing else names the code that registers the modules' types, so without this the linker would leave it
-// out of the program.
+// Referenced in the constructor: otherwise the linker drops these functions of the static libraries, and with
+// them the registration of the QML types.
 void qml_register_types_Lumvale();
 void qml_register_types_Lumvale_Style();
 
@@ -21,7 +21,7 @@ LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platfor
     [[maybe_unused]] void (*volatile const registrations[])() = {qml_register_types_Lumvale,
                                                                  qml_register_types_Lumvale_Style};
 
-    // The face that the screens were drawn with; the system's own is as good where it is missing.
+    // The screens were designed with Inter; otherwise the system font is used.
     if (QFontDatabase::hasFamily(QStringLiteral("Inter")))
         QGuiApplication::setFont(QFont(QStringLiteral("Inter")));
 

@@ -10,17 +10,17 @@
 
 class QQuickWindow;
 
-/// The program's window with all that is in it, working on one disk and its photo library. It shows itself
-/// and lives as long as this.
+/// The main window with its QML engine, for one disk and its photo library. The constructor shows the window;
+/// the destructor destroys it. For the GUI thread.
 class LumvaleWindow {
 public:
     LumvaleWindow(platform::Disk disk, HistoryStore& history, platform::Executor executor,
                   platform::PhotoLibrary photos);
 
-    QQuickWindow* window() const; ///< null when it could not be made
+    QQuickWindow* window() const; ///< null if loading the QML failed
 
-    /// Comes to the front, also from behind other programs, and says it above everything that is open; once a
-    /// blocking action, with the dialog that it belongs to, is over.
+    /// Shows the announcement above all open dialogs and raises the window. Waits until a running
+    /// BlockingAction has finished and its dialog has closed. Requires a window.
     void announce(const UpdateAlert& announcement);
 
 private:

@@ -14,8 +14,8 @@
 #include <QObject>
 #include <QQmlEngine>
 
-/// Makes the models of the screens: a screen asks for its own, which goes with it. One for each engine, given
-/// to QML as a singleton.
+/// Factory of the screens' models, a QML singleton with one instance per engine. Each function returns a new
+/// model that is owned by the screen passed to it.
 class ScreenModels : public QObject {
     Q_OBJECT
     QML_ELEMENT

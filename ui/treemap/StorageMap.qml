@@ -16,7 +16,7 @@ Item {
 
     signal chosen(entry: int)
 
-    function walkTo(index: int): void {
+    function moveFocus(index: int): void {
         const tile = tiles.itemAt(Math.max(0, Math.min(index, tiles.count - 1)));
         if (tile)
             tile.forceActiveFocus(Qt.TabFocusReason);
@@ -25,14 +25,14 @@ Item {
     objectName: "storageMap"
     Accessible.role: Accessible.Grouping
     Accessible.name: Texts.tr("storage_breakdown_title")
-    Keys.onLeftPressed: walkTo(current - 1)
-    Keys.onUpPressed: walkTo(current - 1)
-    Keys.onRightPressed: walkTo(current + 1)
-    Keys.onDownPressed: walkTo(current + 1)
+    Keys.onLeftPressed: moveFocus(current - 1)
+    Keys.onUpPressed: moveFocus(current - 1)
+    Keys.onRightPressed: moveFocus(current + 1)
+    Keys.onDownPressed: moveFocus(current + 1)
     Keys.onPressed: event => {
         event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
         if (event.accepted)
-            walkTo(event.key === Qt.Key_Home ? 0 : tiles.count - 1);
+            moveFocus(event.key === Qt.Key_Home ? 0 : tiles.count - 1);
     }
 
     Repeater {
