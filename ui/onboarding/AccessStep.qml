@@ -3,16 +3,16 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// How to let the program see all of the disk, or that it does.
+/// Instructions for granting Full Disk Access, or the confirmation that it is granted.
 Column {
     id: root
 
     required property bool isGranted
 
-    /// The user says that the permission has been given.
+    /// Emitted when the user asks to check the permission again.
     signal checkRequested
 
-    /// What was pressed is gone: it is for the sheet to say where the keyboard goes.
+    /// Emitted when the pressed button has been hidden; the sheet has to move the focus.
     signal focusLost(reason: int)
 
     spacing: 10
@@ -80,7 +80,7 @@ Column {
         }
     }
 
-    // Beside each other, where a language leaves room for that.
+    // Wraps the buttons where a translation is too long for one line.
     Flow {
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(parent.width, settings.implicitWidth + spacing + check.implicitWidth)
@@ -92,7 +92,7 @@ Column {
             id: settings
             objectName: "openSettings"
             text: Texts.tr("btn_open_settings")
-            // Where nobody answers to it nothing happens.
+            // No effect on systems without a handler for this URL scheme.
             onClicked: Qt.openUrlExternally("x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles")
         }
 

@@ -3,7 +3,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// What the program can do, a line each.
+/// The features of the program, one line each.
 Column {
     id: root
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Lumvale.Style
 
-/// The sign of a page, breathing light.
+/// Symbol of an onboarding page, with a pulsating glow.
 Item {
     id: root
 

@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// The introduction of the first run, page by page and never back. However it is left, it is over for good.
+/// Introduction shown on the first run, forward only. Closing it in any way marks it as finished for good.
 Sheet {
     id: root
 
@@ -32,7 +32,7 @@ Sheet {
     readonly property var shown: pages[Math.min(page, pages.length - 1)]
     readonly property bool isLast: page >= totalPages - 1
 
-    // All pages end at the same height, so that the button to the next one stays under the pointer.
+    // Anchored at the bottom, so that the Next button stays under the pointer on all pages.
     y: parent ? Math.round(parent.height / 2) + Metrics.onboardingDrop - height : 0
     padding: Metrics.onboardingPadding
     implicitWidth: Metrics.onboardingWidth
@@ -130,7 +130,7 @@ Sheet {
             verticalPadding: 12
             text: Texts.tr(root.isLast ? "btn_start" : "btn_next")
             glow: GCColor.alpha(GCColor.glowTeal, 0.35)
-            // It keeps the keyboard while the page turns: what a screen reader tells of it is how the new one is heard.
+            // Keeps the focus across pages, so its description makes screen readers announce the new page.
             Accessible.description: root.page > 0 ? title.text + ". " + message.text : ""
             onClicked: {
                 if (root.isLast)

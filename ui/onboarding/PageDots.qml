@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Lumvale.Style
 
-/// Which page of how many.
+/// Page indicator.
 Row {
     id: root
 

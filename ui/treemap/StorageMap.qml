@@ -3,15 +3,15 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// The entries as tiles, each as large as its share. One stop for Tab; arrows, Home and End walk the tiles from the
-/// largest down, which reaches every one of them, and Space and Return choose.
+/// Treemap of the storage entries: the area of each tile is proportional to the entry's size. It is a single tab stop.
+/// Arrow keys, Home and End move the focus through the tiles in order of size; Space and Return select a tile.
 Item {
     id: root
 
     required property StorageEntriesModel entries
     required property int selected
 
-    /// The tile that had the keyboard last, where it comes back to.
+    /// Index of the tile that had the focus last and is the tab stop.
     property int current: 0
 
     signal chosen(entry: int)

@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Lumvale.Style
 
-/// One tile of the map. All of its place can be hit; what is seen of it keeps a little off its neighbours. It has
-/// words only where there is room for them, and then whole.
+/// One tile of the treemap. The clickable area is the whole rectangle; the visible face is inset to leave gaps. Name
+/// and size are shown only if they fit without being elided.
 T.AbstractButton {
     id: root
 
@@ -14,12 +14,11 @@ T.AbstractButton {
     property color color
     property bool isSelected: false
 
-    // Narrow tiles need all the room for their words.
     readonly property int margin: width > 80 ? 7 : 4
-    readonly property real wordsHeight: face.height - 2 * 5
+    readonly property real textHeight: face.height - 2 * 5
     readonly property bool hasRoom: width > 46 && height > 30
-    readonly property bool showsName: hasRoom && nameText.contentHeight <= wordsHeight
-    readonly property bool showsSize: showsName && height > 46 && sizeText.contentWidth <= nameText.width && nameText.contentHeight + sizeText.contentHeight <= wordsHeight
+    readonly property bool showsName: hasRoom && nameText.contentHeight <= textHeight
+    readonly property bool showsSize: showsName && height > 46 && sizeText.contentWidth <= nameText.width && nameText.contentHeight + sizeText.contentHeight <= textHeight
 
     objectName: "tile"
     x: rect.x
@@ -38,7 +37,7 @@ T.AbstractButton {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    // On whole pixels of the screen, one short of each edge unless that leaves next to nothing.
+    // Aligned to whole pixels and inset by one pixel on each side, unless the tile is too small for that.
     Rectangle {
         id: face
 
@@ -54,7 +53,7 @@ T.AbstractButton {
         radius: Metrics.tileRadius
         color: root.color
 
-        // White letters need some dusk behind them.
+        // Darkens the face behind the text for contrast.
         Rectangle {
             anchors.fill: parent
             radius: parent.radius
@@ -85,7 +84,7 @@ T.AbstractButton {
             text: root.hasRoom ? root.name : ""
             wrapMode: Text.Wrap
             font: Type.fine
-            // Rather a little smaller than a word broken for one letter.
+            // Shrinks the font a little before a word is broken.
             fontSizeMode: Text.HorizontalFit
             minimumPixelSize: Type.finest.pixelSize
             color: GCColor.white(0.75)

@@ -10,8 +10,8 @@
 
 #include <vector>
 
-/// The tiles of a map of storage entries, largest first. They are laid out anew when the entries or the area
-/// change, and at no other time.
+/// List model of the treemap tiles of a StorageEntriesModel, largest first. Resets whenever the entries or
+/// the area change.
 class TreemapTiles : public QAbstractListModel {
     Q_OBJECT
     Q_PROPERTY(StorageEntriesModel* entries READ entries WRITE setEntries NOTIFY entriesChanged)
@@ -20,10 +20,10 @@ class TreemapTiles : public QAbstractListModel {
 
 public:
     enum Role {
-        EntryRole = Qt::UserRole + 1, ///< the row of the entry that the tile stands for
-        RectRole,                     ///< its place in the area
-        NameRole,                     ///< of the entry
-        SizeRole,                     ///< of the entry, formatted
+        EntryRole = Qt::UserRole + 1, ///< row of the tile's entry in `entries`
+        RectRole,                     ///< position in the area, in pixels
+        NameRole,                     ///< name of the entry
+        SizeRole,                     ///< formatted size of the entry
     };
 
     using QAbstractListModel::QAbstractListModel;
@@ -44,7 +44,7 @@ Q_SIGNALS:
 private:
     void layOut();
 
-    QPointer<StorageEntriesModel> m_entries; ///< another's, which may go first when a screen goes
+    QPointer<StorageEntriesModel> m_entries; ///< not owned; may be destroyed first with its screen
     QSizeF m_area;
     std::vector<core::TreemapRect> m_tiles;
 };
