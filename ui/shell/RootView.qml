@@ -15,7 +15,6 @@ FocusScope {
         History
     }
 
-    /// Every run starts with the cleanup.
     property int tab: RootView.AppTab.Cleanup
 
     readonly property OnboardingModel onboarding: ScreenModels.onboarding(root)

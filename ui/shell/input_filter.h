@@ -3,7 +3,6 @@
 #include <QObject>
 #include <QPointF>
 
-class QKeyEvent;
 class QMouseEvent;
 
 /// Event filter that drops accidental input to a window: auto-repeats of Return, Enter, Space and Escape, the

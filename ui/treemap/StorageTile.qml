@@ -15,10 +15,10 @@ T.AbstractButton {
     property bool isSelected: false
 
     readonly property int margin: width > 80 ? 7 : 4
-    readonly property real textHeight: face.height - 2 * 5
+    readonly property real maxTextHeight: face.height - 2 * 5
     readonly property bool hasRoom: width > 46 && height > 30
-    readonly property bool showsName: hasRoom && nameText.contentHeight <= textHeight
-    readonly property bool showsSize: showsName && height > 46 && sizeText.contentWidth <= nameText.width && nameText.contentHeight + sizeText.contentHeight <= textHeight
+    readonly property bool showsName: hasRoom && nameText.contentHeight <= maxTextHeight
+    readonly property bool showsSize: showsName && height > 46 && sizeText.contentWidth <= nameText.width && nameText.contentHeight + sizeText.contentHeight <= maxTextHeight
 
     objectName: "tile"
     x: rect.x
