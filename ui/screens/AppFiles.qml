@@ -2,8 +2,8 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// What would go with an application: itself first, then the files that it keeps elsewhere. Space and Return tick the
-/// row that the keys have walked to.
+/// List of an application and its related files, with check boxes. The application itself is the first row. Space and
+/// Return toggle the current row.
 FocusScope {
     id: root
 
@@ -13,7 +13,7 @@ FocusScope {
         files.takeFocus(reason);
     }
 
-    /// The application itself is the row before the first.
+    /// Row -1 is the application itself.
     function toggle(row: int): void {
         files.currentIndex = row;
         if (row < 0)
@@ -46,7 +46,7 @@ FocusScope {
             Keys.onReturnPressed: root.toggle(currentIndex)
             Keys.onEnterPressed: root.toggle(currentIndex)
 
-            // Bound components would let qmllint follow these, but Qt 6.4 makes no header of them.
+            // qmllint resolves these ids only in bound components, which Qt 6.4 does not accept as a header.
             header: AppFilesHeader {
                 focus: true
                 model: root.model // qmllint disable unqualified

@@ -2,7 +2,8 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// The application itself as the first row of its files' list, and what to say of the rest.
+/// List header with the row of the application itself, and below it the heading of the related files or a note that
+/// there are none.
 FocusScope {
     id: root
 
@@ -11,13 +12,13 @@ FocusScope {
 
     signal toggled
 
-    readonly property Item rest: model.hasLeftovers ? heading : none
+    readonly property Item lastItem: model.hasLeftovers ? heading : note
 
     width: list.width - 2 * Metrics.listPadding
-    height: rest.y + rest.height
+    height: lastItem.y + lastItem.height
 
     ItemRow {
-        id: itself
+        id: appRow
         width: parent.width
         focus: true
         list: root.list
@@ -33,7 +34,7 @@ FocusScope {
     SectionLabel {
         id: heading
         objectName: "filesHeading"
-        anchors.top: itself.bottom
+        anchors.top: appRow.bottom
         anchors.topMargin: 8
         width: parent.width
         visible: root.model.hasLeftovers
@@ -41,9 +42,9 @@ FocusScope {
     }
 
     Label {
-        id: none
+        id: note
         objectName: "noFiles"
-        anchors.top: itself.bottom
+        anchors.top: appRow.bottom
         anchors.topMargin: 12
         width: parent.width
         visible: !root.model.hasLeftovers

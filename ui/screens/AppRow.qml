@@ -1,20 +1,20 @@
 import QtQuick
 import Lumvale.Style
 
-/// One installed application: the whole row is the button that shows what belongs to it.
+/// Row of an installed application. Clicking it shows the application's files.
 KeyboardRow {
     id: root
 
     required property string name
     required property string size
 
-    implicitHeight: Math.max(label.height, figure.height) + 2 * 12
+    implicitHeight: Math.max(label.height, sizeText.height) + 2 * 12
     Accessible.name: name + ", " + size
 
     Label {
         id: label
         anchors.left: parent.left
-        anchors.right: figure.left
+        anchors.right: sizeText.left
         anchors.rightMargin: 20
         anchors.verticalCenter: parent.verticalCenter
         text: root.name
@@ -23,7 +23,7 @@ KeyboardRow {
     }
 
     TabularText {
-        id: figure
+        id: sizeText
         anchors.right: chevron.left
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter

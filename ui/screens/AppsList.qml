@@ -3,7 +3,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// The installed applications, and above them what became of the last one that was uninstalled.
+/// List of the installed applications, below a banner about the last uninstallation.
 FocusScope {
     id: root
 

@@ -2,11 +2,12 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// The first screen: scans the disk, lists what may go and why, moves what is ticked to the Trash.
+/// The cleanup screen: scans the disk, lists the entries that can be deleted with the reason, and moves the selected
+/// ones to the Trash.
 FocusScope {
     id: root
 
-    // Made with the screen and gone with it: a scan that is still under way then has nobody to report to.
+    // Owned by the screen. A scan that is still running when both are destroyed has no effect.
     readonly property ScanViewModel model: ScreenModels.cleanup(root)
 
     CleanupHeader {

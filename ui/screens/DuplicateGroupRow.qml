@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// A group of duplicates: what is the same for all, and the items side by side.
+/// Row of a group of duplicates: date, count and size of the items, and the items side by side.
 FocusScope {
     id: root
 
@@ -14,7 +14,7 @@ FocusScope {
 
     required property KeyboardList list
     required property DuplicateGroupsModel groups
-    /// The item that the keys are at while this is the current group.
+    /// Index of the current item while this is the current group.
     required property int column
 
     readonly property bool isCurrent: ListView.isCurrentItem

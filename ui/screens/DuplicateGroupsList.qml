@@ -3,21 +3,21 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// The groups of duplicates. Of the keys up and down lead from group to group, left and right along the items of one;
-/// Space and Return tick the item that they have led to.
+/// List of the groups of duplicates. Up and Down move between groups, Left and Right within a group; Space and Return
+/// toggle the current item.
 KeyboardList {
     id: root
 
     required property DuplicateGroupsModel groups
 
-    /// The item that the keys are at, in groups that have as many; the last one in others.
+    /// Preferred index of the current item; kept when moving between groups and clamped to the items of each.
     property int column: 0
 
     readonly property int currentItemCount: currentIndex < 0 ? 0 : groups.rowCount(groups.itemsOf(currentIndex))
     readonly property int currentColumn: Math.max(0, Math.min(column, currentItemCount - 1))
 
     function toggle(group: int, item: int): void {
-        // What was found before has the keyboard still while it is searched anew, unseen.
+        // During a new search the list keeps the focus although it is hidden.
         if (!visible || group < 0 || item < 0)
             return;
         if (group !== currentIndex || item !== currentColumn) {
@@ -47,9 +47,9 @@ KeyboardList {
     model: groups
     spacing: 10
     topMargin: 6
-    // Only what is in sight exists, and asks for its picture.
+    // Creates only visible delegates, since each of them requests thumbnails.
     cacheBuffer: 0
-    // Only keys scroll: what is clicked stays under the pointer, so that another click there is for the same one.
+    // Scrolls to the current item on keyboard navigation only: clicked items must stay under the pointer.
     highlightFollowsCurrentItem: false
     onCurrentIndexChanged: reveal()
     onHasVisualFocusChanged: reveal()

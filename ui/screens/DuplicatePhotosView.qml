@@ -2,15 +2,15 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// The photos and videos that the library has more than once: the oldest of each stays, of the others what is ticked
-/// goes.
+/// The duplicates screen: lists photos and videos that are more than once in the library. The oldest of each group is
+/// kept; of the others the selected ones are deleted.
 FocusScope {
     id: root
 
-    // Made with the screen and gone with it: a search that is still under way then has nobody to report to.
+    // Owned by the screen. A search that is still running when both are destroyed has no effect.
     readonly property DuplicatePhotosViewModel model: ScreenModels.duplicates(root)
 
-    // Of pictures that nobody looks at nothing is remembered, nor what the library held at an earlier search.
+    // Each search and leaving the screen clear the thumbnail cache: its pictures are outdated or no longer needed.
     readonly property bool isLoading: model.isLoading
     onIsLoadingChanged: {
         if (isLoading)
@@ -85,7 +85,7 @@ FocusScope {
                   + root.model.totalWasted + " " + Texts.tr("duplicates_wasted_suffix")
         }
 
-        // Where groups go under the summary.
+        // Separator while the list is scrolled.
         Rectangle {
             anchors.left: parent.left
             anchors.right: parent.right

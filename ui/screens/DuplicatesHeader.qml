@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// What the screen is for, the button that searches, and what the last deletion came to.
+/// Header of the duplicates screen: title, scan button and the result of the last deletion.
 Column {
     id: root
 
@@ -12,7 +12,8 @@ Column {
 
     property alias startReason: button.startReason
 
-    /// The button has the keyboard, once that is in the screen and the button enabled.
+    /// Makes the scan button the focus item of its focus scope. It gets the active focus as soon as it is enabled and
+    /// the scope has the active focus.
     function takeFocus(reason: int): void {
         startReason = reason;
         button.focus = true;
@@ -41,7 +42,7 @@ Column {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.isAllowed
             isScanning: root.model.isLoading
-            enabled: !isScanning && !root.model.isDeleting // another search follows a deletion by itself
+            enabled: !isScanning && !root.model.isDeleting // a search starts automatically after a deletion
             focus: root.isAllowed
             onClicked: root.model.scan()
         }

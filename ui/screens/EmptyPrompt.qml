@@ -1,7 +1,7 @@
 import QtQuick
 import Lumvale.Style
 
-/// What a screen says while it has nothing to show yet.
+/// Symbol and message shown in an empty screen or list.
 Column {
     id: root
 
