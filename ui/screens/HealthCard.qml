@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// How the disk is, at one look.
+/// Health score of the disk as a gauge, with its label and the free space.
 Panel {
     id: root
 

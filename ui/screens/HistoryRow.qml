@@ -1,7 +1,7 @@
 import QtQuick
 import Lumvale.Style
 
-/// One thing that was deleted.
+/// Row of one deletion.
 Item {
     id: root
 
@@ -12,7 +12,7 @@ Item {
     property bool isCurrent: false
 
     objectName: "row"
-    implicitHeight: Math.max(label.height, figures.height) + 2 * 10
+    implicitHeight: Math.max(label.height, details.height) + 2 * 10
     Accessible.role: Accessible.ListItem
     Accessible.name: name + ", " + size
     Accessible.description: date
@@ -30,7 +30,7 @@ Item {
     Label {
         id: label
         anchors.left: parent.left
-        anchors.right: figures.left
+        anchors.right: details.left
         anchors.rightMargin: 20
         anchors.verticalCenter: parent.verticalCenter
         text: root.name
@@ -39,7 +39,7 @@ Item {
     }
 
     Column {
-        id: figures
+        id: details
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         spacing: 3

@@ -3,7 +3,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// What was deleted during the last month, as it grows.
+/// The history screen: the deletions of the last 30 days.
 FocusScope {
     id: root
 

@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// One proposal: the whole row is the button that ticks it.
+/// Row of an entry that can be deleted: a check box with name, reason, size and date.
 KeyboardRow {
     id: root
 
@@ -12,9 +12,9 @@ KeyboardRow {
     required property string date
     required checked
 
-    implicitHeight: Math.max(texts.height, figures.height) + 2 * 10
+    implicitHeight: Math.max(texts.height, details.height) + 2 * 10
 
-    // What makes it a check box for screen readers as well; what it shows is still what the model says.
+    // Makes screen readers announce a check box; the state shown still comes from the model.
     checkable: true
     Accessible.checkable: true
     Accessible.checked: checked
@@ -32,7 +32,7 @@ KeyboardRow {
         id: texts
         anchors.left: mark.right
         anchors.leftMargin: 14
-        anchors.right: figures.left
+        anchors.right: details.left
         anchors.rightMargin: 20
         anchors.verticalCenter: parent.verticalCenter
         spacing: 3
@@ -56,7 +56,7 @@ KeyboardRow {
     }
 
     Column {
-        id: figures
+        id: details
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         spacing: 3

@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// The picture of a photo or video, or what stands for it, and on it what there is to know.
+/// Thumbnail of a photo or video, or a placeholder, with overlays for its state.
 Rectangle {
     id: root
 
@@ -29,11 +29,11 @@ Rectangle {
         id: thumbnail
         objectName: "thumbnail"
         anchors.fill: parent
-        assetID: root.assetID ?? "" // what is about to go has none
+        assetID: root.assetID ?? "" // undefined in delegates that are being removed
         opacity: root.isChecked ? 0.35 : 1
     }
 
-    // Beneath the symbols, since pictures may be white.
+    // Darkens the thumbnail behind the symbols for contrast.
     Rectangle {
         anchors.fill: parent
         visible: root.isFavorite || root.isVideo

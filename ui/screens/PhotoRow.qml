@@ -5,40 +5,39 @@ import QtQml.Models
 import Lumvale
 import Lumvale.Style
 
-/// The photos of one group side by side. There may be hundreds of them, so they are a list of their own; only what is
-/// in sight exists, and asks for its picture.
+/// Horizontal list of the photos of one group. A group may have hundreds of photos, so delegates and their thumbnails
+/// exist for the visible ones only.
 ListView {
     id: root
 
     required property KeyboardList list
-    /// Whether the keys are at its current photo.
     required property bool hasVisualFocus
     required property DuplicateGroupsModel groups
     required property int group
-    /// What the photos have in common.
+    /// Size and date, which the photos have in common.
     required property string facts
 
-    /// Around the photos, for the ring of the keyboard.
+    /// Space around the photos for the focus ring.
     readonly property int margin: 6
-    readonly property int markHeight: 12
-    readonly property int fading: 36
+    readonly property int scrollBarHeight: 12
+    readonly property int fadeWidth: 36
 
     signal toggled(item: int)
 
-    /// As far as the row goes.
-    function scrollTo(wanted: real): void {
-        contentX = Math.max(originX - margin, Math.min(wanted, originX + contentWidth + margin - width));
+    /// Scrolls to `position`, clamped to the content.
+    function scrollTo(position: real): void {
+        contentX = Math.max(originX - margin, Math.min(position, originX + contentWidth + margin - width));
     }
 
-    /// Scrolls until the current photo is clear of where the row fades.
+    /// Scrolls until the current photo is clear of the faded edges.
     function reveal(): void {
         if (currentItem)
-            scrollTo(Math.max(currentItem.x + currentItem.width + fading - width,
-                              Math.min(contentX, currentItem.x - fading)));
+            scrollTo(Math.max(currentItem.x + currentItem.width + fadeWidth - width,
+                              Math.min(contentX, currentItem.x - fadeWidth)));
     }
 
     objectName: "photoRow"
-    implicitHeight: Metrics.photoSide + 20 + 2 * margin + markHeight
+    implicitHeight: Metrics.photoSide + 20 + 2 * margin + scrollBarHeight
     leftMargin: margin
     rightMargin: margin
     orientation: ListView.Horizontal
@@ -69,15 +68,15 @@ ListView {
         }
     }
 
-    // For wheels that turn one way only; without Shift they scroll the list of the groups.
+    // Shift and a vertical wheel scroll the row; without Shift the wheel scrolls the list of groups.
     WheelHandler {
         acceptedModifiers: Qt.ShiftModifier
         target: null
-        // As far as a wheel that turns sideways.
+        // The same distance per step as with a horizontal wheel.
         onWheel: event => root.scrollTo(root.contentX - 0.6 * event.angleDelta.y)
     }
 
-    // What is cut off there goes on.
+    // Fades the edges where the content overflows.
     Repeater {
         parent: root
         model: [!root.atXBeginning, !root.atXEnd]
@@ -89,8 +88,8 @@ ListView {
             required property bool modelData
 
             x: index === 0 ? 0 : root.width - width
-            width: root.fading
-            height: root.height - root.markHeight
+            width: root.fadeWidth
+            height: root.height - root.scrollBarHeight
             visible: root.interactive && modelData
             gradient: Gradient {
                 orientation: Gradient.Horizontal

@@ -3,8 +3,8 @@ import QtQuick.Templates as T
 import Lumvale
 import Lumvale.Style
 
-/// One photo or video of a group, with its name. All of it is the check box that ticks it, but for the one that is
-/// kept: that is no button at all, for nobody.
+/// One photo or video of a group, with its name. The tile is a check box, except for the photo that is kept, which is
+/// not interactive.
 FocusScope {
     id: root
 
@@ -18,7 +18,7 @@ FocusScope {
 
     required property KeyboardList list
     required property bool isCurrent
-    /// What it has in common with the others of its group.
+    /// Size and date, which the photos of the group have in common.
     required property string facts
 
     readonly property string title: name.length > 0 ? name : facts
@@ -76,7 +76,7 @@ FocusScope {
         focus: !root.isKept
         focusPolicy: Qt.NoFocus
         hoverEnabled: true
-        // What makes it a check box for screen readers as well; what it shows is still what the model says.
+        // Makes screen readers announce a check box; the state shown still comes from the model.
         checkable: true
         checked: root.checked
         Accessible.ignored: root.isKept
@@ -88,7 +88,7 @@ FocusScope {
         Accessible.onPressAction: root.clicked()
         Accessible.onToggleAction: root.clicked()
         onClicked: root.clicked()
-        // It takes Space itself: the list would never hear of it.
+        // The button accepts Space, so the list doesn't receive that key.
         Keys.onPressed: event => {
             root.list.hasVisualFocus = true;
             event.accepted = false;

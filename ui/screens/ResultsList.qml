@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// What the scan proposes, by category; Space and Return tick the row that the keys have walked to.
+/// List of the scan results by category. Space and Return toggle the current row.
 Panel {
     id: root
 
@@ -47,7 +47,7 @@ Panel {
             required property int index
 
             width: ListView.view.width - 2 * Metrics.listPadding
-            // Bound components would let qmllint follow this, but Qt 6.4 makes no section headings of them.
+            // qmllint resolves this id only in bound components, which Qt 6.4 does not accept as a section delegate.
             onClicked: root.toggle(index) // qmllint disable unqualified
         }
     }

@@ -2,12 +2,12 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// Starts a scan; while that runs it says so, and rests.
+/// Button that starts a scan; disabled and relabelled while the scan runs.
 GradientButton {
     id: root
 
     required property bool isScanning
-    /// How the keyboard had come to what started the scan, which is lost while the button is disabled.
+    /// Focus reason of the control that started the scan; restored when the button is enabled again.
     property int startReason: Qt.OtherFocusReason
 
     objectName: "scanButton"

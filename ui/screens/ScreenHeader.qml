@@ -1,7 +1,7 @@
 import QtQuick
 import Lumvale.Style
 
-/// What a screen is for, at its top.
+/// Title and subtitle of a screen.
 Column {
     id: root
 

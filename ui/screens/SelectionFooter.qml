@@ -2,16 +2,16 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// How much is ticked, what the last move came to, and the button that moves.
+/// Footer with the number and size of the selected entries, the result of the last deletion, and the delete button.
 Item {
     id: root
 
     required property int count
     required property string size
     required property string action
-    /// What the last move came to; nothing is said where it is empty.
+    /// Result of the last deletion; not shown if empty.
     property string outcome
-    /// Whether what was asked for before is still under way.
+    /// A deletion is running; the button is disabled.
     property bool isBusy: false
 
     signal requested
