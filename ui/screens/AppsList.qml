@@ -9,7 +9,7 @@ FocusScope {
 
     required property UninstallViewModel model
 
-    /// Whether it is walked by keys.
+    /// The list's visual focus; see KeyboardList.
     readonly property bool hasVisualFocus: list.hasVisualFocus
 
     signal picked(row: int)

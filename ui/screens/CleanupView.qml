@@ -7,7 +7,7 @@ import Lumvale.Style
 FocusScope {
     id: root
 
-    // Owned by the screen. A scan that is still running when both are destroyed has no effect.
+    // Owned by the screen; the result of a running scan is discarded with both.
     readonly property ScanViewModel model: ScreenModels.cleanup(root)
 
     CleanupHeader {

@@ -7,7 +7,7 @@ import Lumvale.Style
 FocusScope {
     id: root
 
-    // Owned by the screen. A search that is still running when both are destroyed has no effect.
+    // Owned by the screen; the result of a running search is discarded with both.
     readonly property DuplicatePhotosViewModel model: ScreenModels.duplicates(root)
 
     // Each search and leaving the screen clear the thumbnail cache: its pictures are outdated or no longer needed.

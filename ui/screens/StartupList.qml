@@ -3,7 +3,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// What starts at login; Space and Return press the button of the row that the keys have walked to.
+/// List of the items that start at login. Space and Return press the button of the current row.
 KeyboardList {
     id: root
 

@@ -2,8 +2,8 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// One thing that starts at login, and its button. Keys and screen readers press the row, the pointer the
-/// button alone.
+/// Row of an item that starts at login, with the button that disables it. The keyboard and screen readers activate the
+/// row; pointer events act on the button only.
 KeyboardRow {
     id: root
 
@@ -12,7 +12,7 @@ KeyboardRow {
     required property bool isSystemWide
 
     implicitHeight: Math.max(texts.height, button.height) + 2 * 12
-    // Nowhere is it the pointer's.
+    // Excludes the row itself from pointer events.
     containmentMask: QtObject {
         function contains(point: point): bool {
             return false;

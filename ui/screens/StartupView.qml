@@ -2,11 +2,11 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// What starts at login, and the way to end that.
+/// The startup screen: lists the items that start at login and disables them.
 FocusScope {
     id: root
 
-    // Made with the screen and gone with it: a list that comes later then has nobody to go to.
+    // Owned by the screen; the result of a running search is discarded with both.
     readonly property StartupViewModel model: ScreenModels.startup(root)
 
     Component.onCompleted: {
@@ -73,7 +73,7 @@ FocusScope {
     Connections {
         target: root.model
 
-        // Not bound: when it is done nothing is asked any more, but the dialog stands a moment longer.
+        // No binding on `visible`: the model resets its item before the blocking action of the dialog has finished.
         function onItemToDisableChanged(): void {
             if (root.model.showDisableConfirm) {
                 dialog.subject = root.model.itemToDisableName;
@@ -94,7 +94,7 @@ FocusScope {
         message: "« " + subject + " »\n" + Texts.tr("alert_confirm_disable_message")
         cancelText: Texts.tr("btn_cancel")
         confirmText: Texts.tr("btn_disable")
-        // The row that had the keyboard may be gone by then, so it goes back to the list, as it came from there.
+        // The focus returns to the list, since the row that had it may have been removed.
         onAboutToShow: {
             returnTo = null;
             returnReason = list.hasVisualFocus ? Qt.TabFocusReason : Qt.MouseFocusReason;

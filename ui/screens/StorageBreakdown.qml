@@ -3,14 +3,14 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// The entries twice, as a map and as rows below it; what is selected is so in both. The map stays in sight while
-/// the rows scroll.
+/// The storage entries as a treemap and as a list below it, with a common selection. The treemap doesn't scroll with
+/// the list.
 Item {
     id: root
 
     required property StorageEntriesModel entries
 
-    /// The row of the selected entry; -1 for none, as at each opening, which computes the entries anew.
+    /// Row of the selected entry, or -1. Reset when the entries change, which happens each time the sheet opens.
     property int selected: -1
 
     function toggle(entry: int): void {
@@ -35,7 +35,7 @@ Item {
         selected: root.selected
         onChosen: entry => {
             root.selected = entry;
-            rows.currentIndex = entry; // and with it into sight
+            rows.currentIndex = entry; // scrolls it into view
         }
     }
 
@@ -60,7 +60,7 @@ Item {
         anchors.right: parent.right
         anchors.top: hint.bottom
         anchors.bottom: parent.bottom
-        // What they say stands in line with the map; their background reaches beyond, and the scroll bar farther.
+        // Aligns the content of the rows with the treemap; their background and the scroll bar extend beyond it.
         anchors.leftMargin: -leftMargin
         anchors.rightMargin: -rightMargin
         anchors.topMargin: 8

@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// Where the space goes: a sheet that only shows, and changes nothing.
+/// Sheet with the storage breakdown, read-only.
 Sheet {
     id: root
 
@@ -11,7 +11,8 @@ Sheet {
 
     implicitWidth: Metrics.breakdownWidth
     implicitHeight: Metrics.breakdownHeight
-    // Unless a quick hand was there before; and with a ring only for those who came by keys.
+    // Keeps a focus that the user has set during the transition; otherwise shows the focus ring only if the sheet was
+    // opened by keyboard.
     onOpened: if (!content.activeFocus)
         closeButton.forceActiveFocus(returnReason)
     onClosed: content.focus = false

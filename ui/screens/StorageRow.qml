@@ -1,7 +1,7 @@
 import QtQuick
 import Lumvale.Style
 
-/// One entry with its size, and how much that is beside the largest: the whole row is the button that selects it.
+/// Row of a storage entry: name, size, and a bar with its size relative to the largest entry.
 KeyboardRow {
     id: root
 
@@ -27,7 +27,7 @@ KeyboardRow {
         color: root.color
     }
 
-    // What stands beside a name that has more lines stands beside the first.
+    // Aligns swatch and size with the first line of a wrapped name.
     FontMetrics {
         id: metrics
         font: nameLabel.font
@@ -37,7 +37,7 @@ KeyboardRow {
         id: nameLabel
         anchors.left: swatch.right
         anchors.leftMargin: 10
-        anchors.right: figure.left
+        anchors.right: sizeText.left
         anchors.rightMargin: 16
         y: 9
         text: root.name
@@ -46,7 +46,7 @@ KeyboardRow {
     }
 
     TabularText {
-        id: figure
+        id: sizeText
         anchors.right: parent.right
         y: nameLabel.y + Math.round((metrics.height - height) / 2)
         text: root.size
@@ -55,7 +55,7 @@ KeyboardRow {
     Rectangle {
         id: bar
         anchors.left: nameLabel.left
-        anchors.right: figure.right
+        anchors.right: sizeText.right
         y: nameLabel.y + nameLabel.height + 7
         height: 5
         radius: 2.5

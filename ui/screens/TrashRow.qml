@@ -4,14 +4,14 @@ import QtQuick.Templates as T
 import Lumvale
 import Lumvale.Style
 
-/// Empties the Trash, and says what came of it.
+/// Button that empties the Trash, and the result of the last attempt.
 Column {
     id: root
 
     required property ScanViewModel model
 
-    /// Lines of one height, wrapped or not, so that as many as are seen are seen whole.
-    readonly property int failureLine: 17
+    /// Fixed line height of the failures, so that the view shows whole lines only.
+    readonly property int failureLineHeight: 17
 
     spacing: 8
 
@@ -64,7 +64,7 @@ Column {
         Accessible.role: Accessible.AlertMessage
     }
 
-    // A few lines stand open, many scroll: what was found must stay in reach.
+    // Shows up to four lines and scrolls the others, so that the results below stay visible.
     Item {
         width: parent.width
         height: failures.height
@@ -75,7 +75,7 @@ Column {
             objectName: "trashFailures"
 
             width: parent.width
-            height: Math.min(contentHeight, 4 * root.failureLine)
+            height: Math.min(contentHeight, 4 * root.failureLineHeight)
             clip: true
             snapMode: ListView.SnapToItem
             boundsBehavior: Flickable.StopAtBounds
@@ -96,12 +96,12 @@ Column {
                 required property string modelData
 
                 width: ListView.view.width - 14
-                // The mark keeps name and reason in this order also where the name runs from the right.
+                // The left-to-right mark keeps name and reason in this order for right-to-left names as well.
                 text: "\u200e" + modelData + " : " + Texts.tr(root.model.trashFailedReasonKeys[index])
                 font: Type.fine
                 color: GCColor.danger
                 lineHeightMode: Text.FixedHeight
-                lineHeight: root.failureLine
+                lineHeight: root.failureLineHeight
             }
         }
 

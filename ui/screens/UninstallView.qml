@@ -2,17 +2,17 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// The installed applications; of the one that is picked, what would go with it.
+/// The uninstall screen: lists the installed applications, or the files of the selected one.
 FocusScope {
     id: root
 
-    // Made with the screen and gone with it: a search that is still under way then has nobody to report to.
+    // Owned by the screen; the result of a running search is discarded with both.
     readonly property UninstallViewModel model: ScreenModels.uninstall(root)
 
-    /// How what comes next on the screen is come to, which what comes can't tell by then.
+    /// Focus reason for the next view, which cannot determine it itself.
     property int reason: Qt.MouseFocusReason
 
-    /// What is asked before anything is moved; empty without an application.
+    /// Message of the confirmation dialog; empty if no application is selected.
     readonly property string question: model.hasSelectedApp
                                        ? "« " + model.selectedAppName + " » : " + model.checkedCount + " "
                                          + Texts.tr("selected_count_suffix") + " · " + model.selectedSize + "\n"
@@ -30,18 +30,18 @@ FocusScope {
         apps.takeFocus(reason);
     }
 
-    /// Gives the keyboard to what was waited for, unless it went elsewhere meanwhile.
-    function handOver(part: var): void {
+    /// Moves the focus from the loading indicator to `view`, unless the user has moved it elsewhere.
+    function moveFocusTo(view: var): void {
         if (!waiting.focus)
             return;
         if (activeFocus)
-            part.takeFocus(reason);
+            view.takeFocus(reason);
         else
-            part.focus = true;
+            view.focus = true;
     }
 
     onQuestionChanged: {
-        // Once answered it stands until the dialog is gone.
+        // Keeps the message while the dialog is closing.
         if (question.length > 0)
             dialog.message = question;
     }
@@ -99,7 +99,7 @@ FocusScope {
             onPicked: row => root.open(row)
             onVisibleChanged: {
                 if (visible)
-                    root.handOver(apps);
+                    root.moveFocusTo(apps);
             }
         }
 
@@ -107,13 +107,13 @@ FocusScope {
             id: files
             anchors.fill: parent
             active: root.model.hasSelectedApp && !root.model.isSearchingLeftovers
-            onLoaded: root.handOver(files)
+            onLoaded: root.moveFocusTo(files)
 
             function takeFocus(reason: int): void {
                 (item as AppFiles).takeFocus(reason);
             }
 
-            // Bound components would let qmllint follow this, but in Qt 6.4 no Loader makes one.
+            // qmllint resolves this id only in bound components, which Loader does not accept in Qt 6.4.
             sourceComponent: AppFiles {
                 focus: true
                 model: root.model // qmllint disable unqualified
