@@ -58,7 +58,7 @@ void PhotoThumbnail::show(const Thumbnail& thumbnail) {
 
 QSGNode* PhotoThumbnail::updatePaintNode(QSGNode* node, UpdatePaintNodeData*) {
     if (m_isNodeOutdated) {
-        delete node; // not every renderer would let go of its texture for another one
+        delete node; // recreated, since not every renderer releases the old texture in setTexture()
         node = nullptr;
         m_isNodeOutdated = false;
     }

@@ -8,8 +8,9 @@
 #include <QQuickItem>
 #include <QtQmlIntegration>
 
-/// The small picture of one asset of the photo library, square and with round corners; nothing while there is
-/// none. It is asked for when it can be seen. The toolkit's own image couldn't say why there is none.
+/// Item that draws the thumbnail of one asset of the photo library, square with round corners; draws nothing
+/// if there is none. Requests the thumbnail when the item becomes visible and cancels the request when it is
+/// hidden. Unlike Qt's Image it reports that an asset is in iCloud only.
 class PhotoThumbnail : public QQuickItem {
     Q_OBJECT
     Q_PROPERTY(QByteArray assetID READ assetID WRITE setAssetID NOTIFY assetIDChanged)
@@ -20,10 +21,12 @@ class PhotoThumbnail : public QQuickItem {
 public:
     explicit PhotoThumbnail(QQuickItem* parent = nullptr);
 
-    const QByteArray& assetID() const { return m_assetID; } ///< bytes, in QML an array buffer
+    const QByteArray& assetID() const { return m_assetID; } ///< an ArrayBuffer in QML
     void setAssetID(const QByteArray& assetID);
     bool isLoaded() const { return !m_thumbnail.image.isNull(); }
-    bool iCloudOnly() const { return m_thumbnail.isInCloud; } ///< no picture, because it isn't on the disk
+    bool iCloudOnly() const {
+        return m_thumbnail.isInCloud;
+    } ///< no thumbnail: the original isn't on the disk
 
 Q_SIGNALS:
     void assetIDChanged();
@@ -39,8 +42,8 @@ private:
     void show(const Thumbnail& thumbnail);
 
     QByteArray m_assetID;
-    QPointer<ThumbnailLoader> m_loader; ///< while it is asked
+    QPointer<ThumbnailLoader> m_loader; ///< of the item's engine; null before the first request
     Thumbnail m_thumbnail;
-    bool m_isKnown = false; ///< the answer for this asset has come
+    bool m_isKnown = false; ///< the loader has answered for this asset
     bool m_isNodeOutdated = false;
 };

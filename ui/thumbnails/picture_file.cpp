@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// Some decoders keep all that they read. Larger originals have a small rendition beside them.
+/// Some decoders keep the whole file in memory. The library has small renditions of larger originals.
 constexpr qint64 maxBytes = 64'000'000;
 
 struct Signature {
@@ -22,8 +22,8 @@ struct Signature {
     std::string_view bytes;
 };
 
-// What a format is called here decides which decoder sees the file, and no other one does: the toolkit, left
-// to find out by itself, would show it to all that this machine has, and some of those read other files too.
+// Selects the decoder explicitly. With automatic detection Qt would offer the file to every installed plugin,
+// some of which read further files.
 constexpr Signature signatures[] = {
     {"jpeg", 0, "\xFF\xD8\xFF"sv}, {"png", 0, "\x89PNG\r\n\x1A\n"sv},
     {"gif", 0, "GIF8"sv},          {"bmp", 0, "BM"sv},
@@ -39,7 +39,7 @@ QByteArray formatOf(std::string_view start) {
     return {};
 }
 
-/// A number as JPEG and PNG write it.
+/// Decodes a big-endian unsigned integer, as used by JPEG and PNG.
 std::int64_t number(std::string_view bytes) {
     std::int64_t value = 0;
     for (const char byte : bytes)
@@ -58,37 +58,37 @@ PictureFile::PictureFile(platform::Descriptor file, QDeadlineTimer deadline)
     std::array<char, 16> start{};
     const qint64 length = readAt(0, start.data(), start.size());
     const QByteArray format = formatOf({start.data(), static_cast<std::size_t>(length)});
-    if (format == "png" ? !showPng() : format == "jpeg" && !fitsMemoryLimit())
+    if (format == "png" ? !addPngChunks() : format == "jpeg" && !fitsMemoryLimit())
         return;
-    if (m_pieces.empty())
-        show(0, m_fileSize);
+    if (m_ranges.empty())
+        addRange(0, m_fileSize);
     m_format = format;
     open(ReadOnly | Unbuffered);
 }
 
 qint64 PictureFile::size() const {
     qint64 size = 0;
-    for (const Piece& piece : m_pieces)
-        size += piece.length;
+    for (const Range& range : m_ranges)
+        size += range.length;
     return size;
 }
 
-qint64 PictureFile::readData(char* data, qint64 most) {
+qint64 PictureFile::readData(char* data, qint64 maxSize) {
     qint64 within = pos();
-    for (const auto& [begin, length] : m_pieces) {
+    for (const auto& [begin, length] : m_ranges) {
         if (within < length)
-            return readAt(begin + within, data, std::min(most, length - within));
+            return readAt(begin + within, data, std::min(maxSize, length - within));
         within -= length;
     }
     return 0;
 }
 
-qint64 PictureFile::readAt(qint64 offset, char* data, qint64 most) const {
+qint64 PictureFile::readAt(qint64 offset, char* data, qint64 maxSize) const {
     if (m_deadline.hasExpired())
         return 0;
     ssize_t length = 0;
     do {
-        length = pread(m_file.number(), data, static_cast<std::size_t>(most), offset);
+        length = pread(m_file.number(), data, static_cast<std::size_t>(maxSize), offset);
     } while (length < 0 && errno == EINTR);
     return std::max<qint64>(length, 0);
 }
@@ -98,30 +98,31 @@ std::string_view PictureFile::bytesAt(qint64 offset, qint64 count, char* buffer)
                                                   : std::string_view();
 }
 
-void PictureFile::show(qint64 begin, qint64 end) {
+void PictureFile::addRange(qint64 begin, qint64 end) {
     end = std::min(end, m_fileSize);
-    if (!m_pieces.empty() && m_pieces.back().begin + m_pieces.back().length == begin)
-        m_pieces.back().length = end - m_pieces.back().begin;
+    if (!m_ranges.empty() && m_ranges.back().begin + m_ranges.back().length == begin)
+        m_ranges.back().length = end - m_ranges.back().begin;
     else if (begin < end)
-        m_pieces.push_back({begin, end - begin});
+        m_ranges.push_back({begin, end - begin});
 }
 
-/// A picture whose colours or details come one after the other is kept whole by the decoder, in full size and
-/// without regard to any limit.
+/// Returns whether a JPEG can be decoded within the memory limit. For progressive images and those with
+/// several scans the decoder keeps all coefficients in memory at full size, regardless of Qt's allocation
+/// limit. Returns false if the headers are malformed.
 bool PictureFile::fitsMemoryLimit() const {
-    constexpr std::int64_t mostKept = 192'000'000;
-    constexpr std::int64_t bytesOfValue = 2;
+    constexpr std::int64_t maxCoefficientBytes = 192'000'000;
+    constexpr std::int64_t bytesPerCoefficient = 2;
     char buffer[6];
-    std::int64_t values = 0;
+    std::int64_t coefficients = 0;
     std::int64_t components = 0;
     bool isProgressive = false;
     for (qint64 at = 2;;) {
-        // As the decoder does: what is no mark is passed over.
-        const std::string_view mark = bytesAt(at, 2, buffer);
-        if (mark.empty())
+        // Skips bytes that are no marker, as the decoder does.
+        const std::string_view marker = bytesAt(at, 2, buffer);
+        if (marker.empty())
             return false;
-        const auto kind = static_cast<unsigned char>(mark[1]);
-        if (mark[0] != '\xFF' || kind == 0x00 || kind == 0xFF) {
+        const auto kind = static_cast<unsigned char>(marker[1]);
+        if (marker[0] != '\xFF' || kind == 0x00 || kind == 0xFF) {
             ++at;
             continue;
         }
@@ -135,13 +136,13 @@ bool PictureFile::fitsMemoryLimit() const {
             if (bytesAt(at + 3, 5, buffer).empty())
                 return false;
             components = number({buffer + 4, 1});
-            values = number({buffer, 2}) * number({buffer + 2, 2}) * components;
+            coefficients = number({buffer, 2}) * number({buffer + 2, 2}) * components;
             isProgressive = kind != 0xC0 && kind != 0xC1 && kind != 0xC9;
         }
-        constexpr unsigned char scan = 0xDA;
-        if (kind == scan) {
-            const bool isWhole = !isProgressive && number(bytesAt(at + 2, 1, buffer)) == components;
-            return isWhole || values * bytesOfValue <= mostKept;
+        constexpr unsigned char startOfScan = 0xDA;
+        if (kind == startOfScan) {
+            const bool isSingleScan = !isProgressive && number(bytesAt(at + 2, 1, buffer)) == components;
+            return isSingleScan || coefficients * bytesPerCoefficient <= maxCoefficientBytes;
         }
         if (length < 2)
             return false;
@@ -149,28 +150,28 @@ bool PictureFile::fitsMemoryLimit() const {
     }
 }
 
-/// Only what makes the picture: texts, palettes to choose from and the like are unpacked and kept by the
-/// decoder, and a file of three million bytes can hold fifteen thousand million of them. False when it is
-/// in disorder.
-bool PictureFile::showPng() {
-    constexpr std::string_view shown[] = {"IHDR", "PLTE", "tRNS", "IDAT", "IEND",
-                                          "cHRM", "gAMA", "iCCP", "sRGB"};
-    constexpr std::size_t mostPieces = 32;
-    constexpr qint64 signature = 8;
-    constexpr qint64 aroundData = 12; // length and name before it, a checksum behind it
-    show(0, signature);
+/// Makes only the chunks visible that affect the image. The decoder would decompress and keep text chunks,
+/// suggested palettes and the like: 3 MB of them can expand to 15 GB. Returns false if the visible chunks are
+/// scattered over too many ranges.
+bool PictureFile::addPngChunks() {
+    constexpr std::string_view visibleChunks[] = {"IHDR", "PLTE", "tRNS", "IDAT", "IEND",
+                                                  "cHRM", "gAMA", "iCCP", "sRGB"};
+    constexpr std::size_t maxRanges = 32;
+    constexpr qint64 signatureSize = 8;
+    constexpr qint64 chunkOverhead = 12; // length and type before the data, a checksum after it
+    addRange(0, signatureSize);
     char buffer[8];
-    for (qint64 at = signature; at < m_fileSize && m_pieces.size() <= mostPieces;) {
+    for (qint64 at = signatureSize; at < m_fileSize && m_ranges.size() <= maxRanges;) {
         const std::string_view head = bytesAt(at, 8, buffer);
         if (head.empty())
-            break; // cut off: the decoder shows what it has
+            break; // truncated file: the decoder shows the part it has
         const std::string_view name = head.substr(4);
-        const qint64 end = at + aroundData + number(head.substr(0, 4));
-        if (std::find(std::begin(shown), std::end(shown), name) != std::end(shown))
-            show(at, end);
+        const qint64 end = at + chunkOverhead + number(head.substr(0, 4));
+        if (std::find(std::begin(visibleChunks), std::end(visibleChunks), name) != std::end(visibleChunks))
+            addRange(at, end);
         if (name == "IEND")
             break;
         at = end;
     }
-    return m_pieces.size() <= mostPieces;
+    return m_ranges.size() <= maxRanges;
 }

@@ -9,41 +9,41 @@
 #include <string_view>
 #include <vector>
 
-/// An open file as a decoder of pictures may see it. Anything may lie in a photo library, so this looks
-/// first: it knows the format by the content, leaves out what decoders keep in memory without need, and gives
-/// nothing more once the time is over. For one thread.
+/// Read-only device that presents an image file to a decoder. A photo library may contain any file, so this
+/// class detects the format from the content, hides data that decoders would needlessly keep in memory, and
+/// reports the end of the file once the deadline has expired. Not thread-safe; usable in any one thread.
 ///
-/// No QFile: some decoders map one into memory, and a file that shrinks meanwhile would end the program.
+/// Not a QFile: some decoders map it into memory, and truncating a mapped file would crash the program.
 class PictureFile : public QIODevice {
 public:
     PictureFile(platform::Descriptor file, QDeadlineTimer deadline);
 
-    /// As the toolkit calls it. Empty when there is nothing to decode: no picture, or one that would take
-    /// more memory or time than a small picture of it is worth.
+    /// Format name as used by QImageReader. Empty if the file must not be decoded: it is no image, or
+    /// decoding it would take too much memory.
     const QByteArray& format() const { return m_format; }
 
     bool isSequential() const override { return false; }
-    qint64 size() const override; ///< of what is seen of it
+    qint64 size() const override; ///< of the visible ranges
 
 protected:
-    qint64 readData(char* data, qint64 most) override;
+    qint64 readData(char* data, qint64 maxSize) override;
     qint64 writeData(const char*, qint64) override { return -1; }
 
 private:
-    struct Piece {
+    struct Range {
         qint64 begin;
         qint64 length;
     };
 
-    qint64 readAt(qint64 offset, char* data, qint64 most) const; ///< 0 at the end, of the time as well
-    std::string_view bytesAt(qint64 offset, qint64 count, char* buffer) const; ///< all of them, or none
-    void show(qint64 begin, qint64 end);
+    qint64 readAt(qint64 offset, char* data, qint64 maxSize) const; ///< 0 on error or after the deadline
+    std::string_view bytesAt(qint64 offset, qint64 count, char* buffer) const; ///< empty if fewer are left
+    void show(qint64 begin, qint64 end);                                       ///< adds a visible range
     bool fitsMemoryLimit() const;
-    bool showPng();
+    bool addPngChunks();
 
     platform::Descriptor m_file;
     QDeadlineTimer m_deadline;
     qint64 m_fileSize = 0;
-    std::vector<Piece> m_pieces; ///< of the file, what is seen of it
+    std::vector<Range> m_ranges; ///< ranges of the file that the decoder sees, one after the other
     QByteArray m_format;
 };

@@ -14,9 +14,9 @@
 
 namespace {
 
-/// Above any camera's, and still decoded in seconds. What has to be held in memory whole, the toolkit bounds
-/// more closely.
-constexpr qint64 mostPixels = 256'000'000;
+/// More than cameras produce, and still decoded within seconds. Images that are decoded at full size are
+/// limited further by QImageReader's allocation limit.
+constexpr qint64 maxPixels = 256'000'000;
 
 QImage square(const QImage& picture) {
     const int side = std::min(picture.width(), picture.height());
@@ -32,16 +32,16 @@ QImage rounded(const QImage& picture) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(picture);
-    constexpr double radius = thumbnailCorner * thumbnailSide;
+    constexpr double radius = thumbnailRadiusRatio * thumbnailSide;
     painter.drawRoundedRect(result.rect(), radius, radius);
     return result;
 }
 
 } // namespace
 
-QImage decodeThumbnail(platform::Descriptor file, std::chrono::milliseconds patience) {
+QImage decodeThumbnail(platform::Descriptor file, std::chrono::milliseconds timeout) {
     silenceQt();
-    const QDeadlineTimer deadline(patience);
+    const QDeadlineTimer deadline(timeout);
     PictureFile pictureFile(std::move(file), deadline);
     if (pictureFile.format().isEmpty())
         return {};
@@ -50,9 +50,9 @@ QImage decodeThumbnail(platform::Descriptor file, std::chrono::milliseconds pati
     reader.setDecideFormatFromContent(false);
     reader.setAutoTransform(true);
     const QSize size = reader.size();
-    if (size.isEmpty() || qint64(size.width()) * size.height() > mostPixels)
+    if (size.isEmpty() || qint64(size.width()) * size.height() > maxPixels)
         return {};
-    // Only ever smaller: a line of a picture, made wide enough, would be a million pixels long.
+    // Never scaled up: a very narrow image, expanded to fill the square, could become a million pixels long.
     if (std::min(size.width(), size.height()) > thumbnailSide)
         reader.setScaledSize(size.scaled(thumbnailSide, thumbnailSide, Qt::KeepAspectRatioByExpanding));
     const QImage picture = reader.read();

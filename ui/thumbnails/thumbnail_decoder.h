@@ -6,13 +6,13 @@
 
 #include <chrono>
 
-/// Pixels of a side; a tile is half as wide in points, so that it is sharp on a fine display too.
+/// Side in pixels: twice the side of a tile, for displays with a device pixel ratio of 2.
 constexpr int thumbnailSide = 192;
-/// What of a side a corner's radius is: as round as the other tiles.
-constexpr double thumbnailCorner = 12.0 / 96;
+/// Corner radius as a fraction of the side, equal to that of the other tiles.
+constexpr double thumbnailRadiusRatio = 12.0 / 96;
 
-/// The picture in an open file, filling a square from its middle, with round corners; it stands as it was
-/// taken. A null image where the file is no picture, is a broken one, or would take unreasonably much memory
-/// or longer than `patience`. Blocks; for any thread.
+/// Decodes an image file to a square thumbnail in sRGB: the centre of the image, rotated according to its
+/// metadata, with round corners. Returns a null image if the file is no image or is damaged, or if decoding
+/// it would take too much memory or longer than `timeout`. Blocks; for any thread.
 QImage decodeThumbnail(platform::Descriptor file,
-                       std::chrono::milliseconds patience = std::chrono::seconds(5));
+                       std::chrono::milliseconds timeout = std::chrono::seconds(5));

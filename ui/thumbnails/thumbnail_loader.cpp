@@ -9,8 +9,8 @@
 
 namespace {
 
-/// Two threads: enough to have a screenful of pictures at once, and the disk stays free for others.
-constexpr std::size_t mostUnderWay = 2;
+/// Fills a screen quickly without saturating the disk.
+constexpr std::size_t maxConcurrentLoads = 2;
 
 } // namespace
 
@@ -24,37 +24,38 @@ ThumbnailLoader* ThumbnailLoader::create(QQmlEngine* engine, QJSEngine*) {
     return !engine ? nullptr : engine->findChild<ThumbnailLoader*>({}, Qt::FindDirectChildrenOnly);
 }
 
-void ThumbnailLoader::load(const QByteArray& assetID, QObject* asker, Answer answer) {
-    cancel(asker);
-    if (const Thumbnail* known = m_remembered.object(assetID)) {
-        answer(Thumbnail(*known)); // a copy: the answer may make this forget it
+void ThumbnailLoader::load(const QByteArray& assetID, QObject* receiver, Callback callback) {
+    cancel(receiver);
+    if (const Thumbnail* cached = m_cache.object(assetID)) {
+        callback(Thumbnail(*cached)); // a copy: the callback may clear the cache
         return;
     }
-    m_requests.push_back({assetID, asker, std::move(answer)});
+    m_requests.push_back({assetID, receiver, std::move(callback)});
     startNext();
 }
 
-void ThumbnailLoader::cancel(const QObject* asker) {
-    std::erase_if(m_requests,
-                  [asker](const Request& request) { return !request.asker || request.asker == asker; });
+void ThumbnailLoader::cancel(const QObject* receiver) {
+    std::erase_if(m_requests, [receiver](const Request& request) {
+        return !request.receiver || request.receiver == receiver;
+    });
 }
 
 void ThumbnailLoader::clear() {
-    m_remembered.clear();
+    m_cache.clear();
     ++m_generation;
 }
 
 void ThumbnailLoader::startNext() {
-    cancel(nullptr); // those whose askers are gone
+    cancel(nullptr); // removes requests of destroyed receivers
     const auto isWaiting = [this](const Request& request) {
-        return !m_underWay.contains(request.assetID);
+        return !m_loading.contains(request.assetID);
     };
-    while (m_underWay.size() < mostUnderWay) {
+    while (m_loading.size() < maxConcurrentLoads) {
         const auto next = std::find_if(m_requests.rbegin(), m_requests.rend(), isWaiting);
         if (next == m_requests.rend())
             return;
         const QByteArray assetID = next->assetID;
-        m_underWay.insert(assetID);
+        m_loading.insert(assetID);
         runInBackground(
             m_executor, this,
             [photos = m_photos, assetID] {
@@ -70,12 +71,12 @@ void ThumbnailLoader::startNext() {
 }
 
 void ThumbnailLoader::finish(const QByteArray& assetID, Thumbnail thumbnail, int generation) {
-    m_underWay.erase(assetID);
+    m_loading.erase(assetID);
     if (generation == m_generation) {
-        constexpr qsizetype costOfEntry = 200;
-        m_remembered.insert(assetID, new Thumbnail(thumbnail),
-                            thumbnail.image.sizeInBytes() + assetID.size() + costOfEntry);
-        // Answers may ask anew.
+        constexpr qsizetype entryOverhead = 200; // bytes
+        m_cache.insert(assetID, new Thumbnail(thumbnail),
+                       thumbnail.image.sizeInBytes() + assetID.size() + entryOverhead);
+        // Removed before the callbacks run, since these may add requests.
         std::vector<Request> answered;
         const auto asked =
             std::stable_partition(m_requests.begin(), m_requests.end(),
@@ -83,8 +84,8 @@ void ThumbnailLoader::finish(const QByteArray& assetID, Thumbnail thumbnail, int
         std::move(asked, m_requests.end(), std::back_inserter(answered));
         m_requests.erase(asked, m_requests.end());
         for (const Request& request : answered)
-            if (request.asker)
-                request.answer(thumbnail);
+            if (request.receiver)
+                request.callback(thumbnail);
     }
     startNext();
 }

@@ -14,43 +14,44 @@
 #include <set>
 #include <vector>
 
-/// What there is to show an asset by.
+/// The thumbnail of an asset, or the reason why there is none.
 struct Thumbnail {
-    QImage image;           ///< null when there is none
-    bool isInCloud = false; ///< why there is none
+    QImage image;           ///< null if there is none
+    bool isInCloud = false; ///< the original is in iCloud only; `image` is null
 };
 
-/// Loads small pictures of the photo library's assets, in the background, and remembers the last ones. Those
-/// asked for last come first: after a long scroll they are what is in sight. One for each engine, on the
-/// interface thread; identifiers are bytes.
+/// Loads thumbnails of the photo library's assets in the background and caches the most recent ones. The
+/// latest requests are served first, since after scrolling they are the visible ones. A QML singleton with
+/// one instance per engine; interface thread only. Asset identifiers are byte strings without a text
+/// encoding.
 class ThumbnailLoader : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
 
 public:
-    using Answer = std::function<void(const Thumbnail&)>;
+    using Callback = std::function<void(const Thumbnail&)>;
 
     ThumbnailLoader(platform::PhotoLibrary photos, platform::Executor executor, QQmlEngine* engine);
 
-    static ThumbnailLoader* create(QQmlEngine* engine, QJSEngine* = nullptr); ///< null where none was made
+    static ThumbnailLoader* create(QQmlEngine* engine, QJSEngine* = nullptr); ///< null if the engine has none
 
-    /// Answers once: at once what is remembered, else on a later turn of the event loop. A new question of
-    /// the same asker takes the place of its last one, and one whose asker is gone isn't answered.
-    void load(const QByteArray& assetID, QObject* asker, Answer answer);
-    void cancel(const QObject* asker);
+    /// Calls `callback` once: before returning if the thumbnail is cached, otherwise later from the event
+    /// loop. A new request replaces the previous one of the same receiver. The callback is not called after
+    /// the receiver has been destroyed, or after cancel().
+    void load(const QByteArray& assetID, QObject* receiver, Callback callback);
+    void cancel(const QObject* receiver);
 
-    /// Forgets all pictures, also those still to come: the library is not what it was, or nobody looks.
+    /// Empties the cache. Discards the results of loads that are running and repeats them.
     Q_INVOKABLE void clear();
 
-    qsizetype rememberedBytes() const { return m_remembered.totalCost(); }
-    static constexpr qsizetype mostRememberedBytes = 24'000'000; ///< about 160 pictures
-
 private:
+    static constexpr qsizetype maxCachedBytes = 24'000'000; // about 160 thumbnails
+
     struct Request {
         QByteArray assetID;
-        QPointer<QObject> asker;
-        Answer answer;
+        QPointer<QObject> receiver;
+        Callback callback;
     };
 
     void startNext();
@@ -58,8 +59,8 @@ private:
 
     platform::PhotoLibrary m_photos;
     platform::Executor m_executor;
-    std::vector<Request> m_requests; ///< not answered yet; the last one is next
-    std::set<QByteArray> m_underWay; ///< what is being loaded
-    QCache<QByteArray, Thumbnail> m_remembered{mostRememberedBytes};
-    int m_generation = 0; ///< of the pictures; what was asked for in an earlier one is out of date
+    std::vector<Request> m_requests; ///< not answered yet; the last one is served first
+    std::set<QByteArray> m_loading;  ///< assets that are being loaded
+    QCache<QByteArray, Thumbnail> m_cache{maxCachedBytes};
+    int m_generation = 0; ///< incremented by clear(); results of earlier generations are discarded
 };
