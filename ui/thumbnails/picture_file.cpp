@@ -108,7 +108,7 @@ void PictureFile::addRange(qint64 begin, qint64 end) {
 
 /// Returns whether a JPEG can be decoded within the memory limit. For progressive images and those with
 /// several scans the decoder keeps all coefficients in memory at full size, regardless of Qt's allocation
-/// limit. Returns false if the headers are malformed.
+/// limit. Returns false if the headers are malformed. Marker codes: ITU-T T.81, table B.1.
 bool PictureFile::fitsMemoryLimit() const {
     constexpr std::int64_t maxCoefficientBytes = 192'000'000;
     constexpr std::int64_t bytesPerCoefficient = 2;
@@ -126,11 +126,12 @@ bool PictureFile::fitsMemoryLimit() const {
             ++at;
             continue;
         }
-        const bool standsAlone = kind == 0x01 || (kind >= 0xD0 && kind <= 0xD8);
+        const bool hasNoSegment = kind == 0x01 || (kind >= 0xD0 && kind <= 0xD8); // TEM, RST0 to RST7, SOI
         at += 2;
-        if (standsAlone)
+        if (hasNoSegment)
             continue;
         const std::int64_t length = number(bytesAt(at, 2, buffer));
+        // SOF0 to SOF15; the excluded codes are DHT, JPG and DAC.
         const bool isFrame = kind >= 0xC0 && kind <= 0xCF && kind != 0xC4 && kind != 0xC8 && kind != 0xCC;
         if (isFrame) {
             if (bytesAt(at + 3, 5, buffer).empty())

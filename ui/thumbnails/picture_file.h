@@ -37,7 +37,7 @@ private:
 
     qint64 readAt(qint64 offset, char* data, qint64 maxSize) const; ///< 0 on error or after the deadline
     std::string_view bytesAt(qint64 offset, qint64 count, char* buffer) const; ///< empty if fewer are left
-    void show(qint64 begin, qint64 end);                                       ///< adds a visible range
+    void addRange(qint64 begin, qint64 end);
     bool fitsMemoryLimit() const;
     bool addPngChunks();
 
