@@ -46,7 +46,7 @@ FocusScope {
             Keys.onReturnPressed: root.toggle(currentIndex)
             Keys.onEnterPressed: root.toggle(currentIndex)
 
-            // qmllint resolves these ids only in bound components, which Qt 6.4 does not accept as a header.
+            // Qt 6.4 cannot use a bound component as header, so qmllint cannot resolve these ids.
             header: AppFilesHeader {
                 focus: true
                 model: root.model // qmllint disable unqualified

@@ -47,7 +47,7 @@ Panel {
             required property int index
 
             width: ListView.view.width - 2 * Metrics.listPadding
-            // qmllint resolves this id only in bound components, which Qt 6.4 does not accept as a section delegate.
+            // Qt 6.4 cannot use a bound component as section delegate, so qmllint cannot resolve this id.
             onClicked: root.toggle(index) // qmllint disable unqualified
         }
     }

@@ -113,7 +113,7 @@ FocusScope {
                 (item as AppFiles).takeFocus(reason);
             }
 
-            // qmllint resolves this id only in bound components, which Loader does not accept in Qt 6.4.
+            // Loader cannot use a bound component in Qt 6.4, so qmllint cannot resolve this id.
             sourceComponent: AppFiles {
                 focus: true
                 model: root.model // qmllint disable unqualified
