@@ -6,7 +6,7 @@ Item {
     id: root
 
     required property string symbol
-    readonly property real phase: Motion.phase(Motion.calmBreathing, clock.time)
+    readonly property real phase: Motion.phase(Motion.slowPulseSpeed, clock.time)
 
     implicitWidth: 92
     implicitHeight: 92

@@ -38,7 +38,7 @@ Item {
                 }
             }
 
-            BreathingTitle {
+            PulsingTitle {
                 objectName: "title"
                 title: "Lumvale"
                 Accessible.role: Accessible.Heading

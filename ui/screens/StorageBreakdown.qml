@@ -68,7 +68,7 @@ Item {
         rightMargin: 2 * Metrics.rowPadding
         topMargin: 0
         bottomMargin: 0
-        highlightMoveDuration: Motion.quick
+        highlightMoveDuration: Motion.quickDuration
         model: root.entries
         Accessible.name: Texts.tr("storage_breakdown_title")
         Keys.onReturnPressed: root.toggle(currentIndex)

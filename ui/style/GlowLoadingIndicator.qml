@@ -8,7 +8,7 @@ Column {
     property string subtitle
 
     readonly property alias time: clock.time
-    readonly property real phase: Motion.phase(Motion.breathing, time)
+    readonly property real phase: Motion.phase(Motion.pulseSpeed, time)
 
     spacing: 16
     Accessible.role: Accessible.Indicator
@@ -27,7 +27,7 @@ Column {
         share: 0.72
         to: GCColor.glowViolet
         glow: GCColor.alpha(GCColor.glowTeal, 0.6)
-        rotation: (Motion.spinning * root.time) % 360
+        rotation: (Motion.spinSpeed * root.time) % 360
     }
 
     GlowText {

@@ -3,10 +3,10 @@ import QtQuick
 
 /// Animation parameters. Animated components derive their state from the time alone.
 QtObject {
-    readonly property real breathing: 1.3 // radians per second; see phase()
-    readonly property real calmBreathing: 1.1
-    readonly property real spinning: 160 // degrees per second
-    readonly property int quick: 120 // milliseconds; for direct responses to input
+    readonly property real pulseSpeed: 1.3 // radians per second; see phase()
+    readonly property real slowPulseSpeed: 1.1
+    readonly property real spinSpeed: 160 // degrees per second
+    readonly property int quickDuration: 120 // milliseconds; for direct responses to input
 
     /// Seconds since the Unix epoch.
     function now(): real {

@@ -42,7 +42,7 @@ T.Popup {
             property: "opacity"
             from: 0
             to: 1
-            duration: Motion.quick
+            duration: Motion.quickDuration
         }
     }
 
