@@ -150,7 +150,7 @@ constexpr Scene scenes[] = {
             Clock { seen: ring; onTriggered: ring.rotation = currentFrame }
         })"},
     {"a glowing text", R"(
-        BreathingTitle { anchors.centerIn: parent; title: 'Lumvale' })"},
+        PulsingTitle { anchors.centerIn: parent; title: 'Lumvale' })"},
     {"the whole cleanup screen while its list scrolls", nullptr},
 };
 

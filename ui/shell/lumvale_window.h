@@ -11,7 +11,7 @@
 class QQuickWindow;
 
 /// The main window with its QML engine, for one disk and its photo library. The constructor shows the window;
-/// the destructor destroys it. For the GUI thread.
+/// the destructor destroys it. Interface thread only.
 class LumvaleWindow {
 public:
     LumvaleWindow(platform::Disk disk, HistoryStore& history, platform::Executor executor,

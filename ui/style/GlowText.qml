@@ -28,7 +28,7 @@ Item {
     }
 
     ShaderEffectSource {
-        id: shape
+        id: letterTexture
         readonly property real margin: Math.ceil(root.maxRadius)
         x: -margin
         y: -margin
@@ -40,29 +40,29 @@ Item {
     }
 
     ShaderEffect {
-        id: across
-        readonly property ShaderEffectSource source: shape
+        id: horizontalBlur
+        readonly property ShaderEffectSource source: letterTexture
         readonly property color tint: "white"
         readonly property size axis: Qt.size(1 / width, 0)
         readonly property real radius: root.radius
 
-        width: shape.width
-        height: shape.height
+        width: letterTexture.width
+        height: letterTexture.height
         visible: false
         layer.enabled: true
         fragmentShader: Qt.resolvedUrl("shaders/blur.frag.qsb")
     }
 
     ShaderEffect {
-        readonly property ShaderEffect source: across
+        readonly property ShaderEffect source: horizontalBlur
         readonly property color tint: root.glow
         readonly property size axis: Qt.size(0, 1 / height)
         readonly property real radius: root.radius
 
-        x: shape.x
-        y: shape.y
-        width: shape.width
-        height: shape.height
+        x: letterTexture.x
+        y: letterTexture.y
+        width: letterTexture.width
+        height: letterTexture.height
         fragmentShader: Qt.resolvedUrl("shaders/blur.frag.qsb")
     }
 

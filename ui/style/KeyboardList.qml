@@ -10,7 +10,7 @@ ListView {
     property bool hasVisualFocus: false
     /// Index of the first row; -1 if the header can be the current row as well.
     property int firstRow: 0
-    /// True while takeFocus() runs with a mouse reason; tells onActiveFocusChanged the reason.
+    /// True while takeFocus() runs with a mouse reason, for onActiveFocusChanged.
     property bool isTakingMouseFocus: false
 
     function takeFocus(reason: int): void {

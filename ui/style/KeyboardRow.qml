@@ -14,7 +14,7 @@ T.AbstractButton {
     hoverEnabled: true
     focusPolicy: Qt.NoFocus
     Accessible.onPressAction: clicked()
-    // Screen readers would find pooled delegates, which are not drawn but visible.
+    // Hides pooled delegates: they are not drawn, but screen readers would still find them.
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
     // The current row has the active focus and accepts Space, so the list doesn't receive that key.

@@ -41,15 +41,15 @@ T.AbstractButton {
     Rectangle {
         id: face
 
-        readonly property int across: Math.round(root.rect.right) - Math.round(root.rect.left)
-        readonly property int down: Math.round(root.rect.bottom) - Math.round(root.rect.top)
-        readonly property int fromSide: across > 3 ? 1 : 0
-        readonly property int fromTop: down > 3 ? 1 : 0
+        readonly property int alignedWidth: Math.round(root.rect.right) - Math.round(root.rect.left)
+        readonly property int alignedHeight: Math.round(root.rect.bottom) - Math.round(root.rect.top)
+        readonly property int insetX: alignedWidth > 3 ? 1 : 0
+        readonly property int insetY: alignedHeight > 3 ? 1 : 0
 
-        x: Math.round(root.x) - root.x + fromSide
-        y: Math.round(root.y) - root.y + fromTop
-        width: across - 2 * fromSide
-        height: down - 2 * fromTop
+        x: Math.round(root.x) - root.x + insetX
+        y: Math.round(root.y) - root.y + insetY
+        width: alignedWidth - 2 * insetX
+        height: alignedHeight - 2 * insetY
         radius: Metrics.tileRadius
         color: root.color
 
