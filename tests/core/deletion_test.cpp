@@ -1,4 +1,3 @@
-
 #include "core/removal/deletion.h"
 #include "core/removal/deletion_guard.h"
 #include "platform/files/path.h"
@@ -30,73 +29,45 @@ struct Deletion : testing::Test {
 
 } // namespace
 
-TEST_F(Deletion, GuardAllowsWhatLiesInAFewPlacesOnly) {
-    const std::string tenKilobytes(10000, 'x');
+TEST_F(Deletion, GuardAllowsOnlyEntriesBelowUserPlaces) {
+    const std::string longName(10000, 'x');
     expectGuardAllows(true,
-                      {"~/Documents/report.pdf", "~/.Trash/old.zip", "~/Documents.old", "~/Documents 2",
-                       "~/Libraryx", "~/anything", "~/documents", "/Library/Caches/x", "/Library/Applex",
-                       "/Library/Application Support/x", "/Applications/Some.app", "/tmp/x", "/private/tmp/x",
-                       "/private/var/folders/ab/x", "~/\xFF", "~/" + tenKilobytes});
-    // Folders that hold what may go.
+                      {"~/Documents/report.pdf", "~/.Trash/old.zip", "~/Documents 2", "~/Libraryx",
+                       "~/documents", "/Library/Caches/x", "/Library/Applex", "/Applications/Some.app",
+                       "/tmp/x", "/private/tmp/x", "/private/var/folders/ab/x", "~/\xFF", "~/" + longName});
     expectGuardAllows(false, {"/", "~", "~/Documents", "~/Desktop", "~/Downloads", "~/Pictures", "~/Movies",
                               "~/Music", "~/Library", "~/Applications", "~/Public", "~/.Trash", "/Users",
                               "/Applications", "/Library", "/private/var/folders", "/private/tmp", "/tmp"});
-    // The system's.
-    expectGuardAllows(false, {"/System", "/System/Library/Fonts/x", "/usr/local/bin/tool", "/bin/sh",
-                              "/sbin/x", "/private/etc/hosts", "/private/var/db/x", "/Library/Apple",
-                              "/Library/Apple/x", "/cores/core.1", "/dev/null"});
-    // Anywhere else.
-    expectGuardAllows(false, {"/Systemx/file", "/Users/other/file", "/Users/me2/file", "/Users/me.old",
-                              "/Volumes/Disk/file", "/var/folders/ab/x", "/private", "/private/var",
-                              "/etc/hosts", "/applications/x", "/SYSTEM/x", "", "relative/path", "Users/me/x",
-                              " /tmp/x", "/" + tenKilobytes});
-    // It normalises nothing.
-    expectGuardAllows(true, {"/Library/../System/x", "~/../other/x", "~/Library/Caches/../../Documents"});
+    // System folders, and everything outside the allowed places.
+    expectGuardAllows(false,
+                      {"/System/Library/Fonts/x", "/usr/local/bin/tool", "/private/etc/hosts",
+                       "/Library/Apple", "/Library/Apple/x", "/Systemx/file", "/Applicationsx/file",
+                       "/Users/other/file", "/Users/me2/file", "/Volumes/Disk/file", "/var/folders/ab/x",
+                       "/applications/x", "", "relative/path", "Users/me/x", " /tmp/x", "/" + longName});
+    // The guard does not normalise paths.
+    expectGuardAllows(true, {"/Library/../System/x", "~/Library/Caches/../../Documents"});
     expectGuardAllows(false, {"//Library/x", "/./tmp/x"});
 }
 
-TEST_F(Deletion, GuardHoldsForHomesInOddPlaces) {
+TEST_F(Deletion, GuardHoldsForUnusualHomes) {
     const struct {
         const char *home, *path;
         bool isAllowed;
-    } cases[]{{"/Users/me/", "/Users/me", false},
-              {"/Users/me/", "/Users/me/x", true},
-              {"/Users/me/", "/Users/me/Music", false},
-              {"/", "/Volumes/x", false},
-              {"/", "/tmp/x", true},
-              {"/", "/Users/me/x", false},
-              {"/Users", "/Users/me", true},
-              {"/Users", "/Users", false},
-              {"/tmp/home", "/tmp/home", false},
-              {"/tmp/home", "/tmp/home/Music", false}};
+    } cases[]{{"/Users/me/", "/Users/me", false}, {"/Users/me/", "/Users/me/x", true},
+              {"/", "/Volumes/x", false},         {"/", "/tmp/x", true},
+              {"/Users", "/Users/me", true},      {"/Users", "/Users", false},
+              {"/tmp/home", "/tmp/home", false},  {"/tmp/home", "/tmp/home/Music", false}};
     disk.make("/tmp/home/");
-    for (const auto& [home, path, isAllowed] : cases) {
-        const auto other = platform::Disk::open(disk.disk().hostRoot(), home);
-        ASSERT_TRUE(other);
-        EXPECT_EQ(isDeletionAllowed(path, *other), isAllowed) << home << " " << path;
-    }
+    for (const auto& [home, path, isAllowed] : cases)
+        EXPECT_EQ(isDeletionAllowed(path, *platform::Disk::open(disk.disk().hostRoot(), home)), isAllowed)
+            << home << " " << path;
 }
 
-TEST_F(Deletion, RefusesAProtectedPlaceHoweverItIsSpelt) {
-    disk.make({"~/Documents/kept", "~/Library/Caches/", "/System/x", "/Users/other/kept"});
-    const auto before = disk.entries();
-    for (const char* const spelling :
-         {"~/Library/Caches/../../Documents", "~/Documents/", "~//Documents/.", "/../../Users/me/Documents",
-          "~/x/../Documents//", "/Users/./me", "/tmp/../System/x", "~/../other/kept", "/Library/..",
-          "relative", ""}) {
-        const core::DeletionOutcome outcome = deletePaths({at(spelling)}, disk.disk());
-        EXPECT_TRUE(outcome.succeeded.empty());
-        ASSERT_EQ(failures(outcome), Lines{at(spelling) + " Lumvale 1"}); // the path as it was given
-        EXPECT_EQ(outcome.failed[0].error.description, "Chemin protégé : Lumvale refuse de le supprimer.");
-    }
-    EXPECT_EQ(disk.entries(), before);
-}
-
-TEST_F(Deletion, DecidesEveryPathAsTheGuardDoesItsStandardisedForm) {
+TEST_F(Deletion, DecidesOnEveryPathAsTheGuardDoesOnItsStandardisedForm) {
     disk.make(
         {"/System/x", "/usr/x", "/Library/Apple/x", "/private/etc/x", "/private/var/db/x", "/Users/other/x"});
     auto kept = disk.entries();
-    std::vector<std::string> pieces{std::string("a\0", 2)};
+    Lines pieces{std::string("a\0", 2)};
     for (const char* piece :
          {"Users",  "Users",  "me",  "me",      "other", "Documents", "Library", "Apple",   "Applications",
           ".Trash", "System", "usr", "private", "etc",   "var",       "db",      "folders", "tmp",
@@ -116,29 +87,30 @@ TEST_F(Deletion, DecidesEveryPathAsTheGuardDoesItsStandardisedForm) {
         ASSERT_EQ(!refused.empty() && refused[0].ends_with("Lumvale 1"), !isAllowedHere) << path;
         allowed += isAllowedHere ? 1 : 0;
     }
-    EXPECT_GT(allowed, 500); // or the rest proves little
+    EXPECT_GT(allowed, 500); // otherwise the paths are too uniform to prove anything
     std::erase_if(kept, [](const auto& entry) { return entry.first.starts_with("/Users/me/"); });
     for (const auto& [path, facts] : disk.entries())
         kept.erase(path);
     EXPECT_TRUE(kept.empty()) << testing::PrintToString(kept);
 }
 
-TEST_F(Deletion, MovesToTheTrashAndRemovesForGoodWhatIsThere) {
+TEST_F(Deletion, MovesEntriesToTheTrashAndRemovesThoseInTheTrash) {
     disk.make({"~/Library/Caches/a/inside", "~/Downloads/b", "~/.Trash/old/inside", "~/.Trash/c"});
-    std::vector<std::string> paths = at({"~/Library/Caches/a/", "~/missing", "/System/x", "~/.Trash/./old",
-                                         "~/Downloads/b", "~/Downloads/b"});
+    Lines paths = at({"~/Library/Caches/a/", "~/missing", "~/x/../Documents//", "~/.Trash/./old",
+                      "~/Downloads/b", "~/Downloads/b"});
     paths.emplace_back("/tmp/a\0b", 8);
     const core::DeletionOutcome outcome = deletePaths(paths, disk.disk());
     EXPECT_EQ(outcome.succeeded, at({"~/Library/Caches/a", "~/.Trash/old", "~/Downloads/b"}));
-    EXPECT_EQ(failures(outcome), (Lines{at("~/missing 4:2"), "/System/x Lumvale 1", at("~/Downloads/b 4:2"),
-                                        paths[6] + " 512:22"}));
-    EXPECT_EQ(*platform::listTrash(disk.disk()), (std::vector<std::string>{"a", "b", "c"}));
+    EXPECT_EQ(failures(outcome), (Lines{at("~/missing 4:2"), at("~/x/../Documents// Lumvale 1"),
+                                        at("~/Downloads/b 4:2"), paths[6] + " 512:22"}));
+    EXPECT_EQ(outcome.failed[1].error.description, "Chemin protégé : Lumvale refuse de le supprimer.");
+    EXPECT_EQ(*platform::listTrash(disk.disk()), (Lines{"a", "b", "c"}));
 }
 
-TEST_F(Deletion, NeverRemovesForGoodWhatLiesElsewhereOrIsLocked) {
+TEST_F(Deletion, RemovesNothingThroughALinkAndNothingLocked) {
     disk.make({"~/Documents/kept", "~/.Trash/link -> ../Documents", "~/locked", "~/.Trash/locked"});
     EXPECT_EQ(failures(deletePaths(at({"~/.Trash/link/kept", "~/.Trash/link"}), disk.disk())),
-              Lines{at("~/.Trash/link/kept 512:20")}); // of the link it is the link itself that goes
+              Lines{at("~/.Trash/link/kept 512:20")});
     EXPECT_TRUE(disk.exists("~/Documents/kept"));
 
     const TemporaryDisk linked;

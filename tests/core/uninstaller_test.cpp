@@ -1,6 +1,10 @@
+#include "core/uninstall/uninstaller.h"
+
 #include "core/uninstall/installed_apps.h"
 #include "core/uninstall/orphaned_leftovers.h"
+#include "core/uninstall/related_files.h"
 #include "core/uninstall/virtual_machines.h"
+#include "tests/support/codes.h"
 #include "tests/support/temporary_disk.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +12,8 @@
 namespace {
 
 using Lines = std::vector<std::string>;
+
+const std::string homePrefix = "/Users/me/";
 
 std::string entry(const std::string& key, const std::string& value) {
     return "<key>" + key + "</key><string>" + value + "</string>";
@@ -17,13 +23,19 @@ void makeApp(const TemporaryDisk& disk, const std::string& path, const std::stri
     disk.write(path + "/Contents/Info.plist", "<plist><dict>" + entries + "</dict></plist>");
 }
 
-/// Where they are below the home; none of them may be ticked.
-Lines paths(const std::vector<core::ScanItem>& items) {
+core::InstalledApp app(std::string name, std::optional<std::string> identifier,
+                       std::string path = "/Applications/x.app") {
+    return core::InstalledApp(std::move(name), std::move(identifier), std::move(path), 7);
+}
+
+const core::InstalledApp notes = app("Notes", "com.example.notes", "/Applications/Notes.app");
+
+/// Returns the path of each item relative to the home, and its size where asked.
+Lines lines(const std::vector<core::ScanItem>& items, bool withSizes = false) {
     Lines result;
-    for (const core::ScanItem& item : items) {
-        result.push_back(item.path.substr(std::string("/Users/me/").size()));
-        EXPECT_FALSE(item.safeByDefault) << item.path;
-    }
+    for (const core::ScanItem& item : items)
+        result.push_back((item.path.starts_with(homePrefix) ? item.path.substr(homePrefix.size()) : item.path)
+                         + (withSizes ? " " + std::to_string(item.sizeBytes) : ""));
     return result;
 }
 
@@ -33,71 +45,61 @@ TEST(InstalledApps, AreListedByNameFromBothFolders) {
     const TemporaryDisk disk;
     makeApp(disk, "/Applications/Zed.app", entry("CFBundleIdentifier", "dev.zed"));
     makeApp(disk, "~/Applications/alpha.app", "");
-    makeApp(disk, "/Applications/Both.app", entry("CFBundleName", "Both"));
     makeApp(disk, "~/Applications/Both.app", entry("CFBundleName", "both"));
     makeApp(disk, "/Applications/NoName.app",
             entry("CFBundleDisplayName", "") + entry("CFBundleName", "Unused"));
     makeApp(disk, "/Applications/Wrong.app",
             "<key>CFBundleDisplayName</key><integer>3</integer>" + entry("CFBundleName", "Écran")
                 + "<key>CFBundleIdentifier</key><array/>");
-    makeApp(disk, "/Applications/Safari.app", "");
-    makeApp(disk, "/Applications/Utilities/Deep.app", "");
+    for (const char* excluded : {"Safari", "Finder", "System Settings", "App Store", "Mail", "Messages",
+                                 "FaceTime", "Photos", "Music", "Terminal", "Xcode", "Lumvale"})
+        makeApp(disk, "/Applications/" + std::string(excluded) + ".app", "");
     disk.make({"/Applications/Foo.APP/x 1", "/Applications/.Hidden.app/x 3", "/Applications/safari.app/x 4",
-               "/Applications/Bare.app/x 5", "/Applications/notes.txt 6"});
+               "/Applications/Both.app/x 5", "/Applications/notes.txt 6", "/Applications/Utilities/A.app/x"});
     disk.write("/Applications/Broken.app/Contents/Info.plist", "<plist><dict>");
-
-    const Lines expected{"  /Applications/NoName.app",
-                         ".Hidden  /Applications/.Hidden.app",
-                         "alpha  /Users/me/Applications/alpha.app",
-                         "Bare  /Applications/Bare.app",
-                         "Both  /Applications/Both.app",
-                         "both  /Users/me/Applications/Both.app",
-                         "Broken  /Applications/Broken.app",
-                         "Écran  /Applications/Wrong.app",
-                         "safari  /Applications/safari.app",
-                         "Zed dev.zed /Applications/Zed.app"};
     Lines found;
-    for (const core::InstalledApp& app : core::LumvaleUninstaller::scanInstalledApps(disk.disk())) {
-        found.push_back(app.name + " " + app.bundleIdentifier.value_or("") + " " + app.path);
-        EXPECT_GT(app.sizeBytes, 0) << app.path;
+    for (const core::InstalledApp& listed : core::LumvaleUninstaller::scanInstalledApps(disk.disk())) {
+        found.push_back(listed.name + " " + listed.bundleIdentifier.value_or("") + " " + listed.path);
+        EXPECT_GT(listed.sizeBytes, 0) << listed.path;
     }
-    EXPECT_EQ(found, expected);
+    EXPECT_EQ(found, (Lines{"  /Applications/NoName.app", ".Hidden  /Applications/.Hidden.app",
+                            "alpha  /Users/me/Applications/alpha.app", "Both  /Applications/Both.app",
+                            "both  /Users/me/Applications/Both.app", "Broken  /Applications/Broken.app",
+                            "Écran  /Applications/Wrong.app", "safari  /Applications/safari.app",
+                            "Zed dev.zed /Applications/Zed.app"}));
 }
 
-TEST(OrphanedLeftovers, AreWhatNoInstalledApplicationAndNotAppleOwns) {
+TEST(OrphanedLeftovers, AreSearchedForInEightFolders) {
+    const TemporaryDisk disk;
+    Lines expected;
+    for (const char* folder : {"Application Support", "Preferences", "Saved Application State", "Containers",
+                               "Group Containers", "WebKit", "HTTPStorages", "Application Scripts"}) {
+        expected.push_back("Library/" + std::string(folder) + "/com.gone.tool.plist");
+        disk.make("~/" + expected.back() + " 10");
+    }
+    disk.make("~/Library/Caches/com.gone.tool.plist 10");
+    const auto found = core::LumvaleUninstaller::orphanedLeftovers(disk.disk());
+    EXPECT_EQ(lines(found), expected);
+    for (const core::ScanItem& item : found)
+        EXPECT_FALSE(item.safeByDefault) << item.path;
+}
+
+TEST(OrphanedLeftovers, BelongToNoInstalledApplicationAndNotToApple) {
     const TemporaryDisk disk;
     makeApp(disk, "/Applications/Notes.app", entry("CFBundleIdentifier", "com.example.editor"));
-    disk.make({"~/Library/Preferences/com.gone.tool.plist 10",
-               "~/Library/Preferences/com.gone.empty.plist",
-               "~/Library/Preferences/com.example.Editor.plist 10",
-               "~/Library/Preferences/com.maker.supernotes2.plist 10",
-               "~/Library/Preferences/com.Apple.Safari.plist 10",
-               "~/Library/Preferences/My App.beta.x 10",
-               "~/Library/Preferences/.hidden.gone.tool.plist 10",
-               "~/Library/Containers/com.gone.tool/x 10",
-               "~/Library/Containers/com.gone.tool.app/x 10",
-               "~/Library/Group Containers/group.com.apple.notes/x 10",
-               "~/Library/Group Containers/GROUP.com.apple.mail.x/x 10",
-               "~/Library/Group Containers/group.com.gone.tool/x 10",
-               "~/Library/WebKit/com.gone.tool.only/.hidden 10",
-               "~/Library/Application Scripts/com.gone.tool.script -> /Applications",
-               "~/Library/Caches/com.gone.tool.cache/x 10",
-               "~/Library/Preferences/two.pieces.plist 10",
-               "~/Library/Preferences/a.b..plist 10",
-               "~/Library/Preferences/com.ex\xC3\xA4mple.app.plist 10",
-               "~/Library/Preferences/a-b..c_d.E1.plist 10",
-               "~/Library/Preferences/a.b.(c).plist 10",
-               "~/Library/Preferences/....plist 10",
-               "~/Library/Saved Application State/com.gone.tool.savedState/x 10"});
-    EXPECT_EQ(
-        paths(core::LumvaleUninstaller::orphanedLeftovers(disk.disk())),
-        (Lines{"Library/Preferences/.hidden.gone.tool.plist", "Library/Preferences/a-b..c_d.E1.plist",
-               "Library/Preferences/com.gone.tool.plist",
-               "Library/Saved Application State/com.gone.tool.savedState",
-               "Library/Containers/com.gone.tool.app", "Library/Group Containers/group.com.gone.tool"}));
+    for (const char* name :
+         {"com.gone.empty", "com.example.Editor.plist 9", "com.maker.supernotes2.plist 9",
+          "com.Apple.Safari.plist 9", "com.apple.tool 9", "group.com.apple.notes 9",
+          "GROUP.com.apple.mail.x 9", "My App.beta.x 9", ".hidden.gone.tool.plist 9", "com.gone.tool.app/x 9",
+          "com.gone.only.hidden/.x 9", "com.gone.tool.link -> /Applications", "two.pieces.plist 9",
+          "a.b..plist 9", "com.ex\xC3\xA4mple.app.plist 9", "a-b..c_d.E1.plist 9", "a.b.(c).plist 9"})
+        disk.make("~/Library/Containers/" + std::string(name));
+    EXPECT_EQ(lines(core::LumvaleUninstaller::orphanedLeftovers(disk.disk())),
+              (Lines{"Library/Containers/.hidden.gone.tool.plist", "Library/Containers/a-b..c_d.E1.plist",
+                     "Library/Containers/com.gone.tool.app"}));
 }
 
-TEST(VirtualMachines, AreFoundInTheirPlacesWithTheirResidue) {
+TEST(VirtualMachines, AreFoundWithTheFilesOfTheirPrograms) {
     const TemporaryDisk disk;
     disk.make({"~/Parallels/Guest.pvm/disk 10", "~/Parallels/Old.PVM 20", "~/Parallels/notes.txt 30",
                "~/Parallels/Empty.pvm/", "~/VirtualBox VMs/Anything/disk 10",
@@ -105,8 +107,127 @@ TEST(VirtualMachines, AreFoundInTheirPlacesWithTheirResidue) {
                "~/Documents/Other.vmwarevm/disk 10",
                "~/Documents/Virtual Machines.localized/Win.vmwarevm/disk 10", "~/Library/Logs/VirtualBox/",
                "~/Library/Preferences/Parallels/x 10", "~/Library/Preferences/VMware Fusion 10"});
-    EXPECT_EQ(paths(core::LumvaleUninstaller::virtualMachineItems(disk.disk())),
-              (Lines{"Parallels/Guest.pvm", "Parallels/Old.PVM", "VirtualBox VMs/Anything",
-                     "Documents/Virtual Machines.localized/Win.vmwarevm", "Library/Preferences/Parallels",
-                     "Library/Preferences/VMware Fusion"}));
+    const auto found = core::LumvaleUninstaller::virtualMachineItems(disk.disk());
+    EXPECT_EQ(lines(found), (Lines{"Parallels/Guest.pvm", "Parallels/Old.PVM", "VirtualBox VMs/Anything",
+                                   "Documents/Virtual Machines.localized/Win.vmwarevm",
+                                   "Library/Preferences/Parallels", "Library/Preferences/VMware Fusion"}));
+    EXPECT_FALSE(found[0].safeByDefault);
+}
+
+TEST(RelatedFiles, AreFoundInEveryPlaceInOrder) {
+    const TemporaryDisk disk;
+    const platform::Date modified(platform::Date::duration(1'700'000'000.5));
+    const std::pair<const char*, const char*> places[]{
+        {"~/Library/Application Support", "exp_app_support"},
+        {"~/Library/Caches", "exp_app_caches"},
+        {"~/Library/Preferences", "exp_app_prefs"},
+        {"~/Library/Preferences/ByHost", "exp_app_prefs_byhost"},
+        {"~/Library/Logs", "exp_app_logs"},
+        {"~/Library/Logs/DiagnosticReports", "exp_app_crash_reports"},
+        {"~/Library/Saved Application State", "exp_app_saved_state"},
+        {"~/Library/WebKit", "exp_app_webkit"},
+        {"~/Library/Containers", "exp_app_containers"},
+        {"~/Library/Group Containers", "exp_app_group_containers"},
+        {"~/Library/HTTPStorages", "exp_app_httpstorages"},
+        {"~/Library/Cookies", "exp_app_cookies"},
+        {"~/Library/Application Scripts", "exp_app_scripts"},
+        {"~/Library/Autosave Information", "exp_app_autosave"},
+        {"~/Library/PreferencePanes", "exp_app_prefpane_user"},
+        {"~/Library/Services", "exp_app_services"},
+        {"~/Library/LaunchAgents", "exp_app_launchagents_user"},
+        {"/Library/Application Support", "exp_app_support_system"},
+        {"/Library/LaunchAgents", "exp_app_launchagents_system"},
+        {"/Library/LaunchDaemons", "exp_app_launchdaemons"},
+        {"/Library/PreferencePanes", "exp_app_prefpane_system"},
+        {"/private/var/folders/ab/C", "exp_app_darwin_cache"}};
+    std::vector<core::ScanItem> expected;
+    for (const auto& [folder, explanation] : places) {
+        const std::string path = at(folder) + "/A Notes folder";
+        disk.make({path + "/in/it 5", std::string(folder) + "/other 5"});
+        disk.setModified(path, modified);
+        expected.emplace_back(path, 5, core::ScanCategory::appLeftovers, explanation, true, modified);
+    }
+    disk.make({"~/Documents/notes", "/Library/Caches/notes"});
+    const auto withUserCache = [&](std::string_view folder) {
+        return *platform::Disk::open(disk.host(""), at("~"), folder);
+    };
+    using namespace core::LumvaleUninstaller;
+    EXPECT_EQ(relatedFiles(notes, withUserCache("/private//var/folders/ab/C/")), expected);
+    expected.pop_back();
+    EXPECT_EQ(relatedFiles(notes, disk.disk()), expected);
+    for (const char* elsewhere : {"/Users/me/Documents", "/private/var/folders", "/var/folders/ab/C",
+                                  "/private/var/folders/../db/C", "private/var/folders/ab/C", ""})
+        EXPECT_FALSE(darwinUserCacheDirectory(withUserCache(elsewhere))) << elsewhere;
+}
+
+TEST(RelatedFiles, HaveNamesThatContainTheIdentifierOrTheName) {
+    const TemporaryDisk disk;
+    for (const std::string name : {"COM.Example.Notes.plist", "Code Editor", "a.b.c", "codeeditor-old",
+                                   "com_example_notes", "caf\xE9", "footnotes", "go", "ÉTÉ", "x\xFF\xFF\xFF"})
+        disk.make("~/Library/Services/" + name);
+    const struct {
+        core::InstalledApp of;
+        Lines expected;
+    } cases[]{{notes, {"COM.Example.Notes.plist", "com_example_notes", "footnotes"}},
+              {app("Code Editor", {}), {"codeeditor-old"}}, // spaces are removed from the key only
+              {app("", "com.Example.NOTE"), {"COM.Example.Notes.plist"}},
+              {app("Go", "a.b"), {}}, // both too short
+              {app("Go", "a.b."), {"a.b.c"}},
+              {app("e\u0301e\u0301", {}), {}}, // two characters
+              {app("été", {}), {"ÉTÉ"}},
+              {app("\xFE\xFE\xFE", {}), {}}, // invalid UTF-8 matches no other invalid UTF-8
+              {app("   ", "..."), {}}};
+    for (const auto& [of, expected] : cases) {
+        Lines wanted;
+        for (const std::string& name : expected)
+            wanted.push_back("Library/Services/" + name);
+        EXPECT_EQ(lines(core::LumvaleUninstaller::relatedFiles(of, disk.disk())), wanted) << of.name;
+    }
+}
+
+TEST(RelatedFiles, AreListedWithAnySizeFromReadableFolders) {
+    const OrdinaryUser user;
+    const TemporaryDisk disk;
+    disk.make({"~/Library/Caches/notes folder/.hidden 50", "~/Library/Caches/notes folder/x 30",
+               "~/Library/Caches/.notes 20", "~/Library/Caches/notes to-folder -> /Applications",
+               "/Applications/Big.app/x 99", "~/Library/Caches/notes closed/x 5",
+               "~/Library/Preferences/notes 1", "~/Library/Logs -> /elsewhere", "/elsewhere/notes 2",
+               "~/Library/WebKit -> WebKit", "/Library/LaunchDaemons -> ../../../../.."});
+    disk.setMode("~/Library/Caches/notes closed", 0);
+    disk.setMode("~/Library/Preferences", 0300);
+    EXPECT_EQ(
+        lines(core::LumvaleUninstaller::relatedFiles(notes, disk.disk()), true),
+        (Lines{"Library/Caches/.notes 20", "Library/Caches/notes closed 0", "Library/Caches/notes folder 30",
+               "Library/Caches/notes to-folder 0", "Library/Logs/notes 2"}));
+}
+
+TEST(Uninstaller, MovesRelatedFilesThenTheBundleToTheTrash) {
+    const OrdinaryUser user;
+    const TemporaryDisk disk;
+    disk.make({"/Applications/Notes.app/Contents/x 9", "/Applications/Notes.app.old/x",
+               "~/Library/Caches/notes/x", "~/Library/Logs/notes", "~/Library/Preferences/notes",
+               "~/Library/WebKit/notes -> ../Logs", "~/.Trash/notes", "/System/Finder.app/x"});
+    disk.setMode("~/Library/Preferences", 0500);
+    disk.setMode("/Applications", 0500);
+    const auto uninstall = [&](const core::InstalledApp& of,
+                               std::initializer_list<std::string_view> related) {
+        return core::LumvaleUninstaller::uninstall(of, at(related), disk.disk());
+    };
+    auto expected = disk.entries();
+    const core::DeletionOutcome outcome =
+        uninstall(notes, {"~/Library/WebKit/notes", "/System/Finder.app", "~/Library/Preferences/notes",
+                          "~/Library/Caches/notes", "~/Library/Caches/missing"});
+    EXPECT_EQ(outcome.succeeded, at({"~/Library/WebKit/notes", "~/Library/Caches/notes"}));
+    EXPECT_EQ(failures(outcome), at({"/System/Finder.app Lumvale 1", "~/Library/Preferences/notes 513:13",
+                                     "~/Library/Caches/missing 4:2", "/Applications/Notes.app 513:13"}));
+    moveToTrash(expected, "~/Library/WebKit/notes", "notes 2");
+    moveToTrash(expected, "~/Library/Caches/notes", "notes 3");
+    EXPECT_EQ(disk.entries(), expected);
+
+    EXPECT_EQ(failures(uninstall(app("Finder", {}, "/System/Finder.app"), {})),
+              Lines{"/System/Finder.app Lumvale 1"});
+    disk.setMode("/Applications", 0755);
+    EXPECT_EQ(uninstall(notes, {"~/Library/Logs/notes"}).succeeded,
+              at({"~/Library/Logs/notes", "/Applications/Notes.app"}));
+    EXPECT_TRUE(disk.exists("~/.Trash/Notes.app/Contents/x"));
 }

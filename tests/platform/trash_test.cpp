@@ -18,11 +18,11 @@
 
 using platform::numberedName;
 
-// The system calls of a move can be made to fail: the linker sends the product's calls here.
+// The linker redirects the product's system calls to these functions, so that each of them can fail.
 
 namespace {
 
-/// The errno that a call answers with instead of doing its work; 0 for none.
+/// The errno with which each call fails; 0 lets it work.
 struct Faults {
     int renameat2 = 0, renameat = 0, mkdirat = 0, linkat = 0, unlinkat = 0;
 } faults;
@@ -55,15 +55,13 @@ int __wrap_mkdirat(int folder, const char* name, mode_t mode) {
     return faults.mkdirat != 0 ? fail(faults.mkdirat) : __real_mkdirat(folder, name, mode);
 }
 int __wrap_linkat(int a, const char* from, int b, const char* to, int flags) {
-    if (faults.linkat != 0)
-        return fail(faults.linkat);
-    const int result = __real_linkat(a, from, b, to, flags);
+    const int result = faults.linkat != 0 ? fail(faults.linkat) : __real_linkat(a, from, b, to, flags);
     if (result == 0 && afterLink)
         afterLink();
     return result;
 }
-/// Fails for the entry itself, not for what the product takes back.
 int __wrap_unlinkat(int folder, const char* name, int flags) {
+    // Only the removal of the source fails, not that of a reserved name.
     return faults.unlinkat != 0 && std::strcmp(name, "source") == 0 ? fail(faults.unlinkat)
                                                                     : __real_unlinkat(folder, name, flags);
 }
@@ -81,12 +79,8 @@ struct MoveToTrash : testing::Test {
         return platform::moveToTrash(disk.disk(), at(path));
     }
 
-    std::vector<std::string> trash() const {
-        const auto names = platform::listTrash(disk.disk());
-        return names ? *names : std::vector<std::string>{"(unreadable)"};
-    }
+    std::vector<std::string> trash() const { return *platform::listTrash(disk.disk()); }
 
-    /// That the move fails with these codes and leaves the entry where it is.
     void expectRefused(std::string_view path, std::string_view expected) const {
         EXPECT_EQ(codes(move(path)), expected) << path;
         EXPECT_TRUE(disk.exists(path)) << path;
@@ -99,8 +93,8 @@ struct MoveToTrash : testing::Test {
 
 TEST_F(MoveToTrash, KeepsEveryByteOfNameAndContent) {
     const std::string longest(255, 'x');
-    for (const std::string name : {"plain.txt", "new\nline", "quo\"te's", "back\\slash", "-rf", "\xFF\xFE",
-                                   "e\u0301", "\u00E9", "* ?", ".hidden", "trailing. ", longest.c_str()}) {
+    for (const std::string name :
+         {"new\nline", "quo\"te's", "-rf", "\xFF\xFE", "e\u0301", "\u00E9", ".hidden", longest.c_str()}) {
         for (const std::string& kept : {name, numberedName(name, 2)}) {
             disk.write("~/" + name, kept);
             const auto moved = move("~/" + name);
@@ -113,34 +107,23 @@ TEST_F(MoveToTrash, KeepsEveryByteOfNameAndContent) {
         EXPECT_EQ(disk.read("~/.Trash/" + name), name);
 }
 
-TEST_F(MoveToTrash, OverwritesNothing) {
-    disk.make({"~/.Trash/x/", "~/.Trash/y.txt/", "~/x/"});
-    EXPECT_TRUE(move("~/x")); // an empty folder onto an empty folder
-    disk.write("~/x", "file onto folder");
-    EXPECT_TRUE(move("~/x"));
-    for (const char* content : {"one", "two"}) {
-        disk.write("~/y.txt", content);
-        EXPECT_TRUE(move("~/y.txt"));
-    }
-    EXPECT_EQ(trash(), (std::vector<std::string>{"x", "x 2", "x 3", "y 2.txt", "y 3.txt", "y.txt"}));
-    EXPECT_EQ(disk.read("~/.Trash/x 3"), "file onto folder");
-    EXPECT_EQ(disk.read("~/.Trash/y 3.txt"), "two");
-}
-
-TEST_F(MoveToTrash, MovesLinksAndLeavesTheirTargets) {
-    disk.make({"~/folder/inside", "~/to-folder -> folder", "~/to-file -> folder/inside",
-               "~/to-nothing -> nothing", "~/alias -> folder", "~/.Trash/"});
+TEST_F(MoveToTrash, ReplacesNothingAndMovesLinksThemselves) {
+    disk.make({"~/.Trash/x/", "~/.Trash/y.txt/", "~/x/", "~/y.txt", "~/folder/inside",
+               "~/to-folder -> folder", "~/to-nothing -> nothing", "~/alias -> folder"});
     auto expected = disk.entries();
-    for (const char* link : {"to-folder", "to-file", "to-nothing"}) {
-        EXPECT_TRUE(move(std::string("~/") + link));
-        moveToTrash(expected, std::string("~/") + link, link);
+    for (const auto& [path, name] : {std::pair("~/x", "x 2"), // an empty folder onto an empty folder
+                                     {"~/y.txt", "y 2.txt"},
+                                     {"~/to-folder", "to-folder"},
+                                     {"~/to-nothing", "to-nothing"}}) {
+        EXPECT_TRUE(move(path)) << path;
+        moveToTrash(expected, path, name);
     }
-    EXPECT_TRUE(move("~/alias/inside")); // a link above the last name is followed
+    EXPECT_TRUE(move("~/alias/inside")); // links in the folder's path are followed
     moveToTrash(expected, "~/folder/inside", "inside");
     EXPECT_EQ(disk.entries(), expected);
 }
 
-TEST_F(MoveToTrash, TwoOfOneNameAtATimeAreBothKept) {
+TEST_F(MoveToTrash, KeepsAllItemsOfOneNameMovedByEightProcesses) {
     constexpr int processes = 8;
     constexpr int items = 100;
     for (int p = 0; p < processes; ++p) {
@@ -165,7 +148,17 @@ TEST_F(MoveToTrash, TwoOfOneNameAtATimeAreBothKept) {
     EXPECT_EQ(contents.size(), std::size_t{processes * items});
 }
 
-TEST_F(MoveToTrash, RefusesATrashThatIsNoFolderAndMakesAMissingOneForTheUserAlone) {
+TEST_F(MoveToTrash, FindsAFreeNameWithFewAttempts) {
+    constexpr int items = 1000;
+    renames = 0;
+    for (int i = 0; i < items; ++i) {
+        disk.make("~/many.txt");
+        ASSERT_TRUE(move("~/many.txt"));
+    }
+    EXPECT_LE(renames, 2 * items);
+}
+
+TEST_F(MoveToTrash, RefusesATrashThatIsNoFolderAndCreatesAMissingOneWithMode0700) {
     disk.make({"~/x", "~/elsewhere/"});
     for (const char* const trash : {"~/.Trash", "~/.Trash -> elsewhere", "~/.Trash -> nothing"}) {
         disk.make(trash);
@@ -182,45 +175,39 @@ TEST_F(MoveToTrash, RefusesATrashThatIsNoFolderAndMakesAMissingOneForTheUserAlon
     EXPECT_EQ(status.st_mode & 0777, 0700U);
 }
 
-TEST_F(MoveToTrash, LeavesWhatItMayNotMove) {
+TEST_F(MoveToTrash, LeavesEntriesThatItMayNotMove) {
     const OrdinaryUser user;
     disk.make({"~/kept/file", "~/folder/", "~/inner/locked/file", "~/.Trash/"});
     disk.setMode("~/kept", 0555);
     disk.setMode("~/inner/locked", 0555);
     expectRefused("~/kept/file", "513:13");
-    EXPECT_TRUE(move("~/inner")); // what is in a folder isn't touched by a move
-    EXPECT_TRUE(disk.exists("~/.Trash/inner/locked/file"));
+    EXPECT_TRUE(move("~/inner")) << "the modes of entries inside a folder don't matter";
     disk.setMode("~/.Trash", 0555);
     expectRefused("~/folder", "513:13");
     EXPECT_EQ(codes(move("~/folder/missing")), "4:2");
     EXPECT_FALSE(move("~/folder/../../../.."));
     EXPECT_FALSE(move(std::string("~/folder\0x", 10)));
-    EXPECT_TRUE(disk.exists("~/folder"));
 }
 
-TEST_F(MoveToTrash, RefusesWhatIsOnAnotherVolumeOrLocked) {
+TEST_F(MoveToTrash, RefusesEntriesOfAnotherVolumeAndLockedOnes) {
     disk.make({"~/volume/", "~/locked"});
     const MountedVolume volume(disk.host("~/volume"));
     SKIP_UNLESS_MOUNTED(volume);
-    disk.make({"~/volume/file", "~/volume/folder/inside"});
-    expectRefused("~/volume/file", "512:18");
+    disk.make("~/volume/folder/inside");
     expectRefused("~/volume/folder", "512:18");
     expectRefused("~/volume", "512:16");
-    ASSERT_TRUE(volume.makeReadOnly());
-    expectRefused("~/volume/file", "512:18");
     EXPECT_TRUE(disk.exists("~/volume/folder/inside"));
     LOCK_OR_SKIP(disk, "~/locked");
     expectRefused("~/locked", "513:1");
     EXPECT_TRUE(trash().empty());
 }
 
-TEST_F(MoveToTrash, IsWholeOrNotAtAllWhateverCallFails) {
-    disk.make("~/.Trash/source"); // so that a second name is needed too
+TEST_F(MoveToTrash, MovesCompletelyOrNotAtAllWhicheverCallFails) {
+    disk.make("~/.Trash/source"); // so that a second name is needed
     const struct {
         const char* made;
         Faults faults;
-    } cases[]{{"~/source/", {.renameat2 = EIO}},
-              {"~/source/", {.renameat2 = EINVAL, .mkdirat = ENOSPC}},
+    } cases[]{{"~/source/", {.renameat2 = EINVAL, .mkdirat = ENOSPC}},
               {"~/source/", {.renameat2 = ENOSYS, .renameat = EIO}},
               {"~/source", {.renameat2 = EIO}},
               {"~/source", {.renameat2 = EINVAL, .linkat = EPERM}},
@@ -238,7 +225,7 @@ TEST_F(MoveToTrash, IsWholeOrNotAtAllWhateverCallFails) {
     }
 }
 
-TEST_F(MoveToTrash, ReservesANameWhereNoRenameIsExclusive) {
+TEST_F(MoveToTrash, ReservesANameWithoutExclusiveRename) {
     disk.make({"~/.Trash/file", "~/.Trash/folder/", "~/folder/inside", "~/file 7", "~/home -> /Users/me"});
     auto expected = disk.entries();
     faults.renameat2 = EINVAL;
@@ -246,9 +233,7 @@ TEST_F(MoveToTrash, ReservesANameWhereNoRenameIsExclusive) {
     moveToTrash(expected, "~/file", "file 2");
     EXPECT_TRUE(move("~/folder"));
     moveToTrash(expected, "~/folder", "folder 2");
-    EXPECT_EQ(disk.entries(), expected);
-    // The Trash into itself, reached by another path, is no question of what the system can do.
-    EXPECT_FALSE(move("~/home/.Trash"));
+    EXPECT_FALSE(move("~/home/.Trash")) << "the Trash into itself";
     EXPECT_EQ(disk.entries(), expected);
 
     disk.make("~/file");
@@ -258,18 +243,6 @@ TEST_F(MoveToTrash, ReservesANameWhereNoRenameIsExclusive) {
     };
     expectRefused("~/file", "512:16");
     EXPECT_EQ(disk.read("~/file"), "newer");
-    EXPECT_EQ(trash().size(), 4U);
-}
-
-TEST_F(MoveToTrash, FindsAFreeNameAmongThousandsQuickly) {
-    constexpr int items = 1000;
-    renames = 0;
-    for (int i = 0; i < items; ++i) {
-        disk.make("~/many.txt");
-        ASSERT_TRUE(move("~/many.txt"));
-    }
-    EXPECT_EQ(trash().size(), std::size_t{items});
-    EXPECT_LE(renames, 2 * items);
 }
 
 TEST(NumberedName, KeepsTheExtensionWithin255Bytes) {
@@ -280,13 +253,10 @@ TEST(NumberedName, KeepsTheExtensionWithin255Bytes) {
     const std::pair<std::string, std::string> cases[]{
         {"a.tar.gz", "a.tar 2.gz"},
         {".hidden", ".hidden 2"},
-        {"Foo.", "Foo. 2"},
-        {x, x.substr(0, 253) + " 2"},
         {x.substr(0, 251) + ".txt", x.substr(0, 249) + " 2.txt"},
         {accents, accents.substr(0, 252) + " 2"},
-        {accents.substr(0, 250) + ".txt", accents.substr(0, 248) + " 2.txt"},
         {"x" + accents.substr(0, 250) + ".txt", "x" + accents.substr(0, 248) + " 2.txt"},
-        {"a." + x.substr(0, 253), "a." + x.substr(0, 251) + " 2"}, // no room for such an extension
+        {"a." + x.substr(0, 253), "a." + x.substr(0, 251) + " 2"}, // an extension too long to keep
         {std::string(255, '\x80'), std::string(253, '\x80') + " 2"}};
     for (const auto& [name, expected] : cases) {
         EXPECT_EQ(numberedName(name, 2), expected);
