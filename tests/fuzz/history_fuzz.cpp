@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-/// What can be read from a history file can be written and read again, unchanged.
+/// Entries decoded from a history file stay the same when they are encoded and decoded again.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto entries = decodeHistory({reinterpret_cast<const char*>(data), size});
     if (entries && decodeHistory(encodeHistory(*entries)) != entries)

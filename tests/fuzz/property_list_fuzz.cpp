@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-/// Whatever bytes a file holds, reading it ends, and its texts are UTF-8.
+/// Parsing any bytes ends without a crash, and returned texts are valid UTF-8.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto list = platform::PropertyList::parse({reinterpret_cast<const char*>(data), size});
     if (!list)

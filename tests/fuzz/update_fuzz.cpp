@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-/// What a server says is read or refused, and of two versions one at most comes after the other.
+/// Decoding an update description does not crash, and of two versions at most one is newer.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto update = decodeUpdateDescription({reinterpret_cast<const char*>(data), size});
     if (!update)
