@@ -27,21 +27,18 @@ protected:
     }
 
     /// Returns the value that a request hands to its completion. The request works on a thread of its own;
-    /// the completion runs here.
+    /// the completion has to run here.
     template <class Value, class Request>
     Value answer(Request request) {
-        std::vector<platform::Executor::Job> results;
+        platform::Executor::Job result;
         std::optional<Value> given;
-        platform::Executor executor;
-        executor.background = [](const auto& job) {
-            std::thread(job).join();
-        };
-        executor.interfaceThread = [&](auto job) {
-            results.push_back(std::move(job));
-        };
+        const platform::Executor executor{[](const auto& job) { std::thread(job).join(); },
+                                          [&](auto job) {
+                                              result = std::move(job);
+                                          }};
         request([&](Value value) { given = std::move(value); }, executor);
         EXPECT_FALSE(given) << "the completion ran on the background thread";
-        results.at(0)();
+        result();
         return given.value();
     }
 

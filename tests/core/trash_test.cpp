@@ -1,7 +1,6 @@
 #include "core/removal/trash.h"
 
 #include "core/removal/permissions.h"
-#include "core/removal/reason_key.h"
 #include "tests/support/mounted_volume.h"
 #include "tests/support/temporary_disk.h"
 
@@ -23,23 +22,6 @@ std::string text(const core::TrashReport& report) {
 }
 
 } // namespace
-
-TEST(TrashFailure, ReasonIsThatOfTheInnermostKnownCode) {
-    const struct {
-        int cocoa, posix;
-        const char* key;
-    } cases[]{{512, 2, "already_gone"}, {512, 16, "busy"},    {512, 66, "not_empty"},
-              {513, 1, "permission"},   {513, 16, "busy"},    {513, 5, "permission"},
-              {4, 5, "already_gone"},   {512, 39, "unknown"}, // Linux's number of ENOTEMPTY
-              {512, 4, "unknown"}};
-    for (const auto& [cocoa, posix, key] : cases) {
-        const platform::Error cause{std::string(platform::posixDomain), posix, "", nullptr};
-        const platform::Error error{std::string(platform::cocoaDomain), cocoa, "",
-                                    std::make_shared<const platform::Error>(cause)};
-        EXPECT_EQ(core::LumvaleScanner::reasonKey(error), std::string("err_trash_") + key)
-            << cocoa << " " << posix;
-    }
-}
 
 TEST(EmptyTrash, RemovesAndCountsEveryEntryAndFollowsNoLink) {
     const TemporaryDisk disk;

@@ -185,20 +185,17 @@ TEST(RelatedFiles, HaveNamesThatContainTheIdentifierOrTheName) {
     }
 }
 
-TEST(RelatedFiles, AreListedWithAnySizeFromReadableFolders) {
+TEST(RelatedFiles, AreListedWithAnySizeAndSkippedInUnreadableFolders) {
     const OrdinaryUser user;
     const TemporaryDisk disk;
-    disk.make({"~/Library/Caches/notes folder/.hidden 50", "~/Library/Caches/notes folder/x 30",
-               "~/Library/Caches/.notes 20", "~/Library/Caches/notes to-folder -> /Applications",
-               "/Applications/Big.app/x 99", "~/Library/Caches/notes closed/x 5",
-               "~/Library/Preferences/notes 1", "~/Library/Logs -> /elsewhere", "/elsewhere/notes 2",
-               "~/Library/WebKit -> WebKit", "/Library/LaunchDaemons -> ../../../../.."});
+    disk.make({"~/Library/Caches/notes to-folder -> /Applications", "/Applications/Big.app/x 99",
+               "~/Library/Caches/notes closed/x 5", "~/Library/Preferences/notes 1",
+               "~/Library/Logs -> /elsewhere", "/elsewhere/notes 2", "~/Library/WebKit -> WebKit"});
     disk.setMode("~/Library/Caches/notes closed", 0);
     disk.setMode("~/Library/Preferences", 0300);
     EXPECT_EQ(
         lines(core::LumvaleUninstaller::relatedFiles(notes, disk.disk()), true),
-        (Lines{"Library/Caches/.notes 20", "Library/Caches/notes closed 0", "Library/Caches/notes folder 30",
-               "Library/Caches/notes to-folder 0", "Library/Logs/notes 2"}));
+        (Lines{"Library/Caches/notes closed 0", "Library/Caches/notes to-folder 0", "Library/Logs/notes 2"}));
 }
 
 TEST(Uninstaller, MovesRelatedFilesThenTheBundleToTheTrash) {

@@ -1,6 +1,5 @@
 #include "platform/files/disk.h"
 
-#include "platform/files/attributes.h"
 #include "platform/files/folder.h"
 #include "tests/support/codes.h"
 #include "tests/support/process.h"
@@ -98,49 +97,6 @@ TEST(Disk, PlaceIsTheEntryItselfAndItsRealFolder) {
     disk.setMode("~/passable", 0300); // may be passed through but not listed
     EXPECT_EQ(contentAt(disk, "~/passable/file"), "passed");
     EXPECT_EQ(codes(disk.disk().openFolder(at("~/passable"))), "13");
-}
-
-TEST(Disk, OpensOnlyWithAFolderAsRootAndAsHome) {
-    const TemporaryDisk disk;
-    disk.make({"~/file", "/Users/link -> me"});
-    const std::string root = disk.host("/");
-    EXPECT_EQ(Disk::open(root, "/Users/./x/../me/")->home(), "/Users/me");
-    EXPECT_TRUE(Disk::open(root, "/Users/link"));
-    for (const char* home : {"/Users/other", "/Users/me/file", ""})
-        EXPECT_FALSE(Disk::open(root, home)) << home;
-    EXPECT_FALSE(Disk::open(disk.host("/missing"), "/"));
-    EXPECT_FALSE(disk.disk().isOfThisMachine());
-    EXPECT_TRUE(Disk::open("/proc/self/root", "/")->isOfThisMachine());
-}
-
-TEST(Attributes, DescribeTheEntryAndKindThatOfItsTarget) {
-    const OrdinaryUser user;
-    const TemporaryDisk disk;
-    disk.make({"~/file 10", "~/to-file -> file", "~/to-home -> .", "~/loop -> loop", "~/closed/file"});
-    const struct {
-        const char* path;
-        EntryType type;
-        std::int64_t bytes;
-        Kind kind;
-    } cases[]{{"~/file", EntryType::file, 10, Kind::file},
-              {"~/to-file", EntryType::link, 4, Kind::file},
-              {"~/to-home", EntryType::link, 1, Kind::folder},
-              {"~/loop", EntryType::link, 4, Kind::missing},
-              {"/", EntryType::folder, 0, Kind::folder}};
-    for (const auto& [path, type, bytes, kind] : cases) {
-        const std::optional<Attributes> attributes = attributesOf(disk.disk(), at(path));
-        ASSERT_TRUE(attributes) << path;
-        EXPECT_EQ(attributes->type, type) << path;
-        EXPECT_EQ(attributes->sizeBytes, bytes) << path;
-        EXPECT_EQ(kindOf(disk.disk(), at(path)), kind) << path;
-    }
-    disk.setMode("~/closed", 0);
-    for (const char* path : {"~/missing", "~/file/x", "", "relative", "~/closed/file"}) {
-        EXPECT_FALSE(attributesOf(disk.disk(), at(path))) << path;
-        EXPECT_EQ(kindOf(disk.disk(), at(path)), Kind::missing) << path;
-    }
-    disk.setModified("~/loop", Date(std::chrono::duration<double>(-86400.75)));
-    EXPECT_EQ(secondsSince1970(attributesOf(disk.disk(), at("~/loop"))->modified), -86400.75);
 }
 
 TEST(Folder, IsListedInByteOrderWithOrWithoutHiddenEntries) {

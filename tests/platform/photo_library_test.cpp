@@ -35,26 +35,11 @@ PhotoLibrary libraryOn(const TemporaryDisk& disk,
     return {disk.disk(), {access, access}};
 }
 
-std::string identifierOf(const PhotoAsset& asset) {
-    return std::string(asset.localIdentifier);
-}
-
-std::string factsOf(const PhotoAsset& asset) {
-    std::string line = identifierOf(asset) + " " + std::to_string(static_cast<int>(asset.mediaType)) + " "
-                       + std::to_string(asset.pixelWidth) + "x" + std::to_string(asset.pixelHeight) + " ";
-    line += asset.creationDate ? std::to_string(platform::secondsSince1970(*asset.creationDate)) : "-";
-    line += asset.isFavorite ? " favourite " : " ";
-    if (!asset.resource)
-        return line;
-    const auto& size = asset.resource->fileSize;
-    return line + std::string(asset.resource->originalFilename) + " " + (size ? std::to_string(*size) : "-");
-}
-
 /// Returns the assets in the order of the library, or `unreadable` when not all could be read.
-Texts assets(const PhotoLibrary& library, std::string (*text)(const PhotoAsset&) = identifierOf) {
+Texts assets(const PhotoLibrary& library) {
     Texts lines;
-    const bool isWhole = library.visitAssets([&] { lines.clear(); },
-                                             [&](const PhotoAsset& asset) { lines.push_back(text(asset)); });
+    const bool isWhole = library.visitAssets(
+        [&] { lines.clear(); }, [&](const PhotoAsset& asset) { lines.emplace_back(asset.localIdentifier); });
     return isWhole ? lines : unreadable;
 }
 
@@ -70,21 +55,15 @@ TEST_F(PhotoLibraryOnDisk, ListsVisibleAssetsOfBothSchemas) {
         const TemporaryDisk of;
         CatalogueWriter catalogue(of, Maker::mac, Log::none, form);
         for (const CataloguedAsset& asset :
-             {CataloguedAsset{.uuid = "Z", .favorite = "1"},
-              {.uuid = "A", .size = "0", .created = "-0.25", .kind = "1", .name = "'caf' || x'e9'"},
-              {.uuid = "B", .size = "NULL", .created = "NULL", .width = "NULL", .kind = "2", .name = "NULL"},
-              {.uuid = "C", .size = "'12'", .created = "'soon'", .kind = "7"},
-              {.uuid = "D", .size = "1.5", .created = "9e999", .kind = "NULL"},
+             {CataloguedAsset{.uuid = "Z"},
+              {.uuid = "A", .size = "NULL", .created = "'soon'", .width = "NULL", .name = "NULL"},
               {.uuid = "HIDDEN", .hidden = "1"},
               {.uuid = "TRASHED", .trashed = "1"},
               {.uuid = "SHARED", .visibility = "2"},
               {.uuid = std::string(65, 'x')},
               {.uuid = "LONG", .name = "'" + std::string(1025, 'x') + "'"}})
             catalogue.add(asset);
-        EXPECT_EQ(assets(libraryOn(of, PhotoAuthorization::limited), factsOf),
-                  (Texts{"Z/L0/001 1 40x30 1678307200.500000 favourite IMG_1.JPG 1000",
-                         "A/L0/001 2 40x30 978307199.750000 caf\xE9 0", "B/L0/001 3 0x30 -  -",
-                         "C/L0/001 0 40x30 - IMG_1.JPG 12", "D/L0/001 0 40x30 - IMG_1.JPG -"}));
+        EXPECT_EQ(assets(libraryOn(of, PhotoAuthorization::limited)), (Texts{"Z/L0/001", "A/L0/001"}));
     }
 }
 
@@ -114,25 +93,21 @@ TEST_F(PhotoLibraryOnDisk, ReadsTheWriteAheadLogAndLeavesNoTrace) {
 TEST_F(PhotoLibraryOnDisk, StartsAgainWhenTheCatalogueChanges) {
     CatalogueWriter catalogue(disk);
     catalogue.add({.uuid = "A"});
-    Texts found;
+    std::size_t found = 0;
     int passes = 0;
-    const auto visit = [&](const PhotoAsset& asset) {
-        found.emplace_back(asset.localIdentifier);
-    };
     const auto begin = [&] {
-        found.clear();
+        found = 0;
         if (++passes < 3)
             catalogue.add({.uuid = std::to_string(passes)});
     };
-    EXPECT_TRUE(library.visitAssets(begin, visit));
-    EXPECT_EQ(found, (Texts{"A/L0/001", "1/L0/001", "2/L0/001"}));
-    EXPECT_FALSE(library.visitAssets([&] { catalogue.add({.uuid = "more"}); }, visit)) << "changes each time";
+    EXPECT_TRUE(library.visitAssets(begin, [&](const PhotoAsset&) { ++found; }));
+    EXPECT_EQ(found, 3U);
+    EXPECT_FALSE(library.visitAssets([&] { catalogue.add({.uuid = "more"}); }, [](const PhotoAsset&) {}));
     disk.write(file + "-journal", "half"); // an interrupted transaction
     EXPECT_EQ(assets(library), unreadable);
 }
 
 TEST_F(PhotoLibraryOnDisk, ReportsDamagedAndForeignFilesAsUnreadable) {
-    EXPECT_EQ(assets(library), unreadable);
     CatalogueWriter catalogue(disk);
     for (int i = 0; i < 200; ++i)
         catalogue.add({.uuid = std::to_string(i)});
@@ -140,12 +115,12 @@ TEST_F(PhotoLibraryOnDisk, ReportsDamagedAndForeignFilesAsUnreadable) {
     const std::string good = disk.read(file);
     disk.write("~/elsewhere.sqlite", good);
     for (const char* how :
-         {" |", " -> /Users/me/elsewhere.sqlite", " -> Photos.sqlite", " 100", " 100000", "/folder/"}) {
+         {"/folder/", " |", " -> /Users/me/elsewhere.sqlite", " -> Photos.sqlite", " 100000"}) {
         std::filesystem::remove_all(disk.host(file));
+        EXPECT_EQ(assets(library), unreadable) << "missing";
         disk.make(file + how);
         EXPECT_EQ(assets(library), unreadable) << how;
     }
-    std::filesystem::remove_all(disk.host(file));
     for (const std::size_t length : {10UL, 4096UL, good.size() / 2, good.size() - 4096}) {
         disk.write(file, good.substr(0, length));
         EXPECT_EQ(assets(library), unreadable) << length;
@@ -156,91 +131,43 @@ TEST_F(PhotoLibraryOnDisk, ReportsDamagedAndForeignFilesAsUnreadable) {
         disk.write(file, changed);
         assets(library);
     }
-    disk.write(file, good);
-    disk.make(file + "-wal |");
-    EXPECT_EQ(assets(library), unreadable);
-
     const TemporaryDisk linked;
     linked.make("~/Pictures -> " + disk.host("~/Pictures")); // leads out of this disk
     EXPECT_EQ(assets(libraryOn(linked)), unreadable);
 }
 
-TEST_F(PhotoLibraryOnDisk, RunsNoViewsOrModulesOfTheCatalogue) {
-    for (const std::string trick :
-         {"CREATE VIEW ZASSET AS SELECT * FROM real",
-          "CREATE VIEW ZASSET AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n)"
-          " SELECT i Z_PK, 0 ZTRASHEDSTATE, 0 ZHIDDEN, 0 ZVISIBILITYSTATE, i ZUUID, 0 ZKIND, 1 ZWIDTH,"
-          " 1 ZHEIGHT, 0 ZDATECREATED, 0 ZFAVORITE FROM n",
-          "CREATE VIRTUAL TABLE ZASSET USING fts5(Z_PK, ZTRASHEDSTATE, ZHIDDEN, ZVISIBILITYSTATE, ZUUID,"
-          " ZKIND, ZWIDTH, ZHEIGHT, ZDATECREATED, ZFAVORITE)",
-          "CREATE TABLE ZASSET (Z_PK INTEGER PRIMARY KEY, ZUUID VARCHAR)"}) {
-        const TemporaryDisk of;
-        CatalogueWriter catalogue(of, Maker::lumvale);
-        catalogue.add({.uuid = "A"});
-        catalogue.run("CREATE TABLE real AS SELECT * FROM ZASSET; DROP TABLE ZASSET; " + trick);
-        EXPECT_FALSE(libraryOn(of).visitAssets([] {}, [](const PhotoAsset&) { FAIL(); })) << trick;
-        EXPECT_FALSE(libraryOn(of).deleteAssets({"A/L0/001"})) << trick;
-    }
-}
-
-TEST_F(PhotoLibraryOnDisk, MovesAssetsToTheRecentlyDeletedOnes) {
-    for (const Log log : {Log::none, Log::pending}) {
-        const TemporaryDisk of;
-        CatalogueWriter catalogue(of, Maker::lumvale, log);
-        for (const char* uuid : {"A", "B", "C"})
-            catalogue.add({.uuid = uuid});
-        const double before = platform::secondsSince1970(platform::now()) - 978'307'200;
-        EXPECT_TRUE(libraryOn(of).deleteAssets({"C/L0/001", "unknown/L0/001", "", "B", "' OR 1/L0/001"}));
-        EXPECT_EQ(catalogue.value("SELECT group_concat(ZUUID) FROM ZASSET WHERE ZTRASHEDSTATE = 1"
-                                  " AND ZTRASHEDDATE BETWEEN "
-                                  + std::to_string(before) + " AND " + std::to_string(before + 3600)),
-                  "C");
-        EXPECT_EQ(assets(libraryOn(of)), (Texts{"A/L0/001", "B/L0/001"}));
-        EXPECT_EQ(catalogue.value("PRAGMA integrity_check"), "ok");
-    }
-}
-
-TEST_F(PhotoLibraryOnDisk, ChangesOnlyOwnWritableCataloguesAndOnlyWithAccess) {
-    const OrdinaryUser user;
+TEST_F(PhotoLibraryOnDisk, ChangesOnlyOwnCataloguesAndOnlyWithAccess) {
     const struct {
         const char* what;
         Maker maker;
-        const char* sql;
+        std::string sql;
         PhotoAuthorization access = PhotoAuthorization::authorized;
-        const char* journal = "";
-        unsigned mode = 0644;
-    } cases[]{{"a Mac's", Maker::mac, ""},
-              {"another application_id", Maker::mac, "PRAGMA application_id = 1"},
-              {"with triggers", Maker::lumvale,
-               "CREATE TRIGGER t AFTER UPDATE ON ZASSET BEGIN DELETE FROM ZASSET; END"},
-              {"ambiguous identifiers", Maker::lumvale, "UPDATE ZASSET SET ZUUID = 'A' WHERE Z_PK = 3"},
-              {"without access", Maker::lumvale, "", PhotoAuthorization::denied},
-              {"interrupted transaction", Maker::lumvale, "", PhotoAuthorization::authorized, "half"},
-              {"not writable", Maker::lumvale, "", PhotoAuthorization::authorized, "", 0444}};
-    for (const auto& [what, maker, sql, access, journal, mode] : cases) {
-        for (const Log log : {Log::none, Log::pending}) {
-            const TemporaryDisk of;
-            CatalogueWriter catalogue(of, maker, log);
-            for (const char* uuid : {"B", "A", "C"})
-                catalogue.add({.uuid = uuid});
-            catalogue.run(sql);
-            catalogue.abandon();
-            of.write(file + "-journal", journal);
-            of.setMode(file, mode);
-            const auto entries = of.entries();
-            EXPECT_FALSE(libraryOn(of, access).deleteAssets({"B/L0/001", "A/L0/001"})) << what;
-            if (maker == Maker::mac || access == PhotoAuthorization::denied) {
-                EXPECT_EQ(of.entries(), entries) << what;
-                EXPECT_EQ(assets(libraryOn(of, access)) == unreadable, access == PhotoAuthorization::denied);
-            }
-            of.write(file + "-journal", "");
-            EXPECT_EQ(assets(libraryOn(of)).size(), 3U) << what;
+    } cases[]{
+        {"a Mac's", Maker::mac, ""},
+        {"another application_id", Maker::mac, "PRAGMA application_id = 1"},
+        {"without access", Maker::lumvale, "", PhotoAuthorization::denied},
+        {"with triggers", Maker::lumvale,
+         "CREATE TRIGGER t AFTER UPDATE ON ZASSET BEGIN DELETE FROM ZASSET; END"},
+        {"ambiguous identifiers", Maker::lumvale, "UPDATE ZASSET SET ZUUID = 'A' WHERE Z_PK = 3"},
+        {"a view", Maker::lumvale,
+         "CREATE TABLE t AS SELECT * FROM ZASSET; DROP TABLE ZASSET; CREATE VIEW ZASSET AS SELECT * FROM t"},
+        {"open in another program", Maker::lumvale, "BEGIN EXCLUSIVE"}};
+    for (const auto& [what, maker, sql, access] : cases) {
+        const TemporaryDisk of;
+        CatalogueWriter catalogue(of, maker);
+        for (const char* uuid : {"B", "A", "C"})
+            catalogue.add({.uuid = uuid});
+        catalogue.run(sql);
+        const auto entries = of.entries();
+        EXPECT_FALSE(libraryOn(of, access).deleteAssets({"B/L0/001", "A/L0/001"})) << what;
+        EXPECT_EQ(catalogue.value("SELECT count(*) FROM ZASSET WHERE ZTRASHEDSTATE = 0"), "3") << what;
+        if (maker == Maker::mac || access == PhotoAuthorization::denied) {
+            EXPECT_EQ(of.entries(), entries) << what;
+        }
+        if (access == PhotoAuthorization::denied || what == std::string("a view")) {
+            EXPECT_EQ(assets(libraryOn(of, access)), unreadable) << what;
         }
     }
-    CatalogueWriter catalogue(disk, Maker::lumvale);
-    catalogue.add({.uuid = "A"});
-    catalogue.run("BEGIN EXCLUSIVE");
-    EXPECT_FALSE(library.deleteAssets({"A/L0/001"})) << "while another program writes";
 }
 
 TEST_F(PhotoLibraryOnDisk, OpensPicturesInsideTheLibraryOnly) {
@@ -252,14 +179,13 @@ TEST_F(PhotoLibraryOnDisk, OpensPicturesInsideTheLibraryOnly) {
         {originals + "/A/SMALL.jpeg", "original"},
         {derivatives + "/S/SMALL_1_105_c.jpeg", "larger"},
         {derivatives + "/masters/S/SMALL_4_5005_c.jpeg", "small"},
-        {derivatives + "/masters/S/SMALLER_4_5005_c.jpeg", "another's"},
         {derivatives + "/O/ONLY_1_105_c.jpeg", "larger"},
         {"~/secret", "secret"},
         {"/etc/secret", "secret"}};
     for (const auto& [path, content] : files)
         disk.write(path, content);
     disk.make({originals + "/A/LINK.jpeg -> /Users/me/secret", originals + "/OUT -> /Users/me",
-               originals + "/A/PIPE.jpeg |", derivatives + "/T/TRICK_1_105_c.jpeg -> /Users/me/secret"});
+               derivatives + "/T/TRICK_1_105_c.jpeg -> /Users/me/secret"});
     const struct {
         CataloguedAsset asset;
         const char* picture;
@@ -269,13 +195,11 @@ TEST_F(PhotoLibraryOnDisk, OpensPicturesInsideTheLibraryOnly) {
               {{.uuid = "AWAY"}, "in the cloud"},
               {{.uuid = "TRICK"}, "in the cloud"},
               {{.uuid = "LINK"}, "none"},
-              {{.uuid = "PIPE"}, "none"},
               {{.uuid = "HIDDEN", .hidden = "1", .file = "'HERE.jpeg'"}, "none"},
               {{.uuid = "ABSOLUTE", .directory = "'/etc'", .file = "'secret'"}, "none"},
               {{.uuid = "UP", .directory = "'A/../../../..'", .file = "'secret'"}, "none"},
               {{.uuid = "OUT", .directory = "'OUT'", .file = "'secret'"}, "none"},
               {{.uuid = "NAME", .file = "'../../../../secret'"}, "none"},
-              {{.uuid = "NULLS", .directory = "NULL", .file = "NULL"}, "none"},
               {{.uuid = "ZERO", .directory = "'A' || char(0) || 'B'"}, "none"}};
     for (const auto& [asset, picture] : cases)
         catalogue.add(asset);
@@ -291,23 +215,14 @@ TEST_F(PhotoLibraryOnDisk, OpensPicturesInsideTheLibraryOnly) {
 
 TEST(PhotoAccess, IsRequestedOnceAndThenDependsOnTheDisk) {
     const OrdinaryUser user;
-    const TemporaryDisk machine;
     const TemporaryDisk disk;
     const PhotoLibrary photos(disk.disk());
-    setenv("XDG_CONFIG_HOME", machine.host("~/config").c_str(), 1);
+    setenv("XDG_CONFIG_HOME", disk.host("/config").c_str(), 1);
     EXPECT_EQ(photos.authorization(), PhotoAuthorization::notDetermined);
-    EXPECT_FALSE(machine.exists("~/config"));
     EXPECT_EQ(photos.requestAuthorization(), PhotoAuthorization::authorized);
-    EXPECT_EQ(photos.authorization(), PhotoAuthorization::authorized);
-
     CatalogueWriter catalogue(disk);
-    for (const std::string& closed : {file, libraryFolder}) {
-        disk.setMode(closed, 0);
-        EXPECT_EQ(photos.requestAuthorization(), PhotoAuthorization::denied) << closed;
-        disk.setMode(closed, 0755);
-        EXPECT_EQ(photos.authorization(), PhotoAuthorization::authorized);
-    }
-    setenv("XDG_CONFIG_HOME", machine.host("~/other").c_str(), 1);
-    EXPECT_EQ(photos.authorization(), PhotoAuthorization::notDetermined);
+    EXPECT_EQ(photos.authorization(), PhotoAuthorization::authorized);
+    disk.setMode(file, 0);
+    EXPECT_EQ(photos.authorization(), PhotoAuthorization::denied);
     unsetenv("XDG_CONFIG_HOME");
 }
