@@ -5,21 +5,21 @@
 #include <string>
 #include <vector>
 
-/// An error's code and those of its causes, outermost first: "513:13". A domain that isn't the system's is
-/// named: "Lumvale 1".
+/// Returns an error's code followed by those of its causes: "513:13". A domain other than Cocoa's and POSIX's
+/// comes first: "Lumvale 1".
 inline std::string codes(const platform::Error& error) {
     const bool isSystems = error.domain == platform::cocoaDomain || error.domain == platform::posixDomain;
     return (isSystems ? "" : error.domain + " ") + std::to_string(error.code)
            + (error.underlying ? ":" + codes(*error.underlying) : "");
 }
 
-/// Those of a result's error; "" for success.
+/// Returns the codes of a result's error, or "" for success.
 template <class Value>
 std::string codes(const platform::Result<Value>& result) {
     return result ? "" : codes(result.error());
 }
 
-/// The paths that a deletion couldn't touch, each with the codes of why: "/Users/me/x 513:13".
+/// Returns the paths that a deletion failed on, each with its error's codes: "/Users/me/x 513:13".
 template <class Outcome>
 std::vector<std::string> failures(const Outcome& outcome) {
     std::vector<std::string> lines;

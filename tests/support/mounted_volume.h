@@ -4,15 +4,15 @@
 
 #include <sys/mount.h>
 
-/// A volume of its own, small and in memory, mounted on a folder of the host while this lives. Only root can:
-/// a test asks and skips.
+/// Mounts a volume of 64 KiB in memory on a folder of the host until destroyed. Only root can mount; other
+/// users skip the test.
 class MountedVolume {
 public:
     explicit MountedVolume(std::string hostFolder)
         : m_folder(std::move(hostFolder)),
           m_isMounted(mount("lumvale-test", m_folder.c_str(), "tmpfs", 0, "size=64k,mode=0777") == 0) {}
 
-    /// A folder of the host seen at `hostFolder` as well: a mount of its own on the same volume.
+    /// Mounts the folder `original` on `hostFolder` as well: another mount point of the same volume.
     MountedVolume(const std::string& original, std::string hostFolder)
         : m_folder(std::move(hostFolder)),
           m_isMounted(mount(original.c_str(), m_folder.c_str(), nullptr, MS_BIND, nullptr) == 0) {}

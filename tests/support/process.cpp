@@ -8,7 +8,7 @@
 
 DescriptorLimit::DescriptorLimit(std::size_t more) {
     getrlimit(RLIMIT_NOFILE, &m_before);
-    const rlimit lower{openDescriptors() - 1 + more, m_before.rlim_max}; // less the one that counts them
+    const rlimit lower{openDescriptors() - 1 + more, m_before.rlim_max}; // without the one used to count them
     setrlimit(RLIMIT_NOFILE, &lower);
 }
 

@@ -5,7 +5,7 @@
 
 #include <sys/resource.h>
 
-/// While it lives, the process may have this many descriptors more open than it has.
+/// Limits the number of descriptors that the process can open in addition to those open now.
 class DescriptorLimit {
 public:
     explicit DescriptorLimit(std::size_t more);
@@ -17,8 +17,8 @@ private:
     rlimit m_before{};
 };
 
-/// How many descriptors the process has open.
+/// Returns the number of descriptors that the process has open, including the one used to count them.
 std::size_t openDescriptors();
 
-/// What the work returns in a process of its own, 0 … 255; -1 where it ended otherwise.
+/// Runs the work in a child process and returns its result, 0 to 255, or -1 if the process crashed.
 int inAnotherProcess(const std::function<int()>& work);

@@ -14,51 +14,43 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <gtest/gtest.h>
-
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr unsigned nobody = 65534;
-
-void check(bool succeeded, const std::string& what) {
+void check(bool succeeded, const std::string& path) {
     if (succeeded)
         return;
-    std::perror(what.c_str());
+    std::perror(path.c_str());
     std::abort();
 }
 
-bool setImmutableFlag(const std::string& hostPath, bool immutable) {
-    const platform::Descriptor file(open(hostPath.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
-    int flags = 0;
-    if (!file || ioctl(file.number(), FS_IOC_GETFLAGS, &flags) != 0)
-        return false;
-    flags = immutable ? flags | FS_IMMUTABLE_FL : flags & ~FS_IMMUTABLE_FL;
-    return ioctl(file.number(), FS_IOC_SETFLAGS, &flags) == 0;
+/// Changes the identity for file access, which for root decides whether permissions count.
+void accessFilesAs(unsigned user) {
+    if (geteuid() != 0)
+        return;
+    setfsgid(user);
+    setfsuid(user);
 }
 
 } // namespace
 
 TemporaryDisk::TemporaryDisk(Where where) {
     const bool isInMemory = where == Where::inMemory && access("/dev/shm", W_OK | X_OK) == 0;
-    std::string pattern = (isInMemory ? "/dev/shm" : fs::temp_directory_path()) / "lumvale-test-XXXXXX";
-    check(mkdtemp(pattern.data()) != nullptr, pattern);
-    m_root = pattern;
+    m_root = (isInMemory ? "/dev/shm" : fs::temp_directory_path()) / "lumvale-test-XXXXXX";
+    check(mkdtemp(m_root.data()) != nullptr, m_root);
     fs::create_directories(host("~"));
     for (const char* folder : {"/", "/Users", "/Users/me"})
-        check(chmod(host(folder).c_str(), 0777) == 0, folder);
-    auto disk = platform::Disk::open(m_root, path("~"));
-    check(static_cast<bool>(disk), m_root);
-    m_disk = *disk;
+        setMode(folder, 0777);
+    m_disk = *platform::Disk::open(m_root, path("~"));
 }
 
 TemporaryDisk::~TemporaryDisk() {
-    // The shell's tool, not the product's: a fault in what is tested must not hide behind the clean-up.
+    // Uses the shell's tools, so that a fault of the product cannot hide in the removal.
     const std::string command = "chattr -R -f -i '" + m_root + "' 2>/dev/null; chmod -R u+rwx '" + m_root
                                 + "' 2>/dev/null; rm -rf '" + m_root + "'";
     if (std::system(command.c_str()) != 0)
-        std::fprintf(stderr, "left behind: %s\n", m_root.c_str());
+        std::fprintf(stderr, "could not remove %s\n", m_root.c_str());
 }
 
 void TemporaryDisk::make(std::initializer_list<std::string_view> lines) const {
@@ -67,38 +59,29 @@ void TemporaryDisk::make(std::initializer_list<std::string_view> lines) const {
 }
 
 void TemporaryDisk::make(std::string_view line) const {
-    /// Makes the entry at `path`, and the folders above it, in this way.
-    const auto makeAt = [&](std::string_view path, auto way) {
-        const std::string made = host(path);
-        fs::create_directories(fs::path(made).parent_path());
-        check(way(made.c_str()), made);
-    };
     constexpr std::string_view arrow = " -> ";
     const std::size_t target = line.find(arrow);
-    const std::size_t beforeSize = line.find_last_not_of("0123456789");
-    if (line.ends_with(" |")) {
-        makeAt(line.substr(0, line.size() - 2), [](const char* path) { return mkfifo(path, 0666) == 0; });
-    } else if (target != std::string_view::npos) {
-        const std::string to(line.substr(target + arrow.size()));
-        makeAt(line.substr(0, target), [&](const char* path) { return symlink(to.c_str(), path) == 0; });
-    } else if (line.ends_with('/')) {
-        fs::create_directories(host(line.substr(0, line.size() - 1)));
-    } else {
-        const bool hasSize = beforeSize + 1 < line.size() && line[beforeSize] == ' ';
-        const std::int64_t size = hasSize ? std::stoll(std::string(line.substr(beforeSize + 1))) : 0;
-        makeAt(hasSize ? line.substr(0, beforeSize) : line, [&](const char* path) {
-            const platform::Descriptor file(open(path, O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
-            return file && ftruncate(file.number(), size) == 0;
-        });
+    const std::size_t space = line.rfind(' ');
+    const bool isPipe = line.ends_with(" |");
+    const bool hasSize = target == line.npos && space < line.size() - 1
+                         && line.find_first_not_of("0123456789", space + 1) == line.npos;
+    const std::string made = host(line.substr(0, isPipe || hasSize ? space : target));
+    fs::create_directories(fs::path(made).parent_path());
+    if (isPipe) {
+        check(mkfifo(made.c_str(), 0666) == 0, made);
+    } else if (target != line.npos) {
+        fs::create_symlink(line.substr(target + arrow.size()), made);
+    } else if (!line.ends_with('/')) {
+        const platform::Descriptor file(open(made.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
+        const std::int64_t size = hasSize ? std::stoll(std::string(line.substr(space + 1))) : 0;
+        check(ftruncate(file.number(), size) == 0, made);
     }
 }
 
 void TemporaryDisk::write(std::string_view path, std::string_view content) const {
     const std::string file = host(path);
     fs::create_directories(fs::path(file).parent_path());
-    std::ofstream stream(file, std::ios::binary);
-    stream << content;
-    check(stream.good(), file);
+    check(static_cast<bool>(std::ofstream(file, std::ios::binary) << content << std::flush), file);
 }
 
 std::string TemporaryDisk::read(std::string_view path) const {
@@ -109,9 +92,8 @@ std::string TemporaryDisk::read(std::string_view path) const {
 void TemporaryDisk::setModified(std::string_view path, platform::Date date) const {
     const double seconds = platform::secondsSince1970(date);
     const double whole = std::floor(seconds);
-    timespec times[2]{};
-    times[0].tv_nsec = UTIME_OMIT;
-    times[1] = {static_cast<time_t>(whole), static_cast<long>((seconds - whole) * 1e9)};
+    const timespec times[2]{{0, UTIME_OMIT},
+                            {static_cast<time_t>(whole), static_cast<long>((seconds - whole) * 1e9)}};
     check(utimensat(AT_FDCWD, host(path).c_str(), times, AT_SYMLINK_NOFOLLOW) == 0, host(path));
 }
 
@@ -120,7 +102,12 @@ void TemporaryDisk::setMode(std::string_view path, unsigned mode) const {
 }
 
 bool TemporaryDisk::setImmutable(std::string_view path, bool immutable) const {
-    return setImmutableFlag(host(path), immutable);
+    const platform::Descriptor file(open(host(path).c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
+    int flags = 0;
+    if (!file || ioctl(file.number(), FS_IOC_GETFLAGS, &flags) != 0)
+        return false;
+    flags = immutable ? flags | FS_IMMUTABLE_FL : flags & ~FS_IMMUTABLE_FL;
+    return ioctl(file.number(), FS_IOC_SETFLAGS, &flags) == 0;
 }
 
 bool TemporaryDisk::exists(std::string_view path) const {
@@ -166,22 +153,16 @@ void moveToTrash(std::map<std::string, std::string>& entries, std::string_view p
     const std::string from = at(path);
     std::map<std::string, std::string> after;
     for (const auto& [where, facts] : entries) {
-        const bool goes = where == from || where.starts_with(from + "/");
-        after[goes ? at("~/.Trash/").append(name) + where.substr(from.size()) : where] = facts;
+        const bool moves = where == from || where.starts_with(from + "/");
+        after[moves ? at("~/.Trash/").append(name) + where.substr(from.size()) : where] = facts;
     }
     entries = after;
 }
 
 OrdinaryUser::OrdinaryUser() {
-    if (geteuid() == 0) {
-        setfsgid(nobody);
-        setfsuid(nobody);
-    }
+    accessFilesAs(65534); // nobody
 }
 
 OrdinaryUser::~OrdinaryUser() {
-    if (geteuid() == 0) {
-        setfsuid(0);
-        setfsgid(0);
-    }
+    accessFilesAs(0);
 }

@@ -3,7 +3,6 @@
 #include "platform/base/date.h"
 #include "platform/files/disk.h"
 
-#include <cstdint>
 #include <initializer_list>
 #include <map>
 #include <optional>
@@ -12,12 +11,13 @@
 #include <string_view>
 #include <vector>
 
-/// A Mac's disk made of real files in a temporary folder, with the home /Users/me; gone with the object,
-/// whatever flags and modes its entries have. In paths given to it "~" stands for the home.
+/// A Mac's disk made of real files in a temporary folder, with the home /Users/me. The destructor removes it,
+/// whatever modes and flags its entries have. Paths may begin with "~", which stands for the home. A failure
+/// to make or change an entry ends the program.
 class TemporaryDisk {
 public:
-    /// Where its files are. In memory, where the machine has such a place, large trees are made quickly, and
-    /// files may be nearly 2^63 bytes long.
+    /// The location of the files. `inMemory` uses /dev/shm where it exists: large trees are made quickly
+    /// there, and files may be nearly 2^63 bytes long.
     enum class Where { anywhere, inMemory };
 
     explicit TemporaryDisk(Where where = Where::anywhere);
@@ -27,27 +27,29 @@ public:
 
     const platform::Disk& disk() const { return *m_disk; }
 
-    /// Makes entries, and the folders above them, from one line each: "~/file" (empty), "~/file 100" (that
-    /// many bytes, sparse), "~/folder/", "~/link -> target" (the target as it stands), "~/pipe |".
+    /// Makes an entry per line, and the folders above it: "~/file" (empty), "~/file 100" (100 bytes, sparse),
+    /// "~/folder/", "~/link -> target" (the target is not translated), "~/pipe |".
     void make(std::initializer_list<std::string_view> lines) const;
     void make(std::string_view line) const;
 
     void write(std::string_view path, std::string_view content) const;
-    std::string read(std::string_view path) const; ///< of a regular file
+    std::string read(std::string_view path) const;
     void setModified(std::string_view path, platform::Date date) const;
     void setMode(std::string_view path, unsigned mode) const;
 
-    /// Sets or clears the immutable flag; false where this machine cannot.
+    /// Sets or clears the immutable flag. Returns false where the file system or the user cannot.
     [[nodiscard]] bool setImmutable(std::string_view path, bool immutable) const;
 
-    bool exists(std::string_view path) const; ///< the entry itself, a link that leads nowhere included
+    /// Returns whether the entry exists. A symbolic link is not followed.
+    bool exists(std::string_view path) const;
 
-    /// Every entry by its path on the disk, with what stays the same wherever it is moved: which one it is,
-    /// its type and mode, its size and date unless it is a folder.
+    /// Returns every entry by its path on the disk, with the facts that a move preserves: inode, mode, and
+    /// for other entries than folders size and modification date.
     std::map<std::string, std::string> entries() const;
 
-    /// The path on the disk, "~" put in place, and the same on the host.
+    /// Returns the path with "~" replaced by the home.
     static std::string path(std::string_view path);
+    /// Returns the path of the real file on this machine.
     std::string host(std::string_view path) const;
 
 private:
@@ -55,8 +57,8 @@ private:
     std::optional<platform::Disk> m_disk;
 };
 
-/// While it lives, this thread and those that it starts meet files as an ordinary user who owns what was made
-/// meanwhile: permissions count. For root a real change of identity, for others none.
+/// Makes this thread, and threads that it starts, access files as an ordinary user until destroyed, so that
+/// permissions count. Has an effect for root only.
 class OrdinaryUser {
 public:
     OrdinaryUser();
@@ -65,14 +67,14 @@ public:
     OrdinaryUser& operator=(const OrdinaryUser&) = delete;
 };
 
-/// Paths on the disk: TemporaryDisk::path() for one, for several.
+/// Return paths on the disk, with "~" replaced by the home.
 inline std::string at(std::string_view path) {
     return TemporaryDisk::path(path);
 }
 std::vector<std::string> at(std::initializer_list<std::string_view> paths);
 std::set<std::string> setAt(std::initializer_list<std::string_view> paths);
 
-/// Makes entries() what they are once the entry at `path` lies in the Trash under this name.
+/// Changes the result of entries() as moving the entry at `path` to the Trash under `name` does.
 void moveToTrash(std::map<std::string, std::string>& entries, std::string_view path, std::string_view name);
 
 /// Sets the immutable flag of entries of the disk, or skips the test.
