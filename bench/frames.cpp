@@ -47,7 +47,7 @@ std::unique_ptr<QObject> make(QQmlEngine& engine, const QByteArray& qml, const Q
 
 /// Scrolls a list for as long as it lives, about a row a frame.
 std::unique_ptr<QObject> makeScroll(QQmlEngine& engine, QQuickItem* list) {
-    return make(engine, "Clock { onTriggered: seen.contentY += 48 }", {{"seen", QVariant::fromValue(list)}});
+    return make(engine, "Clock { onTriggered: target.contentY += 48 }", {{"target", QVariant::fromValue(list)}});
 }
 
 /// A home whose scan finds as many rows, the first so large that its tick changes the sum that is shown.
@@ -130,7 +130,7 @@ constexpr Scene scenes[] = {
             id: dot
             width: 4
             height: 4
-            Clock { seen: dot; onTriggered: dot.x = currentFrame % 100 }
+            Clock { target: dot; onTriggered: dot.x = currentFrame % 100 }
         })"},
     {"the list while it scrolls, as large as in the window", R"(
         ResultsList { x: 24; y: 342; width: 992; height: 367; items: window.items })"},
@@ -147,7 +147,7 @@ constexpr Scene scenes[] = {
             share: 0.72
             to: GCColor.glowViolet
             glow: GCColor.glowTeal
-            Clock { seen: ring; onTriggered: ring.rotation = currentFrame }
+            Clock { target: ring; onTriggered: ring.rotation = currentFrame }
         })"},
     {"a glowing text", R"(
         PulsingTitle { anchors.centerIn: parent; title: 'Lumvale' })"},
