@@ -78,7 +78,7 @@ TEST(Scan, OldDownloadsAreOlderThanThirtyDaysToTheSecond) {
         disk.setModified("~/Downloads/" + std::string(old), boundary - 1s);
     const auto found =
         core::LumvaleScanner::scanOldDownloads(disk.disk(), at("~/Downloads"), boundary + month);
-    EXPECT_EQ(lines(measured(disk.disk(), found)),
+    EXPECT_EQ(lines(measureCandidates(disk.disk(), found)),
               (Lines{"Downloads/.older 3", "Downloads/folder 4", "Downloads/older 2"}));
 }
 
