@@ -5,13 +5,13 @@
 #include <algorithm>
 #include <deque>
 
-/// Runs what it is given when told to, so that a test stands between a request and its result.
+/// Queues jobs and runs them only when told to, so that a test can act between a request and its result.
 class HandCranked {
 public:
     platform::Executor executor() {
-        return {.background = [this](platform::Executor::Job job) { m_background.push_back(std::move(job)); },
+        return {.background = [this](auto job) { m_background.push_back(std::move(job)); },
                 .interfaceThread =
-                    [this](platform::Executor::Job job) {
+                    [this](auto job) {
                         m_interface.push_back(std::move(job));
                     }};
     }
@@ -23,7 +23,7 @@ public:
         publish();
     }
 
-    /// Runs the background job that was sent last, and lets its result be seen.
+    /// Runs the newest background job before the others and publishes its result.
     void runLast() {
         std::rotate(m_background.rbegin(), m_background.rbegin() + 1, m_background.rend());
         runOne(m_background);
@@ -33,16 +33,17 @@ public:
     bool isIdle() const { return m_background.empty() && m_interface.empty(); }
 
 private:
-    static void runAll(std::deque<platform::Executor::Job>& jobs) {
+    using Jobs = std::deque<platform::Executor::Job>;
+
+    static void runAll(Jobs& jobs) {
         while (!jobs.empty())
             runOne(jobs);
     }
-
-    static void runOne(std::deque<platform::Executor::Job>& jobs) {
+    static void runOne(Jobs& jobs) {
         jobs.front()();
         jobs.pop_front();
     }
 
-    std::deque<platform::Executor::Job> m_background; ///< first one next
-    std::deque<platform::Executor::Job> m_interface;
+    Jobs m_background; ///< the next job first
+    Jobs m_interface;
 };

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
-    // Neither the settings nor the language of whoever runs the tests may be touched or count.
+    // The settings and the language of the user who runs the tests must be neither read nor changed.
     const QTemporaryDir settings;
     qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
     qputenv("XDG_CONFIG_DIRS", settings.path().toLocal8Bit());

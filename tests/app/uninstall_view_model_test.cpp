@@ -1,39 +1,31 @@
 #include "app/models/uninstall_view_model.h"
-#include "core/health/health_score.h"
-#include "core/items/scan_item.h"
-#include "core/uninstall/installed_app.h"
 
-#include "app/i18n/localizer.h"
 #include "app/text/display.h"
+#include "core/health/health_score.h"
 #include "tests/app/hand_cranked.h"
 #include "tests/support/temporary_disk.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
-#include <limits>
-
 #include <gtest/gtest.h>
 
 namespace {
 
-using Lines = std::vector<std::string>;
-using Paths = std::set<std::string>;
+using Texts = std::vector<std::string>;
+
+// Rows of the list of applications.
+constexpr int notes = 0;
+constexpr int paint = 1;
 
 class UninstallViewModelTest : public testing::Test {
 protected:
-    /// Two applications with files of theirs, one of which is both's.
-    void makeNotesAndPaint() const {
+    /// Two applications and their files; the preferences belong to both.
+    UninstallViewModelTest() {
         m_disk.make({"/Applications/Notes.app/x 1000", "/Applications/Paint.app/x 2000",
                      "~/Library/Caches/notes/x 10", "~/Library/Logs/notes 200", "~/Library/Logs/paint 30",
                      "~/Library/Preferences/com.paint-notes.plist 4", "~/Library/Preferences/other 9"});
-    }
-
-    void pick(const std::string& name) {
-        for (int row = 0; row < m_model.appsModel()->rowCount(); ++row)
-            if (appNames()[static_cast<std::size_t>(row)] == name)
-                return m_model.select(row);
-        FAIL() << name;
+        load();
     }
 
     void load() {
@@ -41,53 +33,37 @@ protected:
         m_jobs.run();
     }
 
-    void loadAndPick(const char* name) {
-        load();
-        pick(name);
+    void pick(int row) {
+        m_model.select(row);
         m_jobs.run();
     }
 
-    Lines appNames() const {
-        Lines names;
+    Texts appNames() const {
+        Texts names;
         for (const core::InstalledApp& app : m_model.apps())
             names.push_back(app.name);
         return names;
     }
 
-    Lines leftovers() const {
-        Lines paths;
+    Texts files() const {
+        Texts paths;
         for (const core::ScanItem& item : m_model.leftovers())
             paths.push_back(item.path);
         return paths;
     }
 
-    Lines recorded() const {
-        Lines names;
+    Texts recorded() const {
+        Texts entries;
         for (const HistoryEntry& entry : m_history.entries())
-            names.push_back(entry.name + " " + std::to_string(entry.sizeBytes));
-        return names;
+            entries.push_back(entry.name + " " + std::to_string(entry.sizeBytes));
+        return entries;
     }
 
-    /// Unticks and ticks by what the rows are.
-    void toggle(std::string_view path) {
-        for (int row = 0; row < m_model.leftoversModel()->rowCount(); ++row)
-            if (leftovers()[static_cast<std::size_t>(row)] == at(path))
-                return m_model.leftoversModel()->toggle(row);
-        FAIL() << path;
-    }
-
-    void expectNothingSelected() const {
-        EXPECT_FALSE(m_model.hasSelectedApp());
-        EXPECT_TRUE(m_model.leftovers().empty() && m_model.checked().empty());
-        EXPECT_EQ(m_model.selectedBytes(), 0);
-    }
-
-    // Made and removed as the user whom the disk belongs to, so that modes count.
-    OrdinaryUser m_user;
+    OrdinaryUser m_user; // permissions do not hold for root
     TemporaryDisk m_disk;
     HistoryStore m_history{m_disk.disk()};
     HandCranked m_jobs;
-    mutable UninstallViewModel m_model{m_disk.disk(), m_history, m_jobs.executor()};
+    UninstallViewModel m_model{m_disk.disk(), m_history, m_jobs.executor()};
     QAbstractItemModelTester m_appsTester{m_model.appsModel(),
                                           QAbstractItemModelTester::FailureReportingMode::Fatal};
     QAbstractItemModelTester m_filesTester{m_model.leftoversModel(),
@@ -96,150 +72,81 @@ protected:
 
 } // namespace
 
-TEST_F(UninstallViewModelTest, SaysTheFreeSpaceInTheLanguageOfTheMoment) {
-    m_model.loadApps();
-    const std::string line = m_model.freeSpaceText().toStdString();
-    EXPECT_TRUE(line.starts_with("Espace libre : ")) << line;
-    EXPECT_TRUE(line.ends_with(
-        " sur "
-        + display::size(core::LumvaleScanner::healthScore(m_disk.disk()).totalDiskBytes).toStdString()))
-        << line;
-    Localizer::shared().setLanguage(AppLanguage::en);
-    EXPECT_TRUE(m_model.freeSpaceText().startsWith(u"Free space : "));
-    Localizer::shared().setLanguage(AppLanguage::automatic);
-}
-
-TEST_F(UninstallViewModelTest, ShowsTheFilesOfTheLastPickedWhicheverSearchEndsFirst) {
-    makeNotesAndPaint();
-    load();
-    const Lines paints = at({"~/Library/Preferences/com.paint-notes.plist", "~/Library/Logs/paint"});
+TEST_F(UninstallViewModelTest, ShowsTheFilesOfTheLastPickedApplicationWhicheverSearchEndsFirst) {
+    const Texts filesOfPaint = at({"~/Library/Preferences/com.paint-notes.plist", "~/Library/Logs/paint"});
     for (const bool lastEndsFirst : {false, true}) {
-        pick("Notes");
-        m_jobs.run();
-        pick("Notes");
-        pick("Paint");
-        // Nothing of the older selection stays while the newer is searched.
-        EXPECT_TRUE(m_model.leftovers().empty());
+        pick(notes);
+        m_model.select(notes);
+        m_model.select(paint);
+        EXPECT_EQ(files(), Texts());
         EXPECT_EQ(m_model.checked(), setAt({"/Applications/Paint.app"}));
         if (lastEndsFirst)
             m_jobs.runLast();
         m_jobs.run();
-        EXPECT_EQ(leftovers(), paints);
+        EXPECT_EQ(files(), filesOfPaint);
         EXPECT_EQ(m_model.checkedCount(), 3);
-        EXPECT_FALSE(m_model.isSearchingLeftovers());
     }
-    pick("Notes");
-    pick("Paint");
-    m_jobs.runBackground();
-    pick("Notes"); // the results of both are on their way
-    m_jobs.publish();
-    EXPECT_EQ(leftovers().size(), 3u);
-    EXPECT_FALSE(m_model.isSearchingLeftovers());
-    // The second search for the same ticks nothing that was unticked meanwhile.
-    toggle("~/Library/Logs/notes");
+    // A second result for the same application leaves the ticks as the user changed them.
+    m_model.select(notes);
+    m_model.select(notes);
+    m_jobs.runLast();
+    m_model.leftoversModel()->toggle(0);
     m_model.toggleSelectedApp();
-    const Paths ticked = m_model.checked();
+    EXPECT_EQ(m_model.checkedCount(), 2);
     m_jobs.run();
-    EXPECT_EQ(m_model.checked(), ticked);
-    EXPECT_EQ(ticked.size(), 2u);
+    EXPECT_EQ(m_model.checkedCount(), 2);
 
-    pick("Paint");
+    m_model.select(paint);
     m_jobs.runBackground();
     m_model.clearSelection();
     m_jobs.publish();
-    expectNothingSelected();
+    EXPECT_TRUE(files().empty() && m_model.checked().empty());
 }
 
-TEST_F(UninstallViewModelTest, MovesTheTickedInTheirOrderAndChangesNothingElse) {
-    makeNotesAndPaint();
-    m_disk.make({"~/Library/WebKit/Notes.app/x 5", "~/Applications/Notes.app/x", "~/.Trash/keep",
-                 "~/Library/Application Support/Lumvale/historique.json"});
-    loadAndPick("Notes");
+TEST_F(UninstallViewModelTest, MovesTickedFilesInTheirOrderAndTheApplicationLast) {
+    m_disk.make({"~/Applications/Notes.app/x", "~/.Trash/keep", m_history.path()});
+    load();
+    pick(notes);
     ASSERT_EQ(m_model.selectedApp()->path, "/Applications/Notes.app");
-    toggle("~/Library/Preferences/com.paint-notes.plist");
+    for (std::size_t row = 0; row < files().size(); ++row)
+        if (files()[row].ends_with(".plist"))
+            m_model.leftoversModel()->toggle(static_cast<int>(row));
     auto expected = m_disk.entries();
-    // Of the two of one name the file came first, the application last.
     moveToTrash(expected, "~/Library/Caches/notes", "notes");
     moveToTrash(expected, "~/Library/Logs/notes", "notes 2");
-    moveToTrash(expected, "~/Library/WebKit/Notes.app", "Notes.app");
-    moveToTrash(expected, "/Applications/Notes.app", "Notes 2.app");
+    moveToTrash(expected, "/Applications/Notes.app", "Notes.app");
 
     QSignalSpy freeSpace(&m_model, &UninstallViewModel::freeSpaceTextChanged);
-    QSignalSpy told(&m_model, &UninstallViewModel::lastUninstalledChanged);
-    QObject::connect(&m_model, &UninstallViewModel::lastUninstalledChanged, &m_model, [&] {
-        EXPECT_EQ(m_model.lastUninstalled(), "Notes"); // and all of it is done
-        EXPECT_TRUE(m_disk.exists("~/.Trash/Notes 2.app"));
-    });
     m_model.confirmUninstall();
-    EXPECT_EQ(told.size(), 1);
-    auto after = m_disk.entries();
-    const std::string history = m_history.path();
-    EXPECT_GT(m_disk.read(history).size(), 2u);
-    after.erase(history);
-    expected.erase(history);
-    EXPECT_EQ(after, expected);
-
-    EXPECT_EQ(recorded(), Lines{"Notes 1215"});
-    EXPECT_EQ(appNames(), (Lines{"Notes", "Paint"})) << "the other of that name stays";
-    EXPECT_EQ(m_model.apps()[0].path, at("~/Applications/Notes.app"));
     EXPECT_EQ(freeSpace.size(), 1);
-    expectNothingSelected();
+    auto after = m_disk.entries();
+    after.erase(m_history.path());
+    expected.erase(m_history.path());
+    EXPECT_EQ(after, expected);
+    EXPECT_EQ(recorded(), Texts{"Notes 1210"});
+    EXPECT_EQ(m_model.lastUninstalled(), "Notes");
+    EXPECT_EQ(appNames(), (Texts{"Notes", "Paint"})) << "the other application of that name stays";
+    EXPECT_FALSE(m_model.hasSelectedApp());
+    EXPECT_TRUE(m_model.freeSpaceText().endsWith(
+        QStringLiteral(" sur ")
+        + display::size(core::LumvaleScanner::healthScore(m_disk.disk()).totalDiskBytes)));
 }
 
-TEST_F(UninstallViewModelTest, LeavesWhatItCannotMoveAndSaysWhatWasAskedFor) {
-    makeNotesAndPaint();
-    m_disk.write("/Applications/Plain.app/Contents/Info.plist",
-                 "<plist><dict><key>CFBundleDisplayName</key><string/></dict></plist>");
-    loadAndPick("Notes");
-    m_disk.setMode("/Applications", 0500);
-    m_disk.setMode("~/Library/Logs", 0500);
+TEST_F(UninstallViewModelTest, RemovesTheApplicationFromTheListEvenIfFilesCannotBeMoved) {
+    pick(notes);
+    for (const char* folder : {"/Applications", "~/Library/Logs"})
+        m_disk.setMode(folder, 0500);
     m_model.confirmUninstall();
-    m_disk.setMode("/Applications", 0700);
-    m_disk.setMode("~/Library/Logs", 0700);
+    for (const char* folder : {"/Applications", "~/Library/Logs"})
+        m_disk.setMode(folder, 0700);
     EXPECT_TRUE(m_disk.exists("/Applications/Notes.app/x") && m_disk.exists("~/Library/Logs/notes"));
     EXPECT_TRUE(m_disk.exists("~/.Trash/notes/x"));
-    EXPECT_EQ(recorded(), Lines{"Notes 1214"});
-    EXPECT_EQ(m_model.lastUninstalledName(), u"Notes");
-    EXPECT_EQ(appNames(), (Lines{"", "Paint"}));
+    EXPECT_EQ(appNames(), Texts{"Paint"});
 
-    // Without the application ticked, and without anything, it leaves the list as well.
-    pick("Paint");
-    m_jobs.run();
-    m_model.toggleSelectedApp();
+    pick(0);                     // now the other one
+    m_model.toggleSelectedApp(); // moves its files only
     m_model.confirmUninstall();
+    m_model.confirmUninstall(); // does nothing without a selection
     EXPECT_TRUE(m_disk.exists("/Applications/Paint.app/x") && !m_disk.exists("~/Library/Logs/paint"));
-    pick("");
-    m_model.setChecked({});
-    m_model.confirmUninstall();
-    EXPECT_TRUE(m_disk.exists("/Applications/Plain.app"));
-    EXPECT_EQ(recorded(), (Lines{" 0", "Paint 30", "Notes 1214"}));
-    EXPECT_TRUE(m_model.hasUninstalled() && m_model.lastUninstalledName().isEmpty());
-    EXPECT_FALSE(m_model.hasApps());
-
-    m_model.confirmUninstall(); // with nothing selected
-    EXPECT_EQ(recorded().size(), 3u);
-}
-
-TEST_F(UninstallViewModelTest, GoesByRowsNotByWhatTheyLookLike) {
-    m_disk.make({"/Applications/Note\xFE.app/x 5", "/Applications/Note\xFF.app/x 7",
-                 "~/Library/Logs/note\xFE 1", "~/Library/Logs/note\xFF 2"});
-    load();
-    for (const int outside : {-1, 2, std::numeric_limits<int>::max()})
-        m_model.select(outside);
-    EXPECT_FALSE(m_model.hasSelectedApp());
-    m_model.select(1);
-    m_jobs.run();
-    EXPECT_EQ(m_model.selectedAppName(), u"Note\uFFFD");
-    EXPECT_EQ(m_model.selectedAppSize(), display::size(7));
-    EXPECT_FALSE(m_model.hasLeftovers()) << "bytes that aren't text tell no application";
-    m_model.confirmUninstall();
-    EXPECT_TRUE(m_disk.exists("/Applications/Note\xFE.app") && m_disk.exists("~/.Trash/Note\xFF.app"));
-    EXPECT_EQ(recorded(), Lines{"Note\uFFFD 7"});
-
-    m_disk.make(
-        {"/Applications/Other.app/x", "~/Library/Caches/other\xFE 1", "~/Library/Caches/other\xFF 2"});
-    loadAndPick("Other");
-    m_model.leftoversModel()->toggle(0);
-    m_model.confirmUninstall();
-    EXPECT_TRUE(m_disk.exists("~/Library/Caches/other\xFE") && m_disk.exists("~/.Trash/other\xFF"));
+    EXPECT_EQ(recorded(), (Texts{"Paint 30", "Notes 1214"}));
 }

@@ -7,7 +7,6 @@
 #include <QSslKey>
 #include <QSslServer>
 #include <QSslSocket>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -95,20 +94,8 @@ void UpdateServer::answer(QSslSocket& socket) {
     const QByteArray head = socket.readAll();
     const QMutexLocker locker(&m_mutex);
     m_requests.append(head);
-    const auto found = m_answers.constFind(head.split(' ').value(1));
-    if (found == m_answers.cend())
-        return;
-    socket.write(found->bytes);
-    m_bytesSent = found->bytes.size();
-    if (found->then == Then::closes) {
+    const auto [bytes, then] = m_answers.value(head.split(' ').value(1), {"HTTP/1.1 404 Not Found\r\n\r\n"});
+    socket.write(bytes);
+    if (then == Then::closes)
         socket.disconnectFromHost();
-    } else if (found->then == Then::goesOn) {
-        auto* more = new QTimer(&socket);
-        QObject::connect(more, &QTimer::timeout, &socket, [this, &socket] {
-            constexpr int enoughOnTheWay = 1'000'000;
-            if (socket.bytesToWrite() + socket.encryptedBytesToWrite() < enoughOnTheWay)
-                m_bytesSent += socket.write(QByteArray(8'192, 'x'));
-        });
-        more->start(0);
-    }
 }

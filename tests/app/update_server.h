@@ -1,7 +1,5 @@
 #pragma once
 
-#include <atomic>
-
 #include <QByteArray>
 #include <QHash>
 #include <QList>
@@ -15,14 +13,14 @@
 class QSslServer;
 class QSslSocket;
 
-/// Vouches for servers of its own; nobody trusts it who isn't told to.
+/// A certificate authority that only the tests trust.
 class TestAuthority {
 public:
     TestAuthority();
 
     QByteArray certificate() const { return file(QStringLiteral("authority.pem")); } ///< PEM
 
-    /// What a server needs to be these from now on, for so many days.
+    /// Returns the TLS configuration of a server with these names, valid for `days` from now on.
     QSslConfiguration identity(const QString& names = QStringLiteral("DNS:localhost,IP:127.0.0.1"),
                                int days = 1) const;
 
@@ -33,11 +31,11 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// A real https server on the loopback, on a thread of its own. It says what it was told to say, byte for
-/// byte.
+/// An HTTPS server on the loopback interface, in a thread of its own. It sends answers byte for byte as
+/// given.
 class UpdateServer {
 public:
-    enum class Then { closes, fallsSilent, goesOn };
+    enum class Then { closes, fallsSilent };
     struct Answer {
         QByteArray bytes;
         Then then = Then::closes;
@@ -50,11 +48,9 @@ public:
 
     QUrl url(const QString& path, const QString& host = QStringLiteral("localhost")) const;
 
-    /// What is answered to a request of this path; of any other it falls silent. Each request that is
-    /// answered has been recorded.
+    /// Sets the answer to requests for `path`. Other paths are not found (404).
     void serve(const QByteArray& path, const Answer& answer);
-    QList<QByteArray> takeRequests();                ///< their heads as they came
-    qint64 bytesSent() const { return m_bytesSent; } ///< of the last answer
+    QList<QByteArray> takeRequests(); ///< the heads of the requests since the last call
 
     static QByteArray ok(const QByteArray& body);
     static QByteArray redirect(const QUrl& to);
@@ -63,11 +59,10 @@ private:
     void answer(QSslSocket& socket);
 
     QThread m_thread;
-    QSslServer* m_server = nullptr; ///< lives there
+    QSslServer* m_server = nullptr; ///< lives in m_thread
     quint16 m_port = 0;
 
     QMutex m_mutex;
     QHash<QByteArray, Answer> m_answers;
     QList<QByteArray> m_requests;
-    std::atomic<qint64> m_bytesSent = 0;
 };
