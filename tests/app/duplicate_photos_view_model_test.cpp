@@ -14,6 +14,8 @@
 
 namespace {
 
+using Ids = std::set<std::string>;
+
 class DuplicatePhotosViewModelTest : public testing::Test {
 protected:
     /// Three duplicates of three million bytes, A1 to A3, and two of two million, B1 and B2.
@@ -23,22 +25,6 @@ protected:
         for (const char* uuid : {"B1", "B2"})
             m_catalogue.add({.uuid = uuid, .size = "2000000", .created = "NULL"});
         Localizer::shared().setLanguage(AppLanguage::de);
-    }
-
-    /// The items of each group, ticked ones with "*".
-    std::string shown() const {
-        const DuplicateGroupsModel& groups = *m_model->groupsModel();
-        std::string shown;
-        for (int group = 0; group < groups.rowCount(); ++group) {
-            shown += group > 0 ? "| " : "";
-            for (int item = 0; item < groups.rowCount(groups.index(group)); ++item) {
-                const QModelIndex index = groups.index(item, 0, groups.index(group));
-                const auto id = groups.data(index, DuplicateGroupsModel::AssetIdRole).toByteArray();
-                const bool isTicked = groups.data(index, DuplicateGroupsModel::CheckedRole).toBool();
-                shown += id.left(2).toStdString() + (isTicked ? "* " : " ");
-            }
-        }
-        return shown;
     }
 
     void scan() {
@@ -73,7 +59,7 @@ TEST_F(DuplicatePhotosViewModelTest, TicksAndCountsOnlyCopiesNeverTheKeptPhoto) 
     for (const auto& [group, item] :
          {std::pair{0, 0}, {1, 0}, {-1, 1}, {2, 1}, {0, -1}, {0, 3}, {far, 1}, {0, far}, {0, 1}, {0, 2}})
         m_model->groupsModel()->toggle(group, item);
-    EXPECT_EQ(shown(), "A1 A2* A3* | B1 B2 ");
+    EXPECT_EQ(m_model->checked(), (Ids{"A2/L0/001", "A3/L0/001"}));
     EXPECT_EQ(m_model->selectedBytes(), 6'000'000);
     m_model->groupsModel()->toggle(0, 1);
     EXPECT_EQ(m_model->checkedCount(), 1);
@@ -93,9 +79,9 @@ TEST_F(DuplicatePhotosViewModelTest, DeletesTickedPhotosOnceRecordsThemAndScansA
     ASSERT_EQ(m_history.entries().size(), 1U);
     EXPECT_EQ(m_history.entries()[0].name, "Doppelte Fotos/Videos");
     EXPECT_EQ(m_history.entries()[0].sizeBytes, 8'000'000);
-    EXPECT_EQ(shown(), "A1 A2 A3 | B1 B2 "); // until the new result arrives
+    EXPECT_EQ(m_model->groupCount(), 2); // until the new result arrives
     m_jobs.run();
-    EXPECT_EQ(shown(), "");
+    EXPECT_EQ(m_model->groupCount(), 0);
     EXPECT_EQ(m_catalogue.value("SELECT group_concat(ZUUID) FROM ZASSET WHERE ZTRASHEDSTATE = 1"),
               "A2,A3,B2");
 }
@@ -107,7 +93,7 @@ TEST_F(DuplicatePhotosViewModelTest, UnticksAPhotoThatALaterResultKeeps) {
     m_model->setChecked({"A2/L0/001", "A3/L0/001", "B2/L0/001"});
     m_catalogue.run("UPDATE ZASSET SET ZHIDDEN = 1 WHERE ZUUID IN ('A1', 'B1')");
     m_jobs.run();
-    EXPECT_EQ(shown(), "A2 A3* ");
+    EXPECT_EQ(m_model->checked(), (Ids{"A3/L0/001", "B2/L0/001"})); // B2 is no duplicate any more
     EXPECT_EQ(m_model->checkedCount(), 1);
     EXPECT_EQ(m_model->selectedBytes(), 3'000'000);
 }

@@ -17,13 +17,14 @@ TEST(HistoryModel, InsertsAndRemovesOnlyTheRowsThatChangedInTheStore) {
     const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
 
     std::string changes;
-    const auto record = [&](const char* sign) {
-        return [&changes, sign](const QModelIndex&, int first, int last) {
-            changes += sign + std::to_string(first) + "-" + std::to_string(last) + " ";
-        };
-    };
-    QObject::connect(&model, &QAbstractItemModel::rowsInserted, &model, record("+"));
-    QObject::connect(&model, &QAbstractItemModel::rowsRemoved, &model, record("-"));
+    QObject::connect(&model, &QAbstractItemModel::rowsInserted, &model,
+                     [&](const QModelIndex&, int first, int last) {
+                         changes += "+" + std::to_string(first) + "-" + std::to_string(last) + " ";
+                     });
+    QObject::connect(&model, &QAbstractItemModel::rowsRemoved, &model,
+                     [&](const QModelIndex&, int first, int last) {
+                         changes += "-" + std::to_string(first) + "-" + std::to_string(last) + " ";
+                     });
     /// The names in their order, then the changes since the last call.
     const auto state = [&] {
         std::string names;

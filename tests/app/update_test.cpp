@@ -4,7 +4,6 @@
 #include "app/update/version.h"
 #include "tests/app/update_server.h"
 
-#include <QElapsedTimer>
 #include <QSettings>
 #include <QTcpServer>
 #include <QTest>
@@ -53,24 +52,29 @@ protected:
         m_server.serve("/maj/lumvale.json", {answer, then});
     }
 
-    /// Runs a check to its end and returns the announced messages and pages. Replaces the requests.
+    void start(QObject& owner) {
+        UpdateChecker::startIfNeeded(
+            &owner,
+            [this](const UpdateAlert& alert) {
+                m_announced.append(alert.message + u' ' + alert.page.toString());
+            },
+            m_terms);
+    }
+
+    /// Runs a check to its end, and returns the announced messages and pages.
     QStringList check() {
-        QStringList announced;
         QObject owner;
         UpdateChecker::languageCode = [] {
             return u"fr"_s;
         };
-        UpdateChecker::startIfNeeded(
-            &owner,
-            [&](const UpdateAlert& alert) { announced.append(alert.message + u' ' + alert.page.toString()); },
-            m_terms);
+        start(owner);
         // The language that counts is the one at the time of the announcement.
         UpdateChecker::languageCode = [] {
             return u"en"_s;
         };
         EXPECT_TRUE(QTest::qWaitFor([&] { return owner.children().isEmpty(); }, patience));
         m_requests = m_server.takeRequests();
-        return announced;
+        return std::exchange(m_announced, {});
     }
 
     void expectCheckFails() {
@@ -89,7 +93,8 @@ protected:
         .limit = 1h,
         .delay = 0s,
     };
-    QList<QByteArray> m_requests;
+    QList<QByteArray> m_requests; ///< of the last check
+    QStringList m_announced;
 };
 
 } // namespace
@@ -134,17 +139,14 @@ TEST(UpdateAlert, NamesTheProgramAndBothVersionsInEveryLanguage) {
     const auto alert = [](const QString& code, const std::string& version) {
         return UpdateChecker::alertIn(code, u"Lumvale"_s, version, u"1.4"_s, {});
     };
-    QStringList messages;
     for (auto language = allAppLanguages.begin() + 1; language != allAppLanguages.end(); ++language) {
         const UpdateAlert texts = alert(rawValue(*language), "1.5");
         for (const QString& part : {u"Lumvale"_s, u"1.5"_s, u"1.4"_s})
             EXPECT_TRUE(texts.message.contains(part)) << texts.message.toStdString();
         EXPECT_FALSE(texts.title.isEmpty() || texts.download.isEmpty() || texts.later.isEmpty());
-        messages.append(texts.message);
     }
-    EXPECT_EQ(messages.removeDuplicates(), 0);
     const std::pair<QString, QString> otherCodes[]{
-        {u"sr"_s, u"srLatin"_s}, {u"sr-Cyrl"_s, u"srCyrillic"_s}, {u"en-GB"_s, u"fr"_s}, {u""_s, u"fr"_s}};
+        {u"sr"_s, u"srLatin"_s}, {u"sr-Cyrl"_s, u"srCyrillic"_s}, {u"en-GB"_s, u"fr"_s}};
     for (const auto& [code, same] : otherCodes)
         EXPECT_EQ(alert(code, "1.5").message, alert(same, "1.5").message) << code.toStdString();
     // The version may be any text.
@@ -153,20 +155,20 @@ TEST(UpdateAlert, NamesTheProgramAndBothVersionsInEveryLanguage) {
 }
 
 TEST_F(UpdateTest, AnnouncesEachNewerVersionOnce) {
-    const QString message =
-        u"Version %1 of Lumvale is available. It is free for you. You have version 1.4. https://localhost/get"_s;
     const struct {
-        QByteArray version;
-        QStringList announced;
+        QString version;
+        bool isAnnounced;
         QVariant notified;
-    } days[]{{"1.4", {}, {}},
-             {"1.5", {message.arg(u"1.5"_s)}, u"1.5"_s},
-             {"1.5", {}, u"1.5"_s},
-             {"1.5.0", {message.arg(u"1.5.0"_s)}, u"1.5.0"_s}, // compared as text
-             {"no version", {}, u"1.5.0"_s}};
-    for (const auto& [version, announced, notified] : days) {
-        serve(UpdateServer::ok(QByteArray(newer).replace("1.5", version)));
-        EXPECT_EQ(check().join(u'\n').toStdString(), announced.join(u'\n').toStdString());
+    } days[]{{u"1.4"_s, false, {}},
+             {u"1.5"_s, true, u"1.5"_s},
+             {u"1.5"_s, false, u"1.5"_s},
+             {u"1.5.0"_s, true, u"1.5.0"_s}}; // compared as text
+    for (const auto& [version, isAnnounced, notified] : days) {
+        serve(UpdateServer::ok(QByteArray(newer).replace("1.5", version.toUtf8())));
+        const QString announcement =
+            u"Version %1 of Lumvale is available. It is free for you. You have version "
+            "1.4. https://localhost/get"_s.arg(version);
+        EXPECT_EQ(check(), isAnnounced ? QStringList(announcement) : QStringList());
         EXPECT_EQ(QSettings().value(lastCheck), m_now);
         EXPECT_EQ(QSettings().value(notifiedVersion), notified);
         m_now += aDay;
@@ -206,37 +208,29 @@ TEST_F(UpdateTest, AsksOnceADay) {
 }
 
 TEST_F(UpdateTest, AcceptsOnlyACompleteAndValidDescription) {
-    const QByteArray ok = UpdateServer::ok(newer);
-    const QByteArray chunk = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
-                             + QByteArray::number(newer.size(), 16) + "\r\n" + newer;
     const auto padded = [](int size) {
         return newer + QByteArray(size - newer.size(), ' ');
     };
-    std::vector<std::pair<QByteArray, bool>> answers{
+    const std::pair<QByteArray, bool> answers[]{
         {UpdateServer::ok(padded(9'999)), true},
-        {chunk + "\r\n0\r\n\r\n", true},
-        {QByteArray(ok).replace("OK\r\n", "OK\r\nSet-Cookie: a=b; Max-Age=9999\r\n"), true},
         {UpdateServer::ok(R"({"a":[{}],)" + newer.mid(1)), true},
         {UpdateServer::ok(padded(10'000)), false},
-        {chunk, false}, // without the last chunk
-        {QByteArray(ok).replace("Length: ", "Length: 1"), false},
-        {QByteArray(ok).replace("200 OK", "201 Created"), false},
-        {newer, false}}; // without HTTP
-    for (const QByteArray& body :
-         {'[' + newer + ']', QByteArray(9'999, '['), newer + '\0', QByteArray(R"({"version":"1.5"})"),
-          QByteArray(R"({"version":1.5,"page":"https://localhost/get"})"),
-          QByteArray(R"({"version":"1.5","page":"https://localhost@evil.test/"})")})
-        answers.emplace_back(UpdateServer::ok(body), false);
+        {UpdateServer::ok(newer).replace("Length: ", "Length: 1"), false}, // ends too early
+        {UpdateServer::ok(newer).replace("200 OK", "201 Created"), false},
+        {UpdateServer::ok('[' + newer + ']'), false},
+        {UpdateServer::ok(newer + '\0'), false},
+        {UpdateServer::ok(R"({"version":"1.5"})"), false},
+        {UpdateServer::ok(R"({"version":1.5,"page":"https://localhost/get"})"), false},
+        {UpdateServer::ok(R"({"version":"1.5","page":"https://localhost@evil.test/"})"), false}};
     for (const auto& [answer, isAccepted] : answers) {
         SCOPED_TRACE(answer.left(60).toStdString() + " ... " + answer.right(60).toStdString());
         QSettings().clear();
         serve(answer);
         EXPECT_EQ(check().size(), isAccepted);
         EXPECT_EQ(QSettings().contains(lastCheck), isAccepted);
-        EXPECT_FALSE(m_requests.isEmpty() || m_requests.join().contains("Cookie"));
     }
     QSettings().clear();
-    serve("HTTP/1.1 200 OK\r\n\r\n" + padded(10'000), Then::fallsSilent); // does not read to the end
+    serve("HTTP/1.1 200 OK\r\n\r\n" + padded(10'000), Then::fallsSilent); // is not read to its end
     expectCheckFails();
 }
 
@@ -245,18 +239,14 @@ TEST_F(UpdateTest, FollowsRedirectsOnlyToHttps) {
     m_server.serve("/again", {UpdateServer::redirect(m_server.url(u"/again"_s)), Then::fallsSilent});
     QTcpServer unencrypted;
     ASSERT_TRUE(unencrypted.listen(QHostAddress::LocalHost));
-    const QUrl http(u"http://localhost:%1/elsewhere.json"_s.arg(unencrypted.serverPort()));
-    m_server.serve("/down", {UpdateServer::redirect(http), Then::fallsSilent});
     const struct {
         QUrl to;
         int requests;
         bool isAccepted;
     } cases[]{{m_server.url(u"/elsewhere.json"_s, u"127.0.0.1"_s), 2, true},
               {QUrl(u"/elsewhere.json"_s), 2, true},
-              {http, 1, false},
-              {m_server.url(u"/down"_s), 2, false},
-              {m_server.url(u"/again"_s), 6, false},
-              {QUrl(u"data:application/json,"_s + QString::fromLatin1(newer.toPercentEncoding())), 1, false}};
+              {QUrl(u"http://localhost:%1/elsewhere.json"_s.arg(unencrypted.serverPort())), 1, false},
+              {m_server.url(u"/again"_s), 6, false}};
     for (const auto& [to, requests, isAccepted] : cases) {
         SCOPED_TRACE(to.toString().toStdString());
         QSettings().clear();
@@ -267,7 +257,7 @@ TEST_F(UpdateTest, FollowsRedirectsOnlyToHttps) {
     }
 }
 
-TEST_F(UpdateTest, SendsNothingToAServerWithoutATrustedCertificate) {
+TEST_F(UpdateTest, SendsNothingWithoutATrustedCertificateAndIgnoresAMissingServer) {
     const TestAuthority unknown;
     for (const QSslConfiguration& identity :
          {m_authority.identity(u"DNS:localhost"_s, -1), m_authority.identity(u"DNS:lumvale.example"_s),
@@ -278,13 +268,14 @@ TEST_F(UpdateTest, SendsNothingToAServerWithoutATrustedCertificate) {
         expectCheckFails();
         EXPECT_TRUE(server.takeRequests().isEmpty());
     }
+    expectCheckFails(); // the server is not running any more
 }
 
 TEST_F(UpdateTest, EndsAtTheTimeLimitWhateverTheServerDoes) {
     m_server.serve("/silent", {"", Then::fallsSilent});
-    for (const QByteArray& answer : {QByteArray(), QByteArray("HTTP/1.1 200 OK\r\nX: "),
-                                     QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 50\r\n\r\n{"),
-                                     UpdateServer::redirect(m_server.url(u"/silent"_s))}) {
+    for (const QByteArray& answer :
+         {QByteArray(), QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 50\r\n\r\n{"),
+          UpdateServer::redirect(m_server.url(u"/silent"_s))}) {
         SCOPED_TRACE(answer.toStdString());
         serve(answer, Then::fallsSilent);
         // On a busy machine the time may be over before the request is sent; then the next attempt has
@@ -296,32 +287,15 @@ TEST_F(UpdateTest, EndsAtTheTimeLimitWhateverTheServerDoes) {
     }
 }
 
-TEST_F(UpdateTest, KeepsNobodyWaitingForAServerThatDoesNotAnswer) {
-    QTcpServer silent; // accepts connections, and does nothing more
-    ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
-    m_terms.folder = QUrl(u"https://localhost:%1/maj/"_s.arg(silent.serverPort()));
-    m_terms.limit = 30s;
-    QElapsedTimer timer;
-    timer.start();
-    auto owner = std::make_unique<QObject>();
-    UpdateChecker::startIfNeeded(
-        owner.get(), [](const UpdateAlert&) { ADD_FAILURE(); }, m_terms);
-    EXPECT_TRUE(silent.waitForNewConnection(patience));
-    owner.reset();
-    EXPECT_LT(std::chrono::milliseconds(timer.elapsed()), m_terms.limit); // the wait that there must not be
-    silent.close();
-    expectCheckFails();
-}
-
 TEST_F(UpdateTest, AnnouncesNothingBeforeTheDelayIsOver) {
     serve(UpdateServer::ok(newer));
     m_terms.delay = 1h;
-    auto owner = std::make_unique<QObject>();
-    UpdateChecker::startIfNeeded(
-        owner.get(), [](const UpdateAlert&) { ADD_FAILURE(); }, m_terms);
-    ASSERT_TRUE(owner->findChild<QThread*>()->wait(patience));
-    QCoreApplication::processEvents(); // handles the end of the thread
-    owner.reset();
-    EXPECT_TRUE(QSettings().contains(lastCheck));
-    EXPECT_FALSE(QSettings().contains(notifiedVersion)) << "so that it is announced at the next start";
+    {
+        QObject owner;
+        start(owner);
+        ASSERT_TRUE(owner.findChild<QThread*>()->wait(patience));
+        QCoreApplication::processEvents(); // handles the end of the thread
+    }
+    EXPECT_EQ(m_announced, QStringList());
+    EXPECT_EQ(QSettings().allKeys(), QStringList(lastCheck)); // it is announced at the next start
 }

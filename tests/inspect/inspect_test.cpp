@@ -30,9 +30,7 @@ delete /Users/me/Movies/film.mov /System --really => 0 {"succeeded": ["/Users/me
 delete '/Users/me/\udc80' --really => 2 this can mean more than one entry:
 uninstall /Applications/Foo.app /x => 0 {"would": ["/x", "/Applications/Foo.app"]}
 uninstall /Applications/Foo.app --really => 0 {"succeeded": ["/Applications/Foo.app"], "failed": []}
-disable com.example.my-tool => 0 {"would": ["com.example.my-tool"]}
 disable com.example.my-tool --really => 0 {"disabled": true}
-delete-photos A/L0/001 => 0 {"would": ["A/L0/001"]}
 delete-photos A/L0/001 --really => 0 {"succeeded": true}
 empty-trash => 0 {"would": ["/Users/me/.Trash/Foo.app",
 empty-trash --really => 0 {"succeeded": 4, "failed": 0, "bytesFreed":
@@ -45,7 +43,6 @@ plist /dev/null => 0 [{"error": {"domain": "NSCocoaErrorDomain",
 treemap 40 10 1 3e0 => 0 [{"id": 1, "x": 0.0, "y": 0.0, "width": 30.0, "height": 10.0}, {"id": 0,
 no-such-operation => 2 no such operation: no-such-operation
 delete --really => 2 usage: lumvale-inspect delete PATH... [--really]
-treemap 40 wide => 2 no number, or too large a one: wide
 )"
 #ifdef LUMVALE_INSPECT_APP
     R"(tr fr cat_logs no_such_key => 0 ["Journaux d'applications", "no_such_key"]
