@@ -1,11 +1,9 @@
 #include "tests/app/update_server.h"
 
 #include <QFile>
-#include <QMutexLocker>
 #include <QProcess>
 #include <QSslCertificate>
 #include <QSslKey>
-#include <QSslServer>
 #include <QSslSocket>
 
 #include <gtest/gtest.h>
@@ -43,41 +41,16 @@ QByteArray TestAuthority::file(const QString& name) const {
 }
 
 UpdateServer::UpdateServer(const QSslConfiguration& identity) {
-    m_server = new QSslServer;
-    m_server->setSslConfiguration(identity);
-    m_server->moveToThread(&m_thread);
-    QObject::connect(&m_thread, &QThread::finished, m_server, &QObject::deleteLater);
-    QObject::connect(m_server, &QTcpServer::pendingConnectionAvailable, m_server, [this] {
-        while (auto* socket = qobject_cast<QSslSocket*>(m_server->nextPendingConnection()))
+    m_server.setSslConfiguration(identity);
+    QObject::connect(&m_server, &QTcpServer::pendingConnectionAvailable, &m_server, [this] {
+        while (auto* socket = qobject_cast<QSslSocket*>(m_server.nextPendingConnection()))
             QObject::connect(socket, &QIODevice::readyRead, socket, [this, socket] { answer(*socket); });
     });
-    m_thread.start();
-    QMetaObject::invokeMethod(
-        m_server,
-        [this] {
-            EXPECT_TRUE(m_server->listen(QHostAddress::LocalHost));
-            m_port = m_server->serverPort();
-        },
-        Qt::BlockingQueuedConnection);
-}
-
-UpdateServer::~UpdateServer() {
-    m_thread.quit();
-    m_thread.wait();
+    EXPECT_TRUE(m_server.listen(QHostAddress::LocalHost));
 }
 
 QUrl UpdateServer::url(const QString& path, const QString& host) const {
-    return QUrl(u"https://%1:%2%3"_s.arg(host).arg(m_port).arg(path));
-}
-
-void UpdateServer::serve(const QByteArray& path, const Answer& answer) {
-    const QMutexLocker locker(&m_mutex);
-    m_answers[path] = answer;
-}
-
-QList<QByteArray> UpdateServer::takeRequests() {
-    const QMutexLocker locker(&m_mutex);
-    return std::exchange(m_requests, {});
+    return QUrl(u"https://%1:%2%3"_s.arg(host).arg(m_server.serverPort()).arg(path));
 }
 
 QByteArray UpdateServer::ok(const QByteArray& body) {
@@ -92,7 +65,6 @@ void UpdateServer::answer(QSslSocket& socket) {
     if (!socket.peek(1'000'000).contains("\r\n\r\n"))
         return;
     const QByteArray head = socket.readAll();
-    const QMutexLocker locker(&m_mutex);
     m_requests.append(head);
     const auto [bytes, then] = m_answers.value(head.split(' ').value(1), {"HTTP/1.1 404 Not Found\r\n\r\n"});
     socket.write(bytes);

@@ -1,16 +1,16 @@
 #pragma once
 
+#include <utility>
+
 #include <QByteArray>
 #include <QHash>
 #include <QList>
-#include <QMutex>
 #include <QSslConfiguration>
+#include <QSslServer>
 #include <QString>
 #include <QTemporaryDir>
-#include <QThread>
 #include <QUrl>
 
-class QSslServer;
 class QSslSocket;
 
 /// A certificate authority that only the tests trust.
@@ -31,8 +31,8 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// An HTTPS server on the loopback interface, in a thread of its own. It sends answers byte for byte as
-/// given.
+/// An HTTPS server on the loopback interface. It answers while the thread that made it runs an event loop,
+/// and sends answers byte for byte as given.
 class UpdateServer {
 public:
     enum class Then { closes, fallsSilent };
@@ -42,15 +42,14 @@ public:
     };
 
     explicit UpdateServer(const QSslConfiguration& identity);
-    ~UpdateServer();
-    UpdateServer(const UpdateServer&) = delete;
-    UpdateServer& operator=(const UpdateServer&) = delete;
 
     QUrl url(const QString& path, const QString& host = QStringLiteral("localhost")) const;
 
     /// Sets the answer to requests for `path`. Other paths are not found (404).
-    void serve(const QByteArray& path, const Answer& answer);
-    QList<QByteArray> takeRequests(); ///< the heads of the requests since the last call
+    void serve(const QByteArray& path, const Answer& answer) { m_answers[path] = answer; }
+
+    /// Returns the heads of the requests since the last call.
+    QList<QByteArray> takeRequests() { return std::exchange(m_requests, {}); }
 
     static QByteArray ok(const QByteArray& body);
     static QByteArray redirect(const QUrl& to);
@@ -58,11 +57,7 @@ public:
 private:
     void answer(QSslSocket& socket);
 
-    QThread m_thread;
-    QSslServer* m_server = nullptr; ///< lives in m_thread
-    quint16 m_port = 0;
-
-    QMutex m_mutex;
     QHash<QByteArray, Answer> m_answers;
     QList<QByteArray> m_requests;
+    QSslServer m_server;
 };

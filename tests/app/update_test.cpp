@@ -4,6 +4,7 @@
 #include "app/update/version.h"
 #include "tests/app/update_server.h"
 
+#include <QMutex>
 #include <QSettings>
 #include <QTcpServer>
 #include <QTest>
@@ -293,8 +294,10 @@ TEST_F(UpdateTest, AnnouncesNothingBeforeTheDelayIsOver) {
     {
         QObject owner;
         start(owner);
-        ASSERT_TRUE(owner.findChild<QThread*>()->wait(patience));
-        QCoreApplication::processEvents(); // handles the end of the thread
+        auto* thread = owner.findChild<QThread*>();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return thread->isFinished(); }, patience));
+        thread->wait();                    // until it has sent its last signal,
+        QCoreApplication::processEvents(); // which is handled here
     }
     EXPECT_EQ(m_announced, QStringList());
     EXPECT_EQ(QSettings().allKeys(), QStringList(lastCheck)); // it is announced at the next start
