@@ -47,7 +47,8 @@ std::unique_ptr<QObject> make(QQmlEngine& engine, const QByteArray& qml, const Q
 
 /// Scrolls a list for as long as it lives, about a row a frame.
 std::unique_ptr<QObject> makeScroll(QQmlEngine& engine, QQuickItem* list) {
-    return make(engine, "Clock { onTriggered: target.contentY += 48 }", {{"target", QVariant::fromValue(list)}});
+    return make(engine, "Clock { onTriggered: target.contentY += 48 }",
+                {{"target", QVariant::fromValue(list)}});
 }
 
 /// A home whose scan finds as many rows, the first so large that its tick changes the sum that is shown.

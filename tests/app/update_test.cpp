@@ -39,7 +39,7 @@ protected:
             const QMutexLocker locker(&messagesMutex);
             messages.append(message);
         });
-        m_terms.folder = m_server.url(m_terms.folder.path());
+        m_options.folder = m_server.url(m_options.folder.path());
     }
 
     ~UpdateTest() override {
@@ -59,7 +59,7 @@ protected:
             [this](const UpdateAlert& alert) {
                 m_announced.append(alert.message + u' ' + alert.page.toString());
             },
-            m_terms);
+            m_options);
     }
 
     /// Runs a check to its end, and returns the announced messages and pages.
@@ -86,12 +86,12 @@ protected:
     const TestAuthority m_authority;
     UpdateServer m_server{m_authority.identity()};
     double m_now = today;
-    UpdateChecker::Terms m_terms{
+    UpdateChecker::Options m_options{
         .name = u"Lumvale"_s,
         .version = u"1.4"_s,
         .authorities = m_authority.certificate(),
         .clock = [this] { return platform::Date(platform::Date::duration(m_now)); },
-        .limit = 1h,
+        .timeout = 1h,
         .delay = 0s,
     };
     QList<QByteArray> m_requests; ///< of the last check
@@ -101,7 +101,7 @@ protected:
 } // namespace
 
 TEST(UpdateAddress, IsHttpsOnTheHostOfTheBuild) {
-    EXPECT_EQ(UpdateChecker::Terms().folder, QUrl(u"https://" LUMVALE_UPDATE_HOST u"/maj/"_s));
+    EXPECT_EQ(UpdateChecker::Options().folder, QUrl(u"https://" LUMVALE_UPDATE_HOST u"/maj/"_s));
 }
 
 TEST(IsNewer, ComparesNumbersOfAnyLengthPlaceByPlace) {
@@ -185,7 +185,7 @@ TEST_F(UpdateTest, SendsOneRequestThatIdentifiesOnlyTheProgram) {
     EXPECT_EQ(lines.join(u'\n').toStdString(),
               "GET /maj/lumvale.json HTTP/1.1\nAccept-Encoding: identity\nAccept-Language: *\n"
               "Cache-Control: no-cache\nConnection: Keep-Alive\nHost: localhost:"
-                  + std::to_string(m_terms.folder.port()) + "\nPragma: no-cache\nUser-Agent: Lumvale");
+                  + std::to_string(m_options.folder.port()) + "\nPragma: no-cache\nUser-Agent: Lumvale");
 }
 
 TEST_F(UpdateTest, AsksOnceADay) {
@@ -204,7 +204,7 @@ TEST_F(UpdateTest, AsksOnceADay) {
         EXPECT_EQ(QSettings().value(lastCheck), asks ? QVariant(today) : stored);
     }
     QSettings().clear();
-    m_terms.name.reset();
+    m_options.name.reset();
     expectCheckFails();
 }
 
@@ -265,7 +265,7 @@ TEST_F(UpdateTest, SendsNothingWithoutATrustedCertificateAndIgnoresAMissingServe
           unknown.identity()}) {
         UpdateServer server(identity);
         server.serve("/maj/lumvale.json", {UpdateServer::ok(newer)});
-        m_terms.folder = server.url(u"/maj/"_s);
+        m_options.folder = server.url(u"/maj/"_s);
         expectCheckFails();
         EXPECT_TRUE(server.takeRequests().isEmpty());
     }
@@ -282,7 +282,8 @@ TEST_F(UpdateTest, EndsAtTheTimeLimitWhateverTheServerDoes) {
         // On a busy machine the time may be over before the request is sent; then the next attempt has
         // longer.
         m_requests.clear();
-        for (m_terms.limit = 100ms; m_requests.isEmpty() && m_terms.limit < 30s; m_terms.limit *= 2)
+        for (m_options.timeout = 100ms; m_requests.isEmpty() && m_options.timeout < 30s;
+             m_options.timeout *= 2)
             expectCheckFails();
         EXPECT_FALSE(m_requests.isEmpty());
     }
@@ -290,7 +291,7 @@ TEST_F(UpdateTest, EndsAtTheTimeLimitWhateverTheServerDoes) {
 
 TEST_F(UpdateTest, AnnouncesNothingBeforeTheDelayIsOver) {
     serve(UpdateServer::ok(newer));
-    m_terms.delay = 1h;
+    m_options.delay = 1h;
     {
         QObject owner;
         start(owner);
