@@ -10,13 +10,12 @@ std::string_view withoutTrailingSlashes(std::string_view path) {
     return path;
 }
 
-/// Where the dot stands that separates the extension; npos when there is none.
+/// Returns the index of the dot before the extension, or npos when there is no extension.
 std::size_t extensionDot(std::string_view name) {
     const std::size_t dot = name.rfind('.');
-    if (dot == std::string_view::npos || dot + 1 == name.size())
+    if (dot == std::string_view::npos || dot + 1 == name.size() || dot == 0)
         return std::string_view::npos;
-    // A name made of dots up to here has nothing that an extension could belong to.
-    if (name.find_first_not_of('.') > dot)
+    if (dot == 1 && name.front() == '.')
         return std::string_view::npos;
     return dot;
 }

@@ -10,10 +10,11 @@ namespace platform {
 /// The last name: "c" of "/a/b/c" and of "/a/b/c/"; "/" of "/".
 std::string_view lastComponent(std::string_view path);
 
-/// What follows the last dot of the last name; empty for ".app", "Foo." and "..app".
+/// Returns the part of the last name after its last dot: "txt" for "a.txt" and "..name.txt". Empty when the
+/// name ends in a dot ("Foo."), and when only one or two dots come before that part (".app", "..app").
 std::string_view extension(std::string_view path);
 
-/// The last name without its extension and the dot before it: "com.example" of "com.example.editor".
+/// Returns the last name without its extension and the dot before it: "com.example" for "com.example.editor".
 std::string_view stem(std::string_view path);
 
 /// `folder` + "/" + `name`, with one "/" between them.

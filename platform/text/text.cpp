@@ -67,12 +67,12 @@ std::string capitalized(std::string_view text) {
     };
     for (std::int32_t at = 0; at < source.length(); at = source.moveIndex32(at, 1)) {
         const UChar32 c = source.char32At(at);
-        if ((U_MASK(u_charType(c)) & U_GC_M_MASK) != 0)
-            continue; // an accent belongs to what it stands on
-        const bool isLetter = u_isalpha(c) != 0;
-        if (isLetter && !isInWord)
-            appendWord(at); // with what stands between it and the next one
-        isInWord = isLetter || c == U'\'' || c == U'\u2019';
+        if (u_hasBinaryProperty(c, UCHAR_CASE_IGNORABLE))
+            continue;
+        const bool isCased = u_hasBinaryProperty(c, UCHAR_CASED) != 0;
+        if (isCased && !isInWord)
+            appendWord(at);
+        isInWord = isCased;
     }
     appendWord(source.length());
     std::string result;

@@ -14,8 +14,10 @@ std::string displayed(std::string_view bytes);
 /// Lower case by the full Unicode mapping, the same in every locale.
 std::string lowercased(std::string_view text);
 
-/// Each word with its first letter in upper case and the others in lower case, the same in every locale. A
-/// word starts at every letter that follows neither a letter nor an apostrophe: "My-App", "3Rd", "O'neil".
+/// Returns `text` with the first letter of each word in title case and the other letters in lower case, by
+/// Unicode's full case mappings, independent of the locale. A word starts at a cased letter unless the last
+/// character before it that isn't case-ignorable (Unicode property Case_Ignorable: apostrophes, accents, "^")
+/// is a cased letter too: "My-App", "3Rd", "O'neil", "'Quoted'".
 std::string capitalized(std::string_view text);
 
 /// The length in user-perceived characters (extended grapheme clusters, UAX #29).
