@@ -5,11 +5,11 @@
 
 namespace platform {
 
-/// The sum of two sizes (both at least 0), which stops at the largest value: sparse files can claim more than
-/// any disk holds.
+/// Returns the sum of two sizes (both at least 0), clamped to the largest value instead of overflowing: the
+/// lengths of sparse files can add up to more.
 inline std::int64_t addBytes(std::int64_t a, std::int64_t b) {
-    constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-    return a > most - b ? most : a + b;
+    constexpr std::int64_t maxBytes = std::numeric_limits<std::int64_t>::max();
+    return a > maxBytes - b ? maxBytes : a + b;
 }
 
 } // namespace platform

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// A point in time, with its fraction. Seconds in floating point reach every date that a file can bear.
+/// A point in time in floating-point seconds since 1970, which cover every time stamp that a file can have.
 using Date = std::chrono::sys_time<std::chrono::duration<double>>;
 
 inline Date now() {

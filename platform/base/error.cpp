@@ -13,10 +13,12 @@ struct Number {
     int mac;
 };
 
-/// From here down every system has the same numbers, except that 11 is the Mac's EDEADLK.
-constexpr int lastCommonNumber = 34;
+/// Every system has the same numbers up to this one, except that 11 is EDEADLK on the Mac.
+constexpr int maxCommonNumber = 34;
 
-/// The others that file systems answer with, those over a network and in user space included.
+constexpr int macDiskQuotaExceeded = 69; ///< EDQUOT
+
+/// The other numbers that file systems fail with, including network and user-space file systems.
 constexpr Number numbers[] = {
     {EDEADLK, 11},      {EAGAIN, 35},      {EINPROGRESS, 36},      {EALREADY, 37},
     {ENOTSOCK, 38},     {EMSGSIZE, 40},    {ENOTSUP, 45},          {EADDRINUSE, 48},
@@ -31,24 +33,23 @@ constexpr Number numbers[] = {
     {ETIME, 101},       {EOWNERDEAD, 105}, {ENOTRECOVERABLE, 104},
 };
 
-/// Cocoa's code for a POSIX one, in the Mac's numbers.
-int cocoaCode(FileAction action, int posix) {
-    switch (posix) {
-    case 1:
-        return action == FileAction::read ? 257 : 513;
-    case 2:
-        return action == FileAction::read ? 260 : 4;
-    case 13:
-        return action == FileAction::read ? 257 : 513;
-    case 17:
-        return 516;
-    case 28:
-    case 69:
-        return 640;
-    case 30:
-        return 642;
+/// Returns Cocoa's code for a POSIX code in the Mac's numbering.
+int cocoaCode(FileAction action, int macNumber) {
+    switch (macNumber) {
+    case EPERM:
+    case EACCES:
+        return action == FileAction::read ? cocoa::readNoPermission : cocoa::writeNoPermission;
+    case ENOENT:
+        return action == FileAction::read ? cocoa::readNoSuchFile : cocoa::noSuchFile;
+    case EEXIST:
+        return cocoa::writeFileExists;
+    case ENOSPC:
+    case macDiskQuotaExceeded:
+        return cocoa::writeOutOfSpace;
+    case EROFS:
+        return cocoa::writeVolumeReadOnly;
     default:
-        return 512;
+        return cocoa::writeUnknown;
     }
 }
 
@@ -66,16 +67,17 @@ std::string_view verb(FileAction action) {
     return "used";
 }
 
-} // namespace
-
+/// Returns the Mac's number for the host's errno, EIO's for one that the Mac doesn't have.
 int macErrno(int hostErrno) {
     for (const Number& number : numbers) {
         if (number.host == hostErrno)
             return number.mac;
     }
-    // Passed on as it is, an unknown number would be taken for whatever the Mac calls by it.
-    return hostErrno <= lastCommonNumber ? hostErrno : EIO;
+    // An unknown number must not be passed on: on the Mac it means a different error.
+    return hostErrno <= maxCommonNumber ? hostErrno : EIO;
 }
+
+} // namespace
 
 Error posixError(int hostErrno) {
     return {std::string(posixDomain), macErrno(hostErrno), std::strerror(hostErrno), nullptr};

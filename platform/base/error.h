@@ -9,29 +9,41 @@ namespace platform {
 inline constexpr std::string_view posixDomain = "NSPOSIXErrorDomain";
 inline constexpr std::string_view cocoaDomain = "NSCocoaErrorDomain";
 
-/// Why an operation failed, in the Mac's terms on every system: POSIX codes are the Mac's numbers (ENOTEMPTY
-/// is 66), whatever the host calls them.
+/// Codes of the Cocoa domain that this layer returns, with the numbers of Foundation's FoundationErrors.h.
+namespace cocoa {
+
+inline constexpr int noSuchFile = 4;
+inline constexpr int readNoPermission = 257;
+inline constexpr int readNoSuchFile = 260;
+inline constexpr int writeUnknown = 512;
+inline constexpr int writeNoPermission = 513;
+inline constexpr int writeFileExists = 516;
+inline constexpr int writeOutOfSpace = 640;
+inline constexpr int writeVolumeReadOnly = 642;
+inline constexpr int propertyListCorrupt = 3840;
+
+} // namespace cocoa
+
+/// The reason why an operation failed, as the Mac reports it. On every host, codes of the POSIX domain are
+/// the Mac's numbers: ENOTEMPTY is 66.
 struct Error {
     std::string domain;
     int code = 0;
-    std::string description;                 ///< a sentence for technical detail, never translated
-    std::shared_ptr<const Error> underlying; ///< the cause, where there is one; usually of the POSIX domain
+    std::string description;                 ///< an English sentence for technical details
+    std::shared_ptr<const Error> underlying; ///< the cause, or null; usually of the POSIX domain
 };
 
-/// What was being done when a file operation failed: the same cause has another Cocoa code for each.
+/// The file operation that failed. Cocoa has different codes for the same cause.
 enum class FileAction { read, write, remove, move };
 
-/// The Mac's number for the host's errno; EIO's for one that the Mac doesn't have.
-int macErrno(int hostErrno);
-
-/// The error of the POSIX domain for the host's errno, with the system's own sentence.
+/// Returns the error of the POSIX domain for the host's errno, described by the host's strerror().
 Error posixError(int hostErrno);
 
-/// The Cocoa error for an operation on an entry called `name` that failed with this errno, the POSIX error
-/// underneath.
+/// Returns the Cocoa error for an operation on the entry called `name` that failed with this errno. The POSIX
+/// error is underlying.
 Error fileError(FileAction action, int hostErrno, std::string_view name);
 
-/// The same, for a cause that is already an error of the POSIX domain.
+/// Returns the same for a cause that is already an error of the POSIX domain.
 Error fileError(FileAction action, const Error& cause, std::string_view name);
 
 } // namespace platform

@@ -23,7 +23,7 @@ std::optional<Executor>& currentExecutor() {
 
 void Executor::setCurrent(Executor executor) {
     if (currentExecutor())
-        endProgram("The current executor is set once only.");
+        endProgram("The current executor can be set only once.");
     currentExecutor() = std::move(executor);
 }
 

@@ -2,14 +2,15 @@
 
 #include "platform/base/error.h"
 
+#include <cassert>
 #include <optional>
 #include <utility>
 #include <variant>
 
 namespace platform {
 
-/// What an operation gives: its value, or the error that kept it from giving one. Failures of the disk are
-/// ordinary outcomes here; nothing in this layer throws.
+/// The value that an operation returns, or the error with which it failed. Failures of the disk are ordinary
+/// outcomes; nothing in this layer throws.
 template <class Value>
 class [[nodiscard]] Result {
 public:
@@ -18,20 +19,29 @@ public:
 
     explicit operator bool() const { return m_state.index() == 0; }
 
-    /// The value; only of a result that has one.
-    Value& operator*() { return *std::get_if<0>(&m_state); }
-    const Value& operator*() const { return *std::get_if<0>(&m_state); }
-    Value* operator->() { return std::get_if<0>(&m_state); }
-    const Value* operator->() const { return std::get_if<0>(&m_state); }
+    /// Returns the value. The result must have one.
+    Value& operator*() { return *operator->(); }
+    const Value& operator*() const { return *operator->(); }
+    Value* operator->() {
+        assert(*this);
+        return std::get_if<0>(&m_state);
+    }
+    const Value* operator->() const {
+        assert(*this);
+        return std::get_if<0>(&m_state);
+    }
 
-    /// The error; only of a result that has no value.
-    const Error& error() const { return *std::get_if<1>(&m_state); }
+    /// Returns the error. The result must not have a value.
+    const Error& error() const {
+        assert(!*this);
+        return *std::get_if<1>(&m_state);
+    }
 
 private:
     std::variant<Value, Error> m_state;
 };
 
-/// The outcome of an operation that gives nothing but success or an error.
+/// The outcome of an operation that returns no value: success or an error.
 template <>
 class [[nodiscard]] Result<void> {
 public:
@@ -39,7 +49,10 @@ public:
     Result(Error error) : m_error(std::move(error)) {}
 
     explicit operator bool() const { return !m_error; }
-    const Error& error() const { return *m_error; }
+    const Error& error() const {
+        assert(m_error);
+        return *m_error;
+    }
 
 private:
     std::optional<Error> m_error;
