@@ -17,7 +17,7 @@ Kind kindOf(const Disk& disk, std::string_view path) {
 
 std::optional<Attributes> attributesOf(const Disk& disk, std::string_view path) {
     Result<Place> place = disk.place(path);
-    if (!place) // the root lies in no folder
+    if (!place) // the root has no parent folder
         place = disk.placeFollowed(path);
     if (!place)
         return std::nullopt;

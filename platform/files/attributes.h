@@ -9,21 +9,23 @@
 
 namespace platform {
 
-/// What a path leads to. Links are followed: one that leads nowhere is missing.
+/// The target of a path, symbolic links followed. `file` is anything that isn't a folder.
 enum class Kind { missing, file, folder };
 
+/// Returns the kind of the target of `path`; `missing` for a dangling link or an unreadable parent too.
 Kind kindOf(const Disk& disk, std::string_view path);
 
-/// What an entry itself is; of a link, the link.
+/// The type of an entry itself, symbolic links not followed.
 enum class EntryType { file, folder, link, other };
 
 struct Attributes {
     EntryType type = EntryType::other;
-    std::int64_t sizeBytes = 0; ///< of a file its length, of a link its own; otherwise 0
+    std::int64_t sizeBytes = 0; ///< the length of a file, or of a link's target path; otherwise 0
     Date modified;
 };
 
-/// The attributes of the entry itself; none when they cannot be read.
+/// Returns the attributes of the entry itself (symbolic links aren't followed), or nullopt when they can't be
+/// read.
 std::optional<Attributes> attributesOf(const Disk& disk, std::string_view path);
 
 } // namespace platform

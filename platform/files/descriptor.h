@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// The one owner of an open file descriptor; closes it.
+/// Owns an open file descriptor and closes it.
 class Descriptor {
 public:
     Descriptor() = default;

@@ -15,28 +15,28 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// Paths are resolved here, name by name from the open root, on every system alike: a disk can be any folder,
-// and neither a link nor ".." leads out of it.
+// Paths are resolved here, name by name from the open root, because the host's own resolution would let
+// symbolic links and ".." leave a disk whose root is a folder of the host.
 
 namespace platform {
 
 namespace {
 
-constexpr int maximumLinks = 40;
+constexpr int maxLinks = 40;
 
-/// How far ".." can go back in one go. Only links lead upwards, and none by so many folders; a path may be
-/// far deeper than a program has descriptors.
-constexpr std::size_t mostOpenFolders = 16;
+/// Folders kept open for "..". Only symbolic links go upwards, and real ones by far fewer levels, while a
+/// path can have more levels than a process has descriptors.
+constexpr std::size_t maxOpenFolders = 16;
 
 enum class LastName { follow, keep };
 
-/// A path on its way through the disk.
+/// Resolves one path from the disk's root.
 class Resolver {
 public:
     explicit Resolver(int root) : m_root(root) {}
 
-    /// Goes to the folder that holds the path's last name; that name is in lastName() afterwards, empty when
-    /// the path ends at the root or, followed, in "..".
+    /// Opens the folder that contains the path's last name as current() and sets lastName(), which is empty
+    /// when the path leads to current() itself (the root, or "..").
     Result<void> resolve(std::string_view path, LastName last) {
         if (path.empty() || path.front() != '/' || path.find('\0') != std::string_view::npos)
             return posixError(path.empty() ? ENOENT : EINVAL);
@@ -68,8 +68,8 @@ public:
             if (!folder)
                 return posixError(errno);
             m_folders.push_back(std::move(folder));
-            if (m_folders.size() > mostOpenFolders)
-                m_folders[m_folders.size() - 1 - mostOpenFolders] = Descriptor();
+            if (m_folders.size() > maxOpenFolders)
+                m_folders[m_folders.size() - 1 - maxOpenFolders] = Descriptor();
         }
         return {};
     }
@@ -78,16 +78,16 @@ public:
     const std::string& lastName() const { return m_lastName; }
 
 private:
-    /// If `name` is a link, puts its target's names before what is still to come.
+    /// If `name` is a symbolic link, pushes its target and returns true.
     Result<bool> follow(const std::string& name) {
         char target[PATH_MAX];
         const ssize_t length = readlinkat(current(), name.c_str(), target, sizeof target);
         if (length < 0) {
-            if (errno == EINVAL) // no link
+            if (errno == EINVAL) // not a link
                 return false;
             return posixError(errno);
         }
-        if (++m_links > maximumLinks)
+        if (++m_links > maxLinks)
             return posixError(ELOOP);
         const std::string_view path(target, static_cast<std::size_t>(length));
         if (path.starts_with('/'))
@@ -96,7 +96,7 @@ private:
         return true;
     }
 
-    /// Puts the names of a path before those still to come.
+    /// Makes the names of a path the next ones to resolve.
     void push(std::string_view path) {
         std::vector<std::string> names;
         while (!path.empty()) {
@@ -111,8 +111,8 @@ private:
 
     int m_root;
     int m_links = 0;
-    std::vector<Descriptor> m_folders;  ///< from the root down; what ".." goes back to
-    std::vector<std::string> m_pending; ///< last one next
+    std::vector<Descriptor> m_folders;  ///< below the root, outermost first; the older ones may be closed
+    std::vector<std::string> m_pending; ///< names to resolve, in reverse order
     std::string m_lastName;
 };
 
@@ -123,7 +123,7 @@ bool isSameFolder(int descriptor, const char* hostPath) {
            && ours.st_ino == other.st_ino;
 }
 
-/// What a variable of the environment says, unless it says nothing.
+/// Returns the value of an environment variable, or nullopt when it is unset or empty.
 std::optional<std::string> environment(const char* name) {
     const char* value = std::getenv(name);
     return value == nullptr || *value == '\0' ? std::nullopt : std::optional<std::string>(value);
@@ -148,7 +148,8 @@ Result<Descriptor> openRegularFile(int folder, const char* name) {
         return posixError(errno);
     if (!S_ISREG(status.st_mode))
         return posixError(S_ISDIR(status.st_mode) ? EISDIR : S_ISLNK(status.st_mode) ? ELOOP : EINVAL);
-    // Something else may have taken the name meanwhile: opened so that it doesn't block, and asked again.
+    // The entry may have been replaced since: O_NONBLOCK keeps a pipe from blocking, and the type is checked
+    // again.
     Descriptor file(openat(folder, name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
     if (!file || fstat(file.number(), &status) != 0)
         return posixError(errno);
@@ -176,7 +177,7 @@ Result<Disk> Disk::open(const std::string& hostRoot, std::string_view home,
         disk.m_userCache = standardized(*userCache);
     disk.m_isOfThisMachine = isSameFolder(root.number(), "/");
     disk.m_root = std::make_shared<const Descriptor>(std::move(root));
-    // A home that may not be listed is one all the same.
+    // The home needs no read permission: privacy settings can deny listing it.
     Resolver resolver(disk.m_root->number());
     if (Result<void> resolved = resolver.resolve(disk.m_home, LastName::follow); !resolved)
         return resolved.error();
@@ -245,7 +246,7 @@ Result<Place> Disk::place(std::string_view path) const {
         return resolved.error();
     if (resolver.lastName().empty())
         return posixError(EINVAL);
-    // A folder that is only passed through may still not be readable, and need not be.
+    // Passing through a folder needs no read permission.
     Descriptor folder = system::openToPassThrough(resolver.current(), ".");
     if (!folder)
         return posixError(errno);

@@ -10,31 +10,32 @@
 
 namespace platform {
 
-/// Where an entry lies: its folder, open, and its own name in it, which nothing follows.
+/// The location of an entry: its open parent folder and its name in it. Symbolic links at the name aren't
+/// followed.
 struct Place {
     Descriptor folder;
     std::string name;
 };
 
-/// The disk that is worked on: a folder of the host stands for its "/". A value: copies share one open root
-/// and may be used from any thread.
+/// A disk to clean: a folder of the host whose paths are resolved with that folder as "/". A value type:
+/// copies share one open root and may be used from any thread.
 ///
-/// Paths are absolute paths of the disk, as bytes. Links are followed, absolute ones from the disk's root,
-/// ".." never above it, so nothing leads out of the disk; a path passes at most 40 links. Errors are of the
-/// POSIX domain: the file operations built on this wrap them.
+/// Paths are absolute paths on the disk, as bytes. Symbolic links are followed, absolute ones from the disk's
+/// root, and ".." at the root is the root, so that no path leaves the disk. More than 40 links fail with
+/// ELOOP. Errors are of the POSIX domain; the file operations built on this class wrap them.
 class Disk {
 public:
-    /// The disk whose "/" is the host's folder `hostRoot`, with the user's home at `home` on it. Fails when
-    /// either is no folder. `userCache` is the per-user temporary cache folder, where the disk has one.
+    /// Opens the disk whose "/" is the host's folder `hostRoot`, with the user's home at `home` on it. Fails
+    /// when either isn't a folder. `userCache` is the per-user temporary cache folder, if the disk has one.
     static Result<Disk> open(const std::string& hostRoot, std::string_view home,
                              std::optional<std::string_view> userCache = std::nullopt);
 
-    /// The disk that the environment names: LUMVALE_DISK (else "/"), LUMVALE_HOME (else the home of this
-    /// machine's user) and LUMVALE_USER_CACHE. The error's description says which disk is not there.
+    /// Opens the disk named by the environment: LUMVALE_DISK (default "/"), LUMVALE_HOME (default: the home
+    /// of this machine's user) and LUMVALE_USER_CACHE. The error's description names the disk and the home.
     static Result<Disk> ofEnvironment();
 
-    /// The disk that operations work on unless they are given another. Set once, before any thread starts;
-    /// setting it twice, or asking before it was set, ends the program.
+    /// Sets and returns the default disk of all operations. It is set once, before any thread starts; setting
+    /// it twice, or reading it before it was set, aborts the program.
     static void setCurrent(Disk disk);
     static const Disk& current();
 
@@ -42,26 +43,29 @@ public:
     const std::string& home() const { return m_home; }                          ///< standardised
     const std::optional<std::string>& userCache() const { return m_userCache; } ///< standardised
 
-    /// `relative` below the home.
+    /// Returns the path `relative` below the home.
     std::string inHome(std::string_view relative) const;
 
-    /// Whether this is the running system's own disk: only then may a program found on it be started.
+    /// Returns true when this is the running system's own disk. Programs found on other disks must not be
+    /// started.
     bool isOfThisMachine() const { return m_isOfThisMachine; }
 
-    /// The folder at `path`, open for reading; a link at the last name is followed.
+    /// Opens the folder at `path` for reading. A symbolic link at the last name is followed.
     Result<Descriptor> openFolder(std::string_view path) const;
 
-    /// The regular file at `path`, open for reading; anything else (a pipe, a device) is refused unopened,
-    /// with EISDIR for a folder and EINVAL for the rest, so that this never blocks.
+    /// Opens the regular file at `path` for reading. Refuses anything else without opening it, so that a pipe
+    /// or device can't block: with EISDIR for a folder, otherwise EINVAL.
     Result<Descriptor> openFile(std::string_view path) const;
 
-    /// The same for the entry at a place: a link there is refused too, with ELOOP.
+    /// Opens the regular file at a place likewise. Refuses a symbolic link with ELOOP.
     static Result<Descriptor> openFile(const Place& place);
 
-    /// The place of the entry at `path`, whose folder must exist; the entry itself need not. Fails for "/".
+    /// Returns the place of the entry at `path`. Its parent folder must exist, the entry itself need not.
+    /// Fails for "/".
     Result<Place> place(std::string_view path) const;
 
-    /// The place of what `path` leads to: a link at the last name is followed too. The root is "." in itself.
+    /// Returns the place of the target of `path`: a symbolic link at the last name is followed too. The name
+    /// of the root is ".".
     Result<Place> placeFollowed(std::string_view path) const;
 
 private:

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t blockSize = std::size_t{64} * 1024;
 
-/// The error that refuses what is no regular file; none for one.
+/// Returns the error for an entry that isn't a regular file, otherwise nullopt.
 std::optional<Error> refusal(mode_t mode) {
     if (S_ISREG(mode))
         return std::nullopt;
@@ -28,7 +28,7 @@ std::string_view parent(std::string_view path) {
     return path.substr(0, std::max<std::size_t>(slash, 1));
 }
 
-/// Makes the folder at `path`, and those above it, where they are missing.
+/// Creates the folder at `path` and its parents where they are missing.
 Result<void> makeFolders(const Disk& disk, std::string_view path) {
     const Result<Descriptor> there = disk.openFolder(path);
     if (there || there.error().code != ENOENT || path.size() <= 1)
@@ -38,13 +38,14 @@ Result<void> makeFolders(const Disk& disk, std::string_view path) {
     const Result<Place> place = disk.place(path);
     if (!place)
         return place.error();
-    // Another process may have made it meanwhile, which is as good.
+    // EEXIST: another process has just created it.
     if (mkdirat(place->folder.number(), place->name.c_str(), 0777) != 0 && errno != EEXIST)
         return posixError(errno);
     return {};
 }
 
-/// The regular file at this place, made where it is missing; anything else is refused unopened.
+/// Opens the regular file at this place for writing, and creates it where it is missing. Refuses anything
+/// else without opening it.
 Result<Descriptor> openToWrite(const Place& place) {
     struct stat status {};
     const int folder = place.folder.number();
@@ -55,7 +56,8 @@ Result<Descriptor> openToWrite(const Place& place) {
     } else if (std::optional<Error> error = refusal(status.st_mode)) {
         return *std::move(error);
     }
-    // Something else may have taken the name meanwhile: opened so that it doesn't block, and asked again.
+    // The entry may have been replaced since: O_NONBLOCK keeps a pipe from blocking, and the type is checked
+    // again.
     Descriptor file(
         openat(folder, name, O_WRONLY | O_CREAT | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC, 0666));
     if (!file || fstat(file.number(), &status) != 0)
@@ -82,8 +84,7 @@ Result<std::string> readAll(int file, std::size_t limit) {
     }
 }
 
-/// Writes over what is there and cuts off the rest: on a full volume the blocks that the file has serve
-/// again.
+/// Overwrites the content before truncating, so that the file's own blocks are reused on a full volume.
 Result<void> writeAll(int file, std::string_view content) {
     for (std::string_view rest = content; !rest.empty();) {
         const ssize_t count = ::write(file, rest.data(), rest.size());

@@ -6,16 +6,18 @@
 #include <string>
 #include <string_view>
 
-/// Small files, read and written whole. Links above the last name are followed inside the disk.
+/// Reading and writing of small files as a whole. Symbolic links above the last name are followed within the
+/// disk.
 namespace platform {
 
-/// The whole content of the regular file at `path`, a link to one included. Fails with a Cocoa error; EFBIG
-/// when it is longer than `limit`, of which no more is read. Never blocks on a pipe or a device.
+/// Returns the content of the regular file at `path`; a symbolic link to one is followed. Fails with a Cocoa
+/// error, whose underlying error is EFBIG when the file is longer than `limit` bytes. Never blocks on a pipe
+/// or a device.
 Result<std::string> readFile(const Disk& disk, std::string_view path, std::size_t limit);
 
-/// Replaces the content of the regular file at `path` by `content` in place, or makes the file; its folder
-/// and that folder's parents are made where they are missing. Anything else at `path`, a link included, is
-/// left alone and an error (Cocoa).
+/// Overwrites the regular file at `path` with `content` in place (not atomically), or creates it together
+/// with missing parent folders. Fails with a Cocoa error, and leaves anything else at `path`, including a
+/// symbolic link, unchanged.
 Result<void> writeFile(const Disk& disk, std::string_view path, std::string_view content);
 
 } // namespace platform

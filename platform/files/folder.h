@@ -8,11 +8,11 @@
 
 namespace platform {
 
-/// Whether hidden entries count: those whose name begins with "." or that the system marks hidden.
+/// Treatment of hidden entries: those with a name that begins with "." or with the system's hidden flag.
 enum class Hidden { include, skip };
 
-/// The names in the folder at `path` (a link to a folder is followed), without "." and "..", in the order of
-/// their bytes. Fails with a Cocoa error when the folder cannot be read.
+/// Returns the names in the folder at `path`, without "." and "..", in byte order. A symbolic link to a
+/// folder is followed. Fails with a Cocoa error when the folder can't be read.
 Result<std::vector<std::string>> listFolder(const Disk& disk, std::string_view path,
                                             Hidden hidden = Hidden::include);
 

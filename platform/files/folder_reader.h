@@ -8,28 +8,29 @@
 
 namespace platform {
 
-/// An entry as a folder tells it.
+/// A directory entry.
 struct FolderEntry {
-    std::string_view name; ///< ends in a NUL; valid until the next call
+    std::string_view name; ///< followed by a NUL; valid until the next call
     bool typeIsKnown = false;
-    EntryType type = EntryType::other; ///< where the file system says so
-    bool isHidden = false;             ///< by its name, or by a mark of systems that have one
+    EntryType type = EntryType::other; ///< valid only if `typeIsKnown`: some file systems don't report it
+    bool isHidden = false;             ///< by its name, or by the system's hidden flag
 };
 
-/// Reads folders entry by entry, in the order of the file system, with the fewest system calls that there
-/// are. One buffer serves any number of folders, one after the other.
+/// Reads folders entry by entry, in the file system's order, with as few system calls as possible. One reader
+/// reuses its buffer for any number of folders, one after the other.
 class FolderReader {
 public:
     FolderReader();
     ~FolderReader();
 
-    /// Starts reading the folder open at this descriptor, from its beginning the first time it is read.
+    /// Starts reading the folder that is open as this descriptor, from the descriptor's current position. The
+    /// descriptor must stay open while next() is called.
     void start(int folder);
 
-    /// The next entry, "." and ".." left out; null at the end, and when reading fails.
+    /// Returns the next entry other than "." and "..", or null at the end and when reading fails.
     const FolderEntry* next();
 
-    /// The host's errno when next() ended because reading failed; otherwise 0.
+    /// Returns the host's errno if next() returned null because reading failed, otherwise 0.
     int failure() const { return m_failure; }
 
 private:

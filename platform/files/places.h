@@ -7,10 +7,12 @@
 
 namespace platform {
 
-/// The folder of the user's home in which programs keep their own files, as a path of the disk.
+/// Returns the path on the disk of the home's folder for the programs' own files: "Library/Application
+/// Support" in the home.
 std::string applicationSupportFolder(const Disk& disk);
 
-/// The name under which the system shows the entry at `path`: its own, where the system has no other.
+/// Returns the name that the system shows for the entry at `path`, which is its last name on systems without
+/// localized names.
 std::string displayName(std::string_view path);
 
 } // namespace platform
