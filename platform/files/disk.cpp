@@ -141,7 +141,7 @@ std::optional<Disk>& currentDisk() {
     return disk;
 }
 
-/// The regular file `name` in `folder`, open for reading.
+/// Opens the regular file `name` in `folder` for reading.
 Result<Descriptor> openRegularFile(int folder, const char* name) {
     struct stat status {};
     if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0)
@@ -177,7 +177,7 @@ Result<Disk> Disk::open(const std::string& hostRoot, std::string_view home,
         disk.m_userCache = standardized(*userCache);
     disk.m_isOfThisMachine = isSameFolder(root.number(), "/");
     disk.m_root = std::make_shared<const Descriptor>(std::move(root));
-    // The home needs no read permission: privacy settings can deny listing it.
+    // A home that the user may not list is valid.
     Resolver resolver(disk.m_root->number());
     if (Result<void> resolved = resolver.resolve(disk.m_home, LastName::follow); !resolved)
         return resolved.error();

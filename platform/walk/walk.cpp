@@ -17,7 +17,7 @@ RootOpener rootsOn(const Disk& disk) {
     return [disk](const std::string& path) -> Descriptor {
         if (const Result<Place> place = disk.place(path))
             return system::openFolderBelow(place->folder.number(), place->name.c_str());
-        // The disk's own root has no place.
+        // The disk's root has no place, since it has no parent folder.
         if (Result<Descriptor> folder = disk.openFolder(path))
             return std::move(*folder);
         return {};
@@ -29,10 +29,11 @@ void detail::walk(const RootOpener& openRoot, std::span<const std::string> roots
     SharedWalk walk{openRoot, roots, hidden, visit};
     for (unsigned index = 0; index < workers; ++index) {
         walk.workers.push_back(std::make_unique<WalkWorker>(walk, index));
-        walk.everyone |= std::uint64_t{1} << index;
+        walk.allWorkers |= std::uint64_t{1} << index;
     }
-    // The caller's thread begins; the others are idle until it hands them work, and only then get a thread.
-    walk.idle = walk.everyone & ~std::uint64_t{1};
+    // The first worker runs on the caller's thread. The others start idle, and get a thread with their first
+    // work.
+    walk.idle = walk.allWorkers & ~std::uint64_t{1};
     walk.workers.front()->run();
     for (const std::unique_ptr<WalkWorker>& worker : walk.workers)
         worker->join();
@@ -40,7 +41,7 @@ void detail::walk(const RootOpener& openRoot, std::span<const std::string> roots
 
 namespace {
 
-/// Sums the bytes below each root.
+/// A visitor that adds up the bytes below each root.
 struct Sums {
     std::vector<std::int64_t> bytes;
 

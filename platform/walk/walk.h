@@ -13,48 +13,48 @@
 #include <utility>
 #include <vector>
 
-/// One parallel walk for everything that reads whole trees.
+/// A parallel walk over trees of folders.
 ///
-/// Folders wait on a stack per worker, last in, first out. A worker that runs dry is handed the older half of
-/// a busy one's stack through an atomic slot; no lock is taken and nothing else is shared. A folder is opened
-/// by name from an ancestor that is still open, one name at a time and never through a link, so a tree of any
-/// depth is walked with a bounded number of descriptors and nothing leads out of it.
+/// Each worker thread has a stack of folders to read. A busy worker hands the older half of its stack to an
+/// idle one through an atomic slot, without locks. A folder is opened relative to an open ancestor and never
+/// through a symbolic link, so that a tree of any depth needs a bounded number of descriptors and the walk
+/// can't leave it.
 namespace platform {
 
 namespace detail {
 class WalkWorker;
 }
 
-/// An entry met by the walk. Valid only during the visit.
+/// An entry found by the walk. Valid only during the visit.
 struct WalkEntry {
-    std::size_t root = 0; ///< index of the root below which it lies
+    std::size_t root = 0; ///< index of the root that it is below
     std::string_view name;
     EntryType type = EntryType::other;
-    std::int64_t sizeBytes = 0; ///< of files and links; otherwise 0
-    Date modified;              ///< of files and links only
-    int folder = -1;            ///< descriptor of the folder that holds it
+    std::int64_t sizeBytes = 0; ///< of files and symbolic links; otherwise 0
+    Date modified;              ///< of files and symbolic links only
+    int folder = -1;            ///< descriptor of its parent folder
 
-    /// Its whole path on the disk, put together when asked for.
+    /// Builds and returns the path on the disk.
     std::string path() const;
 
-    const detail::WalkWorker* worker = nullptr; ///< the walk's own
+    const detail::WalkWorker* worker = nullptr; ///< for path()
 };
 
-/// Whether the walk goes on below a folder. Of no meaning for other entries.
+/// A visitor's answer: walk the entries of this folder, or skip them. Ignored for other entries.
 enum class Descend { yes, no };
 
-/// One copy of the visitor works on each thread; at the end all are merged into one.
+/// A visitor is copied for each thread; the copies are merged when the walk ends.
 template <class V>
 concept WalkVisitor = std::copyable<V> && requires(V visitor, V other, const WalkEntry& entry) {
     { visitor.visit(entry) } -> std::same_as<Descend>;
     visitor.merge(std::move(other));
 };
 
-/// Opens the folder at a root's path, at first and whenever the walk has to begin there again; none where
-/// there is no folder. Called from any of the walk's threads.
+/// Opens the folder at a root's path for reading, or returns an empty descriptor when there is none. Called
+/// from any thread of the walk, and again whenever a root that was closed is needed.
 using RootOpener = std::function<Descriptor(const std::string& root)>;
 
-/// Opens roots on the disk, none that is itself a link.
+/// Returns an opener of roots on the disk, which refuses a root that is a symbolic link.
 RootOpener rootsOn(const Disk& disk);
 
 namespace detail {
@@ -62,13 +62,13 @@ void walk(const RootOpener& openRoot, std::span<const std::string> roots, Hidden
           const std::function<Descend(unsigned worker, const WalkEntry&)>& visit);
 }
 
-/// How many threads a walk takes unless told otherwise: 1 to 64.
+/// The default number of threads of a walk, which can be 1 to 64.
 inline constexpr unsigned defaultWalkWorkers = 4;
 
-/// Visits every entry below the roots once, in no order; the roots themselves are not visited. A root that is
-/// no folder, or a link to one, has nothing below it. Links are visited and never followed; folders that
-/// cannot be read, or vanish, are passed over; mount points are crossed. Hidden entries are left out with all
-/// that is below them where asked. Blocks until done; about 128 descriptors at most.
+/// Visits every entry below the roots once, in unspecified order, and returns the merged visitor. The roots
+/// themselves aren't visited. Symbolic links are visited but never followed, not even as roots. Folders that
+/// can't be read or have vanished are skipped. Mount points are crossed. `Hidden::skip` leaves out hidden
+/// entries and everything below them. Blocks until done, and has at most about 128 descriptors open.
 template <WalkVisitor V>
 V walk(const RootOpener& openRoot, std::span<const std::string> roots, Hidden hidden, V visitor,
        unsigned workers = defaultWalkWorkers) {
@@ -86,9 +86,9 @@ V walk(const Disk& disk, std::span<const std::string> roots, Hidden hidden, V vi
     return walk(rootsOn(disk), roots, hidden, std::move(visitor), workers);
 }
 
-/// The bytes of each path, in their order: of a folder the lengths of all files and links below it that
-/// aren't hidden, of anything else its own; 0 for what is missing, unreadable, a link to a folder or to
-/// nothing. Sums stop at the largest value.
+/// Returns the size in bytes of every path, in the same order: for a folder the sum of the lengths of all
+/// files and symbolic links below it that aren't hidden, for a file or a link to one its own length. 0 for
+/// anything else, and for what is missing or unreadable. Sums are clamped to the largest value.
 std::vector<std::int64_t> measure(const Disk& disk, std::span<const std::string> paths,
                                   unsigned workers = defaultWalkWorkers);
 

@@ -12,15 +12,16 @@ namespace platform::detail {
 
 namespace {
 
-/// So far below its anchor, a folder becomes an anchor itself: paths stay short enough for the system, and
-/// none is walked from far above.
-constexpr std::size_t longestPathFromAnchor = 2048;
+/// In bytes; a folder with a longer path from its anchor becomes an anchor itself. Paths stay below the
+/// system's limit.
+constexpr std::size_t maxPathFromAnchor = 2048;
 
-/// Descriptors that only anchors may take: without one, each folder below costs far more calls.
+/// Descriptors of the budget that only anchors may use: all folders below a closed anchor cost more system
+/// calls.
 constexpr int reservedForAnchors = 32;
 
-/// A worker that has seen less than this has not been long enough at work for help to be worth it.
-constexpr std::size_t entriesBeforeSharing = 1000;
+/// A smaller walk is faster without further threads.
+constexpr std::size_t minEntriesBeforeSharing = 1000;
 
 std::string_view lastName(const std::string& names) {
     const std::size_t start = names.rfind('\0', names.size() - 2) + 1;
@@ -111,7 +112,7 @@ void WalkWorker::readEntries(const Descriptor& folder) {
         Attributes attributes{found->type, 0, {}};
         if (!found->typeIsKnown || found->type == EntryType::file || found->type == EntryType::link) {
             const std::optional<Attributes> read = system::attributesAt(folder.number(), found->name.data());
-            if (!read) // gone meanwhile
+            if (!read) // removed since
                 continue;
             attributes = *read;
         }
@@ -148,11 +149,11 @@ Descriptor WalkWorker::reopen(const Anchor& anchor) const {
 }
 
 Branch WalkWorker::makeBranch(std::shared_ptr<const Anchor> anchor, Descriptor folder) {
-    if (anchor && m_path.size() <= longestPathFromAnchor)
+    if (anchor && m_path.size() <= maxPathFromAnchor)
         return {std::move(anchor), m_path, keepOpen(folder, reservedForAnchors), m_names};
     auto next =
         std::make_shared<const Anchor>(Anchor{m_root, std::move(anchor), m_path, keepOpen(folder, 0)});
-    if (folder) { // not kept, but the folders below come next
+    if (folder) { // not kept in the budget, but the folders below it are read next
         m_reopenedAnchor = next;
         m_reopenedFolder = std::move(folder);
     }
@@ -178,14 +179,14 @@ std::string WalkWorker::folderPath() const {
 }
 
 void WalkWorker::shareWork() {
-    if (m_entriesSeen < entriesBeforeSharing)
+    if (m_entriesSeen < minEntriesBeforeSharing)
         return;
     const std::uint64_t idle = m_walk.idle.load(std::memory_order_relaxed);
     if (idle == 0 || !hasWorkToShare())
         return;
     const std::uint64_t taker = std::uint64_t{1} << std::countr_zero(idle);
     if ((m_walk.idle.fetch_and(~taker, std::memory_order_acq_rel) & taker) == 0)
-        return; // another was faster
+        return; // another worker took it
     std::vector<Branch> work = takeOlderHalf();
     if (m_walk.workers[static_cast<std::size_t>(std::countr_zero(taker))]->accept(work))
         return;
@@ -224,11 +225,11 @@ bool WalkWorker::accept(std::vector<Branch>& work) {
         return true;
     }
     m_branches = std::move(work);
-    m_isRunning = true; // from here on it may be idle again before the thread is in its member
+    m_isRunning = true; // set before the thread starts, which may be idle again before m_thread is assigned
     try {
         m_thread = std::thread(&WalkWorker::run, this);
         return true;
-    } catch (const std::system_error&) { // no thread to be had: the others do its work
+    } catch (const std::system_error&) { // no thread available: the caller keeps the work
         m_isRunning = false;
         work = std::move(m_branches);
         return false;
@@ -237,7 +238,7 @@ bool WalkWorker::accept(std::vector<Branch>& work) {
 
 bool WalkWorker::waitForWork() {
     m_handover.store(Handover::none, std::memory_order_relaxed);
-    if ((m_walk.idle.fetch_or(bit(), std::memory_order_acq_rel) | bit()) == m_walk.everyone) {
+    if ((m_walk.idle.fetch_or(bit(), std::memory_order_acq_rel) | bit()) == m_walk.allWorkers) {
         for (const std::unique_ptr<WalkWorker>& worker : m_walk.workers) {
             worker->m_handover.store(Handover::end, std::memory_order_release);
             worker->m_handover.notify_one();

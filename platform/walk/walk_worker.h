@@ -12,13 +12,13 @@
 #include <thread>
 #include <vector>
 
-/// The inside of the walk: its workers, and what they share.
+/// The implementation of the walk.
 namespace platform::detail {
 
-/// How many folders may stay open while the folders below them wait, over all workers.
+/// Limits how many folders all workers of a walk keep open for the folders below them. Thread-safe.
 class OpenFolderBudget {
 public:
-    /// Takes one out of the budget unless no more than `reserve` are left.
+    /// Takes one descriptor and returns true, or returns false if `reserve` or fewer are left.
     bool take(int reserve);
     void giveBack() { m_left.fetch_add(1, std::memory_order_relaxed); }
 
@@ -26,7 +26,7 @@ private:
     std::atomic<int> m_left = 64;
 };
 
-/// A folder kept open out of the budget, or none.
+/// An open folder that counts against the budget, or none.
 class KeptFolder {
 public:
     KeptFolder() = default;
@@ -51,25 +51,25 @@ private:
     OpenFolderBudget* m_budget = nullptr;
 };
 
-/// A folder from which those below are reached: a root, or a folder far below the anchor above it.
+/// A folder relative to which folders below it are opened: a root, or a folder far below another anchor.
 struct Anchor {
     std::size_t root = 0;
-    std::shared_ptr<const Anchor> above; ///< none above a root
-    std::string path;                    ///< from the anchor above
-    KeptFolder folder;                   ///< when not kept, reached again from the anchor above
+    std::shared_ptr<const Anchor> above; ///< null for a root
+    std::string path;                    ///< relative to `above`
+    KeptFolder folder;                   ///< if empty, it is reopened relative to `above`
 };
 
-/// A folder that was read and has folders below it that were not.
+/// A folder that was read, with child folders that are still to be read.
 struct Branch {
     std::shared_ptr<const Anchor> anchor;
-    std::string path;  ///< from the anchor; empty for the anchor itself
-    KeptFolder folder; ///< when not kept, reached again from the anchor
-    std::string names; ///< of the folders to read, each ended by a NUL; the last one is next
+    std::string path;  ///< relative to the anchor; empty for the anchor itself
+    KeptFolder folder; ///< if empty, its children are opened relative to the anchor
+    std::string names; ///< of the folders to read, each followed by a NUL; the last one is next
 };
 
 class WalkWorker;
 
-/// What the workers of one walk share.
+/// The state that all workers of one walk share.
 struct SharedWalk {
     const RootOpener& openRoot;
     std::span<const std::string> roots;
@@ -78,23 +78,23 @@ struct SharedWalk {
 
     std::atomic<std::size_t> nextRoot = 0;
     OpenFolderBudget budget = {};
-    std::atomic<std::uint64_t> idle = 0; ///< a bit for each worker that has nothing to do
-    std::uint64_t everyone = 0;
+    std::atomic<std::uint64_t> idle = 0; ///< a set bit for each idle worker
+    std::uint64_t allWorkers = 0;        ///< a set bit for each worker
     std::vector<std::unique_ptr<WalkWorker>> workers = {};
 };
 
-/// Reads folders one after the other, those found last first.
+/// Reads folders depth first.
 class WalkWorker {
 public:
     WalkWorker(SharedWalk& walk, unsigned index) : m_walk(walk), m_index(index), m_isRunning(index == 0) {}
 
-    /// Works until nothing is left for any worker.
+    /// Runs until all workers are idle.
     void run();
 
-    /// Waits for the thread that the worker was given, if any.
+    /// Joins the worker's thread, if it has one.
     void join();
 
-    /// The whole path on the disk of the folder that is being read.
+    /// Returns the path on the disk of the folder that is being read.
     std::string folderPath() const;
 
 private:
@@ -107,7 +107,7 @@ private:
     Descriptor openNext(const Branch& branch, const char* name);
     Descriptor reopen(const Anchor& anchor) const;
     Branch makeBranch(std::shared_ptr<const Anchor> anchor, Descriptor folder);
-    KeptFolder keepOpen(Descriptor& folder, int reserve); ///< takes it, or leaves it alone
+    KeptFolder keepOpen(Descriptor& folder, int reserve); ///< moves from `folder` only if the budget allows
 
     void shareWork();
     bool hasWorkToShare() const;
@@ -118,12 +118,12 @@ private:
 
     SharedWalk& m_walk;
     const unsigned m_index;
-    bool m_isRunning; ///< the first one on the caller's thread, the others once they were handed work
+    bool m_isRunning; ///< true for the first worker, and for others since they accepted work
     std::thread m_thread;
     std::vector<Branch> m_branches;
     FolderReader m_reader;
 
-    /// The last anchor that had to be reopened: many folders in a row are reached from it.
+    /// The last anchor that was reopened, cached because the next folders are usually below it too.
     std::shared_ptr<const Anchor> m_reopenedAnchor;
     Descriptor m_reopenedFolder;
 
@@ -131,11 +131,11 @@ private:
 
     // The folder that is being read.
     std::size_t m_root = 0;
-    const Anchor* m_anchor = nullptr; ///< none: it is the root
-    std::string m_path;               ///< from the anchor
-    std::string m_names;              ///< of the folders found in it
+    const Anchor* m_anchor = nullptr; ///< null for a root
+    std::string m_path;               ///< relative to the anchor
+    std::string m_names;              ///< of the child folders found
 
-    /// Filled by whoever took this worker's idle bit away, and by nobody else.
+    /// Written only by the worker that cleared this worker's idle bit.
     std::vector<Branch> m_handedOver;
     std::atomic<Handover> m_handover = Handover::none;
 };
