@@ -37,7 +37,7 @@ void FolderReader::start(int folder) {
 const FolderEntry* FolderReader::next() {
     for (;;) {
         if (m_position == m_end) {
-            // getdents64 itself: readdir needs a stream of its own, three more calls for each folder.
+            // readdir() would need a stream, which costs three more system calls per folder.
             const ssize_t length = getdents64(m_folder, m_buffer.get(), bufferSize);
             if (length <= 0) {
                 m_failure = length < 0 ? errno : 0;

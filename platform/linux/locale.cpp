@@ -10,7 +10,7 @@ namespace platform {
 
 namespace {
 
-/// The first of these variables that is set and not empty.
+/// Returns the value of the first of these variables that is set and not empty.
 std::string_view firstSet(std::initializer_list<const char*> variables) {
     for (const char* variable : variables) {
         const char* value = std::getenv(variable);
@@ -35,8 +35,8 @@ std::string_view scriptNamed(std::string_view modifier) {
     return {};
 }
 
-/// "sr_RS.UTF-8@latin" as its parts joined by `separator`: language, script, region. None for the program's
-/// own language ("C", "POSIX") and for what names no language.
+/// Returns language, script and region of a POSIX locale name, joined by `separator`: "sr-Latn-RS" for
+/// "sr_RS.UTF-8@latin". Returns nullopt for "C", "POSIX" and names without a language.
 std::optional<std::string> localeName(std::string_view posixName, char separator) {
     std::string_view modifier;
     if (const std::size_t at = posixName.find('@'); at != std::string_view::npos) {
@@ -61,15 +61,15 @@ std::optional<std::string> localeName(std::string_view posixName, char separator
 std::vector<std::string> preferredLanguages() {
     const std::string_view locale = firstSet({"LC_ALL", "LC_MESSAGES", "LANG"});
     const std::optional<std::string> ofLocale = localeName(locale, '-');
-    // Whoever asks for the program's own language has no wishes, whatever LANGUAGE says.
+    // The C locale disables LANGUAGE, as in GNU gettext.
     if (!ofLocale)
         return {};
     std::vector<std::string> languages;
-    std::string_view wishes = firstSet({"LANGUAGE"});
-    while (!wishes.empty()) {
-        const std::string_view wish = wishes.substr(0, wishes.find(':'));
-        wishes.remove_prefix(std::min(wishes.size(), wish.size() + 1));
-        if (std::optional<std::string> language = localeName(wish, '-'))
+    std::string_view names = firstSet({"LANGUAGE"});
+    while (!names.empty()) {
+        const std::string_view name = names.substr(0, names.find(':'));
+        names.remove_prefix(std::min(names.size(), name.size() + 1));
+        if (std::optional<std::string> language = localeName(name, '-'))
             languages.push_back(*std::move(language));
     }
     if (languages.empty())

@@ -12,10 +12,11 @@ namespace platform {
 
 namespace {
 
-/// How a child starts: with the usual signals, and of our open files with the output alone.
-class Start {
+/// Starts a child process with default signal handling, and with no open files of ours except standard output
+/// and error.
+class Spawner {
 public:
-    Start() {
+    Spawner() {
         sigset_t none;
         sigset_t all;
         sigemptyset(&none);
@@ -29,19 +30,19 @@ public:
         if (m_error == 0)
             m_error = posix_spawn_file_actions_addclosefrom_np(&m_files, STDERR_FILENO + 1);
     }
-    ~Start() {
+    ~Spawner() {
         posix_spawn_file_actions_destroy(&m_files);
         posix_spawnattr_destroy(&m_attributes);
     }
-    Start(const Start&) = delete;
-    Start& operator=(const Start&) = delete;
+    Spawner(const Spawner&) = delete;
+    Spawner& operator=(const Spawner&) = delete;
 
-    /// The child's number; -1 when there is none.
-    pid_t child(char* const* words) const {
-        pid_t number = -1;
+    /// Returns the child's process ID, or -1 when it could not be started.
+    pid_t spawn(char* const* words) const {
+        pid_t child = -1;
         const bool isStarted =
-            m_error == 0 && posix_spawn(&number, words[0], &m_files, &m_attributes, words, environ) == 0;
-        return isStarted ? number : -1;
+            m_error == 0 && posix_spawn(&child, words[0], &m_files, &m_attributes, words, environ) == 0;
+        return isStarted ? child : -1;
     }
 
 private:
@@ -50,7 +51,7 @@ private:
     int m_error = 0;
 };
 
-int statusAtItsEnd(pid_t child) {
+int waitForExitStatus(pid_t child) {
     int status = 0;
     while (waitpid(child, &status, 0) < 0) {
         if (errno != EINTR)
@@ -67,14 +68,14 @@ int runProgram(const std::string& executable, const std::vector<std::string>& ar
     texts.insert(texts.end(), arguments.begin(), arguments.end());
     std::vector<char*> words;
     for (std::string& text : texts) {
-        // The system would end the word there, and so run something else.
+        // The system would truncate the argument at the NUL.
         if (text.find('\0') != std::string::npos)
             return -1;
         words.push_back(text.data());
     }
     words.push_back(nullptr);
-    const pid_t child = Start().child(words.data());
-    return child < 0 ? -1 : statusAtItsEnd(child);
+    const pid_t child = Spawner().spawn(words.data());
+    return child < 0 ? -1 : waitForExitStatus(child);
 }
 
 std::uint32_t userId() {

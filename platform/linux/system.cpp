@@ -42,9 +42,9 @@ std::optional<Identity> identity(int folder, const char* name, int flags) {
     struct statx status {};
     if (statx(folder, name, flags | AT_SYMLINK_NOFOLLOW, STATX_INO | STATX_MNT_ID, &status) != 0)
         return std::nullopt;
-    const bool saysMount = (status.stx_mask & STATX_MNT_ID) != 0; // Linux 5.8
+    const bool hasMount = (status.stx_mask & STATX_MNT_ID) != 0; // since Linux 5.8
     return Identity{makedev(status.stx_dev_major, status.stx_dev_minor), status.stx_ino,
-                    saysMount ? status.stx_mnt_id : 0};
+                    hasMount ? status.stx_mnt_id : 0};
 }
 
 } // namespace
@@ -59,8 +59,8 @@ Descriptor openFolderBelow(int folder, const char* path) {
     if (!slash)
         return Descriptor(openat(folder, path, flags));
 
-    // O_NOFOLLOW protects the last name only. Kernels before 5.6 and some containers lack the call that
-    // protects them all.
+    // O_NOFOLLOW applies to the last name only. openat2() covers all names, but Linux before 5.6 and some
+    // containers lack it.
     static std::atomic<bool> hasOpenBeneath = true;
     if (hasOpenBeneath.load(std::memory_order_relaxed)) {
         open_how how{};

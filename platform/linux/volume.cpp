@@ -22,7 +22,7 @@ std::optional<VolumeCapacity> volumeCapacity(const Disk& disk, std::string_view 
     struct statvfs status {};
     if (!folder || fstatvfs(folder->number(), &status) != 0)
         return std::nullopt;
-    // What is free to anyone but root: Linux has no figure for what could be freed on demand.
+    // f_bavail excludes the blocks reserved for root. Linux doesn't report purgeable space.
     return VolumeCapacity{bytes(status.f_bavail, status.f_frsize), bytes(status.f_blocks, status.f_frsize)};
 }
 

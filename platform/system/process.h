@@ -6,16 +6,15 @@
 
 namespace platform {
 
-/// Runs a program of this machine to its end and gives its exit status; 128 and the signal's number, as
-/// shells have it, when a signal ended it; -1 when it could not be started, or when how it ended can't be
-/// known.
+/// Runs a program of the host and returns its exit status; 128 + the signal's number, as shells do, when a
+/// signal ended it; -1 when it could not be started or its status is unknown.
 ///
-/// `executable` is a path of the host: no shell reads it and nothing is searched for. What the program prints
-/// goes where this one's output goes, it has nothing to read, no file that is open here and no signal
-/// blocked. Blocks until it has ended; for any thread.
+/// `executable` is a path on the host; neither a shell nor PATH is used. The program inherits standard output
+/// and error, has /dev/null as standard input, no other open file, and default signal handling. Blocks until
+/// it has ended. Any thread.
 int runProgram(const std::string& executable, const std::vector<std::string>& arguments);
 
-/// The real user ID of whoever runs this program.
+/// Returns the real user ID of this process.
 std::uint32_t userId();
 
 } // namespace platform

@@ -7,47 +7,51 @@
 #include <optional>
 #include <string>
 
-/// The system calls that differ between systems, as thin as they come: each returns what the call returns and
-/// leaves the host's errno. For the layer's own use.
+/// Thin wrappers of system calls that differ between systems. On failure they leave the host's errno.
+/// Internal to platform/.
 namespace platform::system {
 
-/// Opens the folder `name` in `folder` without following a link, just to pass through it: no permission to
-/// read it is needed. ELOOP or ENOTDIR for a link, ENOTDIR for what is no folder.
+/// Opens the folder `name` in `folder` only to pass through it, which needs no read permission. Symbolic
+/// links aren't followed: a link fails with ELOOP or ENOTDIR, anything else that isn't a folder with ENOTDIR.
 Descriptor openToPassThrough(int folder, const char* name);
 
-/// The attributes of the entry `name` in `folder`, of a link its own.
+/// Returns the attributes of the entry `name` in `folder`. Symbolic links aren't followed.
 std::optional<Attributes> attributesAt(int folder, const char* name);
 
-/// Which entry something is, whatever it is called: two are the same when all three are equal. A volume can
-/// be mounted in more than one place, and a folder of it too; each of these is a mount of its own.
+/// Identifies an entry independently of its path: two entries are the same when all members are equal. A
+/// volume, or a folder of it (bind mount), can be mounted at several mount points; these differ in `mount`.
 struct Identity {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
-    std::uint64_t mount = 0; ///< 0 where the system doesn't say
+    std::uint64_t mount = 0; ///< 0 where the system doesn't report it
 
     bool operator==(const Identity&) const = default;
     bool isOnSameMount(const Identity& other) const { return device == other.device && mount == other.mount; }
 };
 
-/// The identity of what is open, and of the entry `name` in `folder`, of a link its own.
+/// Returns the identity of an open file or folder, or of the entry `name` in `folder` (symbolic links aren't
+/// followed).
 std::optional<Identity> identityOf(int descriptor);
 std::optional<Identity> identityAt(int folder, const char* name);
 
-/// Opens the folder at a relative `path` below `folder` for reading; no name of the path may be a link (ELOOP
-/// or ENOTDIR), nor "..".
+/// Opens the folder at a relative `path` below `folder` for reading. No name of the path may be a symbolic
+/// link (ELOOP or ENOTDIR) or "..".
 Descriptor openFolderBelow(int folder, const char* path);
 
-/// Where the host has what is open, as an absolute path without links; empty where it doesn't say.
+/// Returns the host's absolute path, without symbolic links, of an open file or folder; empty when the host
+/// doesn't report it.
 std::string hostPath(int descriptor);
 
-/// The identity of what lies at an absolute path of the host, of a link its own.
+/// Returns the identity of the entry at an absolute path of the host. A symbolic link at the last name isn't
+/// followed.
 std::optional<Identity> identityAtHost(const std::string& path);
 
-/// Renames an entry; EEXIST when the new name is taken, by anything. Never replaces. EINVAL or ENOSYS where
-/// the file system or the kernel cannot promise that.
+/// Renames an entry without ever replacing another. Returns 0, or -1 with errno: EEXIST when the new name is
+/// taken, EINVAL or ENOSYS when the file system or kernel doesn't support exclusive renames.
 int renameExclusively(int fromFolder, const char* fromName, int toFolder, const char* toName);
 
-/// Takes the user's immutable flag off an open file or folder; 0 also when it has none.
+/// Clears the user's immutable flag of an open file or folder. Returns 0, also when the flag isn't set, or -1
+/// with errno.
 int clearImmutableFlag(int descriptor);
 
 } // namespace platform::system

@@ -9,11 +9,12 @@
 namespace platform {
 
 struct VolumeCapacity {
-    std::int64_t availableBytes = 0; ///< to this user; what could be freed on demand counts where known
+    std::int64_t availableBytes = 0; ///< to this user; includes purgeable space where the system reports it
     std::int64_t totalBytes = 0;
 };
 
-/// The capacity of the volume that holds `path`; none when the system doesn't say.
+/// Returns the capacity of the volume that contains the folder at `path`, or nullopt when the system doesn't
+/// report it.
 std::optional<VolumeCapacity> volumeCapacity(const Disk& disk, std::string_view path);
 
 } // namespace platform
