@@ -23,54 +23,53 @@ namespace {
 
 constexpr int openForReading = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
-/// The removal of one entry with all that is below it.
+/// Removes one entry with everything below it, without recursion.
 ///
-/// The folders from the entry's own down to the one being emptied are levels. A folder is read to its end:
-/// what is no folder goes at once, the names of folders wait. Each of these becomes a level in its turn and
-/// is removed from its parent when it is empty. Only the lowest levels stay open; a closed one is opened
-/// again as the ".." of the level below it. Some file systems pass over entries while others are removed, so
-/// that a folder that isn't empty then is read again as long as that removes something.
+/// The folders from the entry's parent down to the folder being emptied are levels. While a folder is read,
+/// its files are removed and the names of its folders are stored as pending. Each pending folder becomes the
+/// lowest level in turn, and is removed from its parent once it is empty. Only the lowest levels stay open; a
+/// closed level is reopened as ".." of the level below it. Some file systems skip entries of a folder while
+/// others are removed, so a folder that isn't empty is read again as long as a pass removes something.
 class Removal {
 public:
     explicit Removal(Place entry) {
         m_pending.push_back(std::move(entry.name));
-        m_levels.emplace_back(); // holds the entry; never read nor removed
+        m_levels.emplace_back(); // the entry's parent, which is neither read nor removed
         lowest().identity = system::identityOf(entry.folder.number()).value_or(system::Identity{});
         lowest().folder = std::move(entry.folder);
     }
 
-    /// The host's errno of what kept the entry from going; 0 when it is gone.
+    /// Returns 0 when the entry was removed, otherwise the host's errno of the first failure.
     int run() {
         remove(m_pending.back().c_str());
-        while (m_levels.size() > 1 && !m_isLost) {
+        while (m_levels.size() > 1 && !m_parentIsLost) {
             if (m_pending.size() > m_levels.back().firstChild)
                 remove(m_pending.back().c_str());
             else
                 leave();
         }
-        return m_entryIsGone ? 0 : m_failure;
+        return m_entryIsRemoved ? 0 : m_failure;
     }
 
 private:
     struct Level {
-        Descriptor folder; ///< none while it is closed
+        Descriptor folder; ///< empty while the level is closed
         system::Identity identity;
-        std::size_t firstChild = 0;  ///< where the names of folders in it begin in m_pending
-        int passes = 0;              ///< how many times it was read
-        bool progressed = false;     ///< in the last pass
-        std::set<std::string> stuck; ///< folders in it that cannot go
+        std::size_t firstChild = 0;  ///< index in m_pending of its first child folder
+        int passes = 0;              ///< number of times that it was read
+        bool progressed = false;     ///< the last pass removed something
+        std::set<std::string> stuck; ///< child folders that can't be removed
     };
 
-    /// Of the 128 that a removal may have, what the disk and the caller need is left.
-    static constexpr std::size_t maximumOpenLevels = 120;
+    /// Leaves some of the 128 descriptors of a removal to the disk and the caller.
+    static constexpr std::size_t maxOpenLevels = 120;
 
-    /// Far more than any file system needs: a program that goes on filling a folder must not hold us for
-    /// ever.
-    static constexpr int maximumPasses = 1000;
+    /// Ends the removal if a program keeps adding entries to a folder.
+    static constexpr int maxPasses = 1000;
 
     Level& lowest() { return m_levels.back(); }
 
-    /// Removes the entry of this name in the lowest level, or makes a folder the new lowest level.
+    /// Removes the entry with this name in the lowest level; a folder becomes the new lowest level instead.
     void remove(const char* name) {
         const int parent = lowest().folder.number();
         Descriptor folder(openat(parent, name, openForReading));
@@ -87,7 +86,7 @@ private:
             finish(removeUnopened(name, EBUSY));
             return;
         }
-        closeOneIfMany();
+        limitOpenLevels();
         m_levels.emplace_back();
         lowest().folder = std::move(folder);
         lowest().identity = *identity;
@@ -95,20 +94,20 @@ private:
         read();
     }
 
-    /// Removes a folder that cannot be entered: it may be empty. The host's errno, and why it wasn't entered
-    /// when it is not.
+    /// Removes a folder that can't be entered, in case it is empty. Returns 0 or the host's errno; if the
+    /// folder isn't empty, returns `whyUnopened`.
     int removeUnopened(const char* name, int whyUnopened) {
         if (unlinkat(lowest().folder.number(), name, AT_REMOVEDIR) == 0)
             return 0;
         return errno == ENOTEMPTY || errno == EEXIST ? whyUnopened : errno;
     }
 
-    /// Notes what became of the last pending name, that of an entry of the lowest level.
+    /// Records the result for the last pending name, an entry of the lowest level.
     void finish(int failure) {
         const bool isEntryItself = m_levels.size() == 1;
         if (failure == 0) {
             lowest().progressed = true;
-            m_entryIsGone = isEntryItself;
+            m_entryIsRemoved = isEntryItself;
         } else if (isEntryItself || failure != ENOENT) {
             note(failure);
             lowest().stuck.insert(std::move(m_pending.back()));
@@ -116,13 +115,13 @@ private:
         m_pending.pop_back();
     }
 
-    /// That a folder isn't empty follows from what is in it, and that is noted first.
+    /// Keeps the first failure: later ones, such as ENOTEMPTY of a parent, follow from it.
     void note(int failure) {
         if (m_failure == 0)
             m_failure = failure;
     }
 
-    /// Reads the lowest level to its end.
+    /// Reads the lowest level, removes its files and makes its folders pending.
     void read() {
         const int folder = lowest().folder.number();
         lowest().progressed = false;
@@ -148,18 +147,18 @@ private:
         return fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode);
     }
 
-    /// Removes the lowest level, all of whose folders were tried, from its parent.
+    /// Removes the lowest level, which has no pending folders left, from its parent.
     void leave() {
         if (!reopenParent()) {
-            m_isLost = true;
-            note(EBUSY); // something else is moving what is being removed
+            m_parentIsLost = true;
+            note(EBUSY); // another process has moved the folder
             return;
         }
         const Level& parent = m_levels[m_levels.size() - 2];
         int failure =
             unlinkat(parent.folder.number(), m_pending.back().c_str(), AT_REMOVEDIR) == 0 ? 0 : errno;
-        if ((failure == ENOTEMPTY || failure == EEXIST) && lowest().progressed
-            && lowest().passes < maximumPasses && lseek(lowest().folder.number(), 0, SEEK_SET) == 0) {
+        if ((failure == ENOTEMPTY || failure == EEXIST) && lowest().progressed && lowest().passes < maxPasses
+            && lseek(lowest().folder.number(), 0, SEEK_SET) == 0) {
             read();
             return;
         }
@@ -167,7 +166,7 @@ private:
         finish(failure);
     }
 
-    /// Opens the parent of the lowest level again if it is closed; false when it isn't the one it was.
+    /// Reopens the parent of the lowest level if it is closed. Returns false when ".." is a different folder.
     bool reopenParent() {
         Level& parent = m_levels[m_levels.size() - 2];
         if (parent.folder)
@@ -180,8 +179,8 @@ private:
         return true;
     }
 
-    void closeOneIfMany() {
-        if (m_levels.size() - m_firstOpen < maximumOpenLevels)
+    void limitOpenLevels() {
+        if (m_levels.size() - m_firstOpen < maxOpenLevels)
             return;
         m_levels[m_firstOpen].folder = Descriptor();
         ++m_firstOpen;
@@ -189,26 +188,26 @@ private:
 
     FolderReader m_reader;
     std::vector<Level> m_levels;
-    std::vector<std::string> m_pending; ///< of each level its own name, then those of folders in it
-    std::size_t m_firstOpen = 1;        ///< the highest open level but the first, which always is
+    std::vector<std::string> m_pending; ///< for each level its own name, then its pending child folders
+    std::size_t m_firstOpen = 1;        ///< index of the highest open level below the first, which stays open
     int m_failure = 0;
-    bool m_entryIsGone = false;
-    bool m_isLost = false;
+    bool m_entryIsRemoved = false;
+    bool m_parentIsLost = false;
 };
 
-/// Takes flags off; a visitor of the walk. Pipes and devices are never opened, and like the removal it stays
-/// on the volume.
-class Unlocking {
+/// A visitor that clears immutable flags. Never opens pipes or devices, and doesn't cross mount points, as
+/// the removal doesn't.
+class Unlocker {
 public:
-    explicit Unlocking(const system::Identity& trash) : m_trash(trash) {}
+    explicit Unlocker(const system::Identity& trash) : m_trash(trash) {}
 
     Descend visit(const WalkEntry& entry) const {
         return unlock(entry.folder, std::string(entry.name).c_str());
     }
 
-    void merge(Unlocking&&) {}
+    void merge(Unlocker&&) {}
 
-    /// Takes the flag off one entry.
+    /// Clears the flag of one entry.
     Descend unlock(int folder, const char* name) const {
         const std::optional<system::Identity> identity = system::identityAt(folder, name);
         if (!identity || !identity->isOnSameMount(m_trash))
@@ -245,16 +244,16 @@ void unlock(const Disk& disk, std::string_view path) {
     const std::optional<system::Identity> trash = system::identityOf(place->folder.number());
     if (!trash)
         return;
-    const Unlocking unlocking(*trash);
-    if (unlocking.unlock(place->folder.number(), place->name.c_str()) == Descend::no)
+    const Unlocker unlocker(*trash);
+    if (unlocker.unlock(place->folder.number(), place->name.c_str()) == Descend::no)
         return;
-    // Whenever the walk has to find its root, it may be led through no link.
+    // The path to the root must not lead through a symbolic link.
     const auto openInTrash = [&](const std::string& root) {
         const Result<Place> found = placeInTrash(disk, root);
         return found ? system::openFolderBelow(found->folder.number(), found->name.c_str()) : Descriptor();
     };
     const std::string root(path);
-    walk(openInTrash, std::span(&root, 1), Hidden::include, unlocking);
+    walk(openInTrash, std::span(&root, 1), Hidden::include, unlocker);
 }
 
 } // namespace platform

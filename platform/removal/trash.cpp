@@ -16,13 +16,12 @@ namespace platform {
 
 namespace {
 
-constexpr std::size_t maximumNameBytes = 255;
+constexpr std::size_t maxNameBytes = 255;
 
-/// Names that are tried for one entry, beyond those passed over as taken. A file system that calls every name
-/// taken must not keep the user waiting for ever.
-constexpr unsigned maximumAttempts = 10000;
+/// Ends the search on a file system that reports every name as taken.
+constexpr unsigned maxAttempts = 10000;
 
-/// The Trash itself, to pass through; never through a link.
+/// Opens the Trash to pass through it. Fails when it is a symbolic link.
 Result<Descriptor> openTrash(const Disk& disk) {
     const Result<Place> place = disk.place(trashFolder(disk));
     if (!place)
@@ -33,7 +32,7 @@ Result<Descriptor> openTrash(const Disk& disk) {
     return trash;
 }
 
-/// The same, made where it is missing.
+/// Opens the Trash likewise, and creates it where it is missing.
 Result<Descriptor> makeTrash(const Disk& disk) {
     Result<Descriptor> trash = openTrash(disk);
     if (trash || trash.error().code != ENOENT)
@@ -46,27 +45,27 @@ Result<Descriptor> makeTrash(const Disk& disk) {
     return openTrash(disk);
 }
 
-/// `text` cut to at most `bytes`, in front of the character that would have to be cut through.
-std::string_view cutToBytes(std::string_view text, std::size_t bytes) {
+/// Returns `text` truncated to at most `bytes` bytes, at a character boundary if it is UTF-8.
+std::string_view truncatedToBytes(std::string_view text, std::size_t bytes) {
     if (text.size() <= bytes)
         return text;
-    constexpr std::size_t mostContinuationBytes = 3;
+    constexpr std::size_t maxContinuationBytes = 3;
     std::size_t end = bytes;
     const auto isContinuation = [&](std::size_t at) {
         return (text[at] & 0xC0) == 0x80;
     };
-    while (end > 0 && bytes - end < mostContinuationBytes && isContinuation(end))
+    while (end > 0 && bytes - end < maxContinuationBytes && isContinuation(end))
         --end;
     return text.substr(0, isContinuation(end) ? bytes : end);
 }
 
-/// The name to try for an attempt: at first the entry's own.
+/// Returns the `number`th name to try; the first is the entry's own.
 std::string nameInTrash(const std::string& name, unsigned number) {
     return number < 2 ? name : numberedName(name, number);
 }
 
-/// A number at which to begin where the ones below are taken: found by doubling and halving, so that the
-/// ten-thousandth entry of a name doesn't try ten thousand. Only a guess: what decides is the rename.
+/// Returns a number whose name is probably free, found by binary search so that many entries of one name
+/// don't take a linear search. The exclusive rename decides.
 unsigned likelyFreeNumber(int trash, const std::string& name) {
     const auto isTaken = [&](unsigned number) {
         struct stat status {};
@@ -85,10 +84,10 @@ unsigned likelyFreeNumber(int trash, const std::string& name) {
     return free;
 }
 
-// For file systems that cannot promise that a rename replaces nothing. Like a system call, each gives 0, or
-// -1 with errno set.
+// Moves for file systems without exclusive renames. They return 0, or -1 with errno.
 
-/// The new name is taken by an empty folder of ours, which is all that a folder can replace.
+/// Reserves the new name with an empty folder, which POSIX lets a renamed folder replace. A folder that
+/// another process fills in between makes the rename fail.
 int moveFolderOntoReservedName(const Place& source, int trash, const char* newName) {
     if (mkdirat(trash, newName, 0700) != 0)
         return -1;
@@ -100,7 +99,7 @@ int moveFolderOntoReservedName(const Place& source, int trash, const char* newNa
     return -1;
 }
 
-/// Removes the name in the folder if it still is that of the file with this other name in the Trash.
+/// Removes the source's name if it still refers to the file called `otherName` in the Trash.
 int removeFirstName(const Place& source, int trash, const char* otherName) {
     struct stat first {};
     struct stat other {};
@@ -108,13 +107,13 @@ int removeFirstName(const Place& source, int trash, const char* otherName) {
         || fstatat(trash, otherName, &other, AT_SYMLINK_NOFOLLOW) != 0)
         return -1;
     if (first.st_dev != other.st_dev || first.st_ino != other.st_ino) {
-        errno = EBUSY; // a program has just put a new version in its place
+        errno = EBUSY; // another process has replaced the file
         return -1;
     }
     return unlinkat(source.folder.number(), source.name.c_str(), 0);
 }
 
-/// The file gets its new name before it loses the old one.
+/// Links the file under its new name, then removes the old one. link() never replaces an entry.
 int moveFileByLink(const Place& source, int trash, const char* newName) {
     if (linkat(source.folder.number(), source.name.c_str(), trash, newName, 0) != 0)
         return -1;
@@ -138,11 +137,11 @@ int moveByReservedName(const Place& source, int trash, const char* newName) {
     return -1;
 }
 
-/// Moves the entry to the first name that is free; gives that name.
+/// Moves the entry to a free name and returns that name.
 Result<std::string> moveToFreeName(const Place& source, int trash) {
     bool renamesExclusively = true;
     unsigned number = 1;
-    for (unsigned attempt = 0; attempt < maximumAttempts; ++attempt) {
+    for (unsigned attempt = 0; attempt < maxAttempts; ++attempt) {
         std::string name = nameInTrash(source.name, number);
         int failure = 0;
         if (renamesExclusively) {
@@ -232,9 +231,9 @@ std::string numberedName(std::string_view name, unsigned number) {
     std::string ending = suffix;
     if (!nameExtension.empty())
         ending.append(".").append(nameExtension);
-    if (ending.size() >= maximumNameBytes) // one that fills the name is no extension worth keeping
-        return std::string(cutToBytes(name, maximumNameBytes - suffix.size())) + suffix;
-    return std::string(cutToBytes(stem(name), maximumNameBytes - ending.size())) + ending;
+    if (ending.size() >= maxNameBytes) // the extension leaves no room for a stem
+        return std::string(truncatedToBytes(name, maxNameBytes - suffix.size())) + suffix;
+    return std::string(truncatedToBytes(stem(name), maxNameBytes - ending.size())) + ending;
 }
 
 } // namespace platform

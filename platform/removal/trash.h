@@ -6,30 +6,29 @@
 #include <string_view>
 #include <vector>
 
-/// The user's Trash. It must be a real folder: one that is a link would let what lies elsewhere pass for
-/// trash, so that everything here fails for it.
+/// The user's Trash. All operations fail when the Trash is a symbolic link: otherwise files elsewhere would
+/// count as trash and could be removed.
 namespace platform {
 
-/// The Trash of the disk's user: ".Trash" in the home, as a path of the disk.
+/// Returns the path on the disk of the Trash: ".Trash" in the home.
 std::string trashFolder(const Disk& disk);
 
-/// The names in the Trash, hidden ones included, in the order of their bytes. Fails with a Cocoa error when
-/// it is missing or cannot be read.
+/// Returns the names in the Trash, hidden ones included, in byte order. Fails with a Cocoa error when the
+/// Trash is missing or can't be read.
 Result<std::vector<std::string>> listTrash(const Disk& disk);
 
-/// The place of the entry at `path` (standardised) below the Trash. No link is followed from the Trash on: a
-/// path that runs through one doesn't lie in the Trash. Errors are of the POSIX domain, EINVAL for a path
-/// that isn't below the Trash.
+/// Returns the place of the entry at `path` (standardised) below the Trash. Symbolic links from the Trash
+/// downwards aren't followed. Errors are of the POSIX domain: EINVAL for a path that isn't below the Trash.
 Result<Place> placeInTrash(const Disk& disk, std::string_view path);
 
-/// Moves the entry at `path` into the Trash in one rename, which overwrites nothing: where the name is taken
-/// it gets another that keeps its extension. Gives the path that it has there. A missing Trash is made, with
-/// mode 0700. An entry on another volume is refused (EXDEV). After an error (Cocoa, as for
-/// `FileAction::move`) the entry is where it was, whole.
+/// Moves the entry at `path` into the Trash and returns its new path. Never overwrites: if the name is taken,
+/// the entry gets another name with the same extension. Creates a missing Trash with mode 0700. Fails with a
+/// Cocoa error (as for `FileAction::move`), with EXDEV for an entry on another volume; the entry is unchanged
+/// then.
 Result<std::string> moveToTrash(const Disk& disk, std::string_view path);
 
-/// The name to try as the `number`th for an entry called `name`: "a 2.txt" for "a.txt". At most 255 bytes,
-/// for which what is before the extension is cut at the end of a character.
+/// Returns the `number`th candidate name for an entry called `name`: "a 2.txt" for "a.txt". The stem is
+/// truncated at a character boundary so that the name has at most 255 bytes.
 std::string numberedName(std::string_view name, unsigned number);
 
 } // namespace platform
