@@ -18,9 +18,9 @@ namespace platform {
 
 namespace {
 
-/// A unit in which byte counts are shown, and the smallest step of it that is.
+/// A unit of byte counts and its resolution.
 struct Unit {
-    const char* identifier; ///< as ICU names it
+    const char* identifier; ///< ICU's
     std::uint64_t bytesPerStep;
     std::uint64_t stepsPerUnit;
     int decimals;
@@ -52,7 +52,7 @@ std::string utf8(const icu::UnicodeString& text) {
     return result;
 }
 
-/// The formatters of one locale. Building them costs milliseconds, using them a microsecond or two.
+/// The formatters of one locale. Building them takes milliseconds, formatting a few microseconds.
 class ByteCountFormat {
 public:
     explicit ByteCountFormat(std::string localeName) : m_localeName(std::move(localeName)) {
@@ -75,7 +75,7 @@ public:
     std::string operator()(std::int64_t bytes) const {
         if (bytes == 0)
             return m_zero;
-        // The magnitude of the smallest value has no signed form.
+        // The magnitude of the smallest value overflows a signed integer.
         const std::uint64_t magnitude =
             bytes < 0 ? 0 - static_cast<std::uint64_t>(bytes) : static_cast<std::uint64_t>(bytes);
         std::size_t unit = bytesUnit;
@@ -87,11 +87,11 @@ public:
         UErrorCode status = U_ZERO_ERROR;
         const auto shown = static_cast<std::int64_t>(steps);
         const auto formatted = m_formatters[unit].formatInt(bytes < 0 ? -shown : shown, status);
-        return asPeopleReadIt(utf8(formatted.toString(status)), unit);
+        return withCustomaryUnit(utf8(formatted.toString(status)), unit);
     }
 
 private:
-    /// "Zero KB": the locale's word for zero, capitalised, or the figure where it has none.
+    /// Returns "Zero KB": the locale's word for zero, capitalised, or the digit where it has none.
     std::string zero(const icu::Locale& locale) const {
         UErrorCode status = U_ZERO_ERROR;
         const auto formatted = m_formatters[kilobytesUnit].formatInt(0, status);
@@ -104,18 +104,18 @@ private:
             spelled.format(0, word);
         if (U_SUCCESS(status) && u_isalpha(word.char32At(0)))
             text.replaceBetween(figure.getStart(), figure.getLimit(), word.toTitle(nullptr, locale));
-        return asPeopleReadIt(utf8(text), kilobytesUnit);
+        return withCustomaryUnit(utf8(text), kilobytesUnit);
     }
 
-    std::string asPeopleReadIt(std::string text, std::size_t unit) const {
-        // English has the kilobyte's capital K on every Mac.
+    std::string withCustomaryUnit(std::string text, std::size_t unit) const {
+        // The Mac writes "KB" in English, where ICU writes "kB".
         if (const std::size_t k = text.find("kB"); m_isEnglish && k != std::string::npos)
             text[k] = 'K';
-        // ICU has no short name of the exabyte in some languages and puts one together: "Ebyte".
+        // In languages without a short name of the exabyte, ICU composes one: "Ebyte".
         if (unit == exabytesUnit) {
-            for (const std::string_view madeUp : {"Ebytes", "Ebyte", "EByte"}) {
-                if (const std::size_t at = text.find(madeUp); at != std::string::npos)
-                    text.replace(at, madeUp.size(), "EB");
+            for (const std::string_view composed : {"Ebytes", "Ebyte", "EByte"}) {
+                if (const std::size_t at = text.find(composed); at != std::string::npos)
+                    text.replace(at, composed.size(), "EB");
             }
         }
         return text;

@@ -6,11 +6,11 @@
 
 #include <unicode/locid.h>
 
-/// For the layer's own use.
+/// Internal to platform/.
 namespace platform {
 
-/// ICU's locale of this name: the user's when the name is empty, the root when it is malformed (ICU would
-/// refuse to work at all with such a one).
+/// Returns ICU's locale with this name: the user's when the name is empty, the root locale when it is
+/// malformed, because ICU's services fail for a bogus locale.
 inline icu::Locale icuLocale(const std::string& name) {
     const icu::Locale locale((name.empty() ? userLocale() : name).c_str());
     return locale.isBogus() ? icu::Locale::getRoot() : locale;

@@ -5,11 +5,11 @@
 
 namespace platform {
 
-/// The languages that the user prefers, first one first, as hyphenated tags ("en-US", "sr-Cyrl-RS"); may be
-/// empty. Asked of the system at each call.
+/// Returns the user's preferred languages, most preferred first, as BCP 47 tags ("en-US", "sr-Cyrl-RS"). May
+/// be empty. Reads the system's settings at each call.
 std::vector<std::string> preferredLanguages();
 
-/// The locale in which the user reads figures and dates, as ICU names it ("fr_FR").
+/// Returns the ICU name of the user's locale for numbers and dates ("fr_FR").
 std::string userLocale();
 
 } // namespace platform

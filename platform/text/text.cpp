@@ -33,7 +33,7 @@ icu::StringPiece piece(std::string_view text) {
 std::string displayed(std::string_view bytes) {
     if (isAscii(bytes))
         return std::string(bytes);
-    // Decoding puts U+FFFD where it must.
+    // ICU's decoder inserts the replacement characters.
     std::string text;
     icu::UnicodeString::fromUTF8(piece(bytes)).toUTF8String(text);
     return text;
@@ -83,7 +83,7 @@ std::string capitalized(std::string_view text) {
 std::size_t characterCount(std::string_view text) {
     if (isPrintableAscii(text))
         return text.size();
-    // Building an iterator costs a thousand times what counting a name does.
+    // Cached: creating an iterator takes a thousand times as long as counting one name.
     thread_local const std::unique_ptr<icu::BreakIterator> characters = [] {
         UErrorCode status = U_ZERO_ERROR;
         return std::unique_ptr<icu::BreakIterator>(
@@ -111,7 +111,7 @@ NameOrder::NameOrder(const std::string& locale) : m_collator(std::make_unique<Co
     if (!m_collator->rules)
         return;
     m_collator->rules->setStrength(icu::Collator::SECONDARY);
-    // Some locales pass over punctuation unless they are told.
+    // Some locales ignore punctuation by default.
     m_collator->rules->setAttribute(UCOL_ALTERNATE_HANDLING, UCOL_NON_IGNORABLE, status);
     m_collator->rules->setAttribute(UCOL_NUMERIC_COLLATION, UCOL_OFF, status);
 }

@@ -5,13 +5,14 @@
 #include <string>
 #include <string_view>
 
-/// Unicode text, UTF-8 throughout. Bytes that aren't UTF-8 stand for U+FFFD here; they never fail.
+/// Operations on Unicode text in UTF-8. Bytes that aren't valid UTF-8 count as U+FFFD; no function fails.
 namespace platform {
 
-/// `bytes` as text that can be shown: U+FFFD for what isn't UTF-8 (Unicode's "maximal subpart" practice).
+/// Returns `bytes` with every maximal subpart of an ill-formed sequence replaced by U+FFFD (Unicode, section
+/// 3.9).
 std::string displayed(std::string_view bytes);
 
-/// Lower case by the full Unicode mapping, the same in every locale.
+/// Returns `text` in lower case by Unicode's full case mappings, independent of the locale.
 std::string lowercased(std::string_view text);
 
 /// Returns `text` with the first letter of each word in title case and the other letters in lower case, by
@@ -20,14 +21,14 @@ std::string lowercased(std::string_view text);
 /// is a cased letter too: "My-App", "3Rd", "O'neil", "'Quoted'".
 std::string capitalized(std::string_view text);
 
-/// The length in user-perceived characters (extended grapheme clusters, UAX #29).
+/// Returns the number of user-perceived characters (extended grapheme clusters, UAX #29).
 std::size_t characterCount(std::string_view text);
 
-/// The order in which lists show names: the locale's, letter case ignored, accents kept, punctuation
-/// counted, digits not as numbers. For one thread at a time.
+/// The order of names in lists: the locale's collation, ignoring letter case, with accents and punctuation
+/// significant and digits not compared as numbers. Not thread-safe.
 class NameOrder {
 public:
-    /// `locale` as ICU names it ("en_US", "fr"); empty for the user's.
+    /// `locale` is an ICU locale name ("en_US", "fr"); empty for the user's locale.
     explicit NameOrder(const std::string& locale = {});
     NameOrder(NameOrder&&) noexcept;
     NameOrder& operator=(NameOrder&&) noexcept;
