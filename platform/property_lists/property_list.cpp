@@ -23,11 +23,11 @@ struct PropertyList::Node {
 namespace {
 
 Error malformed() {
-    constexpr int malformedList = 3840;
-    return {std::string(cocoaDomain), malformedList, "This is no property list that can be read.", nullptr};
+    return {std::string(cocoaDomain), cocoa::propertyListCorrupt, "The property list can't be read.",
+            nullptr};
 }
 
-/// The library's reading of `bytes`, null for what it or the guard refuses.
+/// Returns the node that libplist parses from `bytes`, or null when libplist or the guard rejects them.
 plist_t libraryNode(std::string_view bytes) {
     if (bytes.size() > property_list_guard::maxFileBytes)
         return nullptr;
@@ -41,7 +41,7 @@ plist_t libraryNode(std::string_view bytes) {
     return top;
 }
 
-/// The value of `key`, still the list's own; null when it has none, or has no keys.
+/// Returns the value of `key`, owned by `top`, or null when there is none or `top` isn't a dictionary.
 plist_t valueOf(plist_t top, const std::string& key) {
     return plist_get_node_type(top) == PLIST_DICT ? plist_dict_get_item(top, key.c_str()) : nullptr;
 }
@@ -93,7 +93,7 @@ std::optional<std::string> PropertyList::string(const std::string& key) const {
     const char* text = plist_get_string_ptr(value, &length);
     if (text == nullptr)
         return std::nullopt;
-    return displayed({text, length}); // a binary list may hold any bytes
+    return displayed({text, length}); // strings of binary lists may hold invalid UTF-8
 }
 
 std::optional<bool> PropertyList::boolean(const std::string& key) const {

@@ -9,22 +9,23 @@
 
 namespace platform {
 
-/// A property list, XML or binary, as far as the program reads one: the values at the top of a dictionary.
-/// Whatever a file holds (cut short, cyclic, nested without end, huge), reading it ends in a value or an
-/// error.
+/// An XML or binary property list. Gives access to the values of its top dictionary. Untrusted input
+/// (truncated, cyclic, deeply nested, huge) yields an error.
 class PropertyList {
 public:
     enum class Root { dictionary, array, string, integer, real, boolean, date, data, other };
 
-    /// Cocoa error 3840 for what is no property list, or none within the bounds set here: 16 MiB, 512 levels.
+    /// Parses a property list of at most 16 MiB and 512 levels. Fails with `cocoa::propertyListCorrupt`.
     static Result<PropertyList> parse(std::string_view bytes);
 
-    /// The one in the regular file at `path`; a Cocoa error when it cannot be read.
+    /// Parses the property list in the regular file at `path`. Fails with a Cocoa error.
     static Result<PropertyList> read(const Disk& disk, std::string_view path);
 
+    /// Returns the type of the top value.
     Root root() const;
 
-    /// The value of `key` in the top dictionary, where it is there and of this type; UTF-8.
+    /// Returns the value of `key` in the top dictionary (strings in UTF-8), or nullopt when it is missing or
+    /// has a different type.
     std::optional<std::string> string(const std::string& key) const;
     std::optional<bool> boolean(const std::string& key) const;
 

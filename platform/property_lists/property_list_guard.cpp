@@ -14,7 +14,7 @@ namespace {
 
 class Budget {
 public:
-    /// Whether one more value with that many bytes of its own still fits.
+    /// Subtracts a value with that many bytes of its own. Returns false when it doesn't fit.
     bool take(std::uint64_t bytes) {
         if (bytes > m_left || m_left - bytes < bytesPerValue)
             return false;
@@ -23,7 +23,7 @@ public:
     }
 
 private:
-    std::uint64_t m_left = maxUnfoldedBytes;
+    std::uint64_t m_left = maxExpandedBytes;
 };
 
 // XML
@@ -53,7 +53,7 @@ std::optional<std::string> decoded(std::string_view document) {
     return text;
 }
 
-/// Reads an XML document from its beginning and writes it anew.
+/// Rewrites an XML document as bare elements and text.
 class BareXmlWriter {
 public:
     explicit BareXmlWriter(std::string_view xml) : m_rest(xml) { m_bare.reserve(xml.size()); }
@@ -76,7 +76,8 @@ private:
         return true;
     }
 
-    /// Whether the text up to here may be handed over: for each escape the library moves all that follows.
+    /// Returns false when unescaping the text so far would take too long: libplist moves the remaining text
+    /// once per escape.
     bool textIsCheap() {
         constexpr std::uint64_t maxMovedBytes = std::uint64_t{1} << 31;
         m_movedBytes += m_escapes * (m_bare.size() - m_textStart);
@@ -112,7 +113,7 @@ private:
         return true;
     }
 
-    /// Without declarations of its own: they would name entities, which no property list needs.
+    /// Rejects declarations in the document type: they can define entities, which property lists don't use.
     bool documentType() {
         const auto inside = takenTag();
         return inside && inside->find('[') == std::string_view::npos;
@@ -139,10 +140,10 @@ private:
             --m_levels;
         else if (!isEmpty)
             ++m_levels;
-        return m_levels <= maxLevels + 1; // the element that holds the list is no level
+        return m_levels <= maxLevels + 1; // the enclosing <plist> doesn't count
     }
 
-    /// What stands between the "<" at which we are and its ">"; neither ends inside quotes.
+    /// Consumes a tag and returns the text between "<" and ">". A ">" in quotes doesn't end it.
     std::optional<std::string_view> takenTag() {
         char quote = '\0';
         for (std::size_t i = 1; i < m_rest.size(); ++i) {
@@ -157,7 +158,8 @@ private:
         return std::nullopt;
     }
 
-    /// What stands between a beginning of that length and `end`.
+    /// Consumes everything up to and including `end` and returns the text between the first `beginning` bytes
+    /// and `end`.
     std::optional<std::string_view> takenUntil(std::string_view end, std::size_t beginning) {
         const std::size_t at = m_rest.find(end, beginning);
         if (at == std::string_view::npos)
@@ -175,14 +177,15 @@ private:
     std::string m_bare;
     std::size_t m_levels = 0;
     std::size_t m_textStart = 0;
-    std::uint64_t m_escapes = 0; ///< in the text since then
+    std::uint64_t m_escapes = 0; ///< in the text since m_textStart
     std::uint64_t m_movedBytes = 0;
     Budget m_budget;
 };
 
 // Binary
 
-/// The unsigned number in these bytes, the most significant first; none for a width that no file has.
+/// Returns the big-endian unsigned number at `offset`, or nullopt when it is out of range or wider than 8
+/// bytes.
 std::optional<std::uint64_t> number(std::string_view bytes, std::uint64_t offset, std::uint64_t width) {
     if (width < 1 || width > 8 || offset > bytes.size() || bytes.size() - offset < width)
         return std::nullopt;
@@ -192,10 +195,10 @@ std::optional<std::uint64_t> number(std::string_view bytes, std::uint64_t offset
     return value;
 }
 
-/// An object: bytes of its own, or references to others that start at `references`.
+/// An object of a binary list, with bytes of its own or with references to others.
 struct Object {
     std::uint64_t ownBytes = 0;
-    std::uint64_t references = 0;
+    std::uint64_t references = 0; ///< offset of the first reference
     std::uint64_t referenceCount = 0;
 };
 
@@ -233,7 +236,7 @@ public:
         std::uint64_t count = *marker & 0xF;
         std::uint64_t content = *offset + 1;
         if (count == 0xF && type >= 0x4) {
-            // A longer count follows, as an integer object.
+            // The count follows as an integer object.
             const auto countMarker = number(m_bytes, content, 1);
             if (!countMarker || *countMarker >> 4 != 0x1 || (*countMarker & 0xF) > 3)
                 return std::nullopt;
@@ -283,7 +286,7 @@ bool isBoundedBinary(std::string_view bytes) {
     };
     std::vector<Level> levels;
     Budget budget;
-    // A cycle has no end, so it meets the limit of levels.
+    // A cycle exceeds the limit of levels.
     const auto enter = [&](std::uint64_t index) {
         const std::optional<Object> object = list->object(index);
         if (!object || !budget.take(object->ownBytes) || levels.size() == maxLevels)
