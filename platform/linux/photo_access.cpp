@@ -1,20 +1,21 @@
+#include "platform/photos/photo_access.h"
+
 #include "platform/files/file.h"
 #include "platform/files/path.h"
 #include "platform/photos/photo_catalogue.h"
-#include "platform/photos/photo_library.h"
 
 #include <cerrno>
 #include <cstdlib>
 
-// Here no system asks the user whether a program may see the photos, and whoever can read the disk can read
-// them. What stays of the question is that it was put: until then the program keeps away from the library.
-// The answer itself is given by the disk, each time anew, so that it is the answer for this disk and for now.
+// Linux doesn't ask the user for access to photos. A file records that access was requested; until then the
+// program doesn't read the library. The permission itself follows from the disk's current file permissions.
 
 namespace platform {
 
 namespace {
 
-/// Where it is kept that the question was put; none where the user has no place for such files.
+/// Returns the path of the file that records the request (XDG Base Directory Specification), or nullopt when
+/// the user has no configuration folder.
 std::optional<std::string> askedFile() {
     const char* const name = "Lumvale/photos-asked";
     const char* const configuration = std::getenv("XDG_CONFIG_HOME");
@@ -43,7 +44,7 @@ PhotoAuthorization presentStatus(const Disk& disk) {
 PhotoAuthorization answerOnceAsked(const Disk& disk) {
     const std::optional<std::string> file = askedFile();
     if (const Result<Disk> host = Disk::open("/", "/"); file && host) {
-        // Where it can't be kept, the question comes again the next time.
+        // If this fails, the program asks again the next time.
         (void)writeFile(*host, *file, "yes\n");
     }
     return answer(disk);

@@ -8,16 +8,16 @@
 
 namespace platform {
 
-/// By the Mac's codes.
+/// The values are PHAssetMediaType's.
 enum class PhotoMediaType { unknown = 0, image = 1, video = 2, audio = 3 };
 
-/// The file that an asset came as, wherever it is now.
+/// The original file of an asset, which may not be on this disk.
 struct PhotoResource {
-    std::string_view originalFilename;    ///< may hold anything
-    std::optional<std::int64_t> fileSize; ///< where the library knows it as a whole number; may be 0 or less
+    std::string_view originalFilename;    ///< untrusted bytes
+    std::optional<std::int64_t> fileSize; ///< in bytes, if the library has an integer; may be 0 or less
 };
 
-/// A photo or video as the library lists it; its texts live as long as the visit.
+/// A photo or video of the library. Its strings are valid only during the visit.
 struct PhotoAsset {
     std::string_view localIdentifier;
     PhotoMediaType mediaType = PhotoMediaType::unknown;
@@ -25,7 +25,7 @@ struct PhotoAsset {
     std::int64_t pixelHeight = 0;
     std::optional<Date> creationDate;
     bool isFavorite = false;
-    std::optional<PhotoResource> resource; ///< the original: a library on a disk lists no other by name
+    std::optional<PhotoResource> resource; ///< the original
 };
 
 } // namespace platform

@@ -11,16 +11,16 @@ namespace {
 
 constexpr std::string_view identifierSuffix = "/L0/001";
 constexpr double from1970To2001 = 978'307'200;
-constexpr std::int64_t markOfOurs = 0x4C75'6D76; // "Lumv", where SQLite keeps whose a file is; 0 in a Mac's
+constexpr std::int64_t lumvaleApplicationId = 0x4C75'6D76; // "Lumv" (SQLite's application_id); a Mac's is 0
 
-// Longer ones are no library's, and a million of them would be too much for any memory.
-constexpr std::size_t longestUuid = 64;
-constexpr std::size_t longestName = 1024;
+// Real libraries have shorter ones. The limit bounds the memory for a million assets.
+constexpr std::size_t maxUuidBytes = 64;
+constexpr std::size_t maxNameBytes = 1024;
 
-/// The table of the assets in `database`; none where the form isn't known. Views and tables that are computed
-/// don't count: what stepping through those takes, nobody knows.
+/// Returns the name of the table of assets, or nullopt when the schema is unknown. Ignores views and virtual
+/// tables, whose cost is unbounded.
 std::optional<std::string> assetTable(const SqliteDatabase& database) {
-    const SqliteStatement tables(
+    SqliteStatement tables(
         database, "SELECT name FROM sqlite_master WHERE type = 'table' AND rootpage > 0"
                   " AND name IN ('ZASSET', 'ZGENERICASSET', 'ZADDITIONALASSETATTRIBUTES') ORDER BY name");
     if (!tables)
@@ -37,7 +37,7 @@ std::optional<std::string> assetTable(const SqliteDatabase& database) {
 const std::string isShown =
     "ifnull(ZTRASHEDSTATE, 0) = 0 AND ifnull(ZHIDDEN, 0) = 0 AND ifnull(ZVISIBILITYSTATE, 0) = 0";
 
-/// The library's own identifier of an asset; empty where `identifier` is none.
+/// Returns the UUID of an asset's identifier, or an empty string when `identifier` is malformed.
 std::string_view uuidOf(std::string_view identifier) {
     if (!identifier.ends_with(identifierSuffix))
         return {};
@@ -64,7 +64,7 @@ std::optional<Date> date(std::optional<double> secondsSince2001) {
     return Date(Date::duration(*secondsSince2001 + from1970To2001));
 }
 
-/// The statement that lists the assets, and the places of its columns.
+/// Returns the statement that lists the assets, with the columns of `Column`.
 std::string listing(const std::string& table) {
     return "SELECT a.Z_PK, a.ZTRASHEDSTATE, a.ZHIDDEN, a.ZVISIBILITYSTATE, a.ZUUID, a.ZKIND, a.ZWIDTH, "
            "a.ZHEIGHT,"
@@ -87,7 +87,7 @@ enum Column {
     size
 };
 
-/// Gives the asset of a row to `visit`, if it is shown.
+/// Calls `visit` with the asset of a row, if it is visible.
 void visitRow(const SqliteStatement& row, std::string& identifier,
               const std::function<void(const PhotoAsset&)>& visit) {
     for (const Column column : {trashed, hidden, visibility})
@@ -95,7 +95,7 @@ void visitRow(const SqliteStatement& row, std::string& identifier,
             return;
     const auto id = row.text(uuid);
     const std::string_view filename = row.text(name).value_or("");
-    if (!id || id->empty() || id->size() > longestUuid || filename.size() > longestName)
+    if (!id || id->empty() || id->size() > maxUuidBytes || filename.size() > maxNameBytes)
         return;
     identifier.assign(*id).append(identifierSuffix);
     PhotoAsset asset{identifier,
@@ -110,9 +110,9 @@ void visitRow(const SqliteStatement& row, std::string& identifier,
     visit(asset);
 }
 
-/// Every row by its key. Where pages of a damaged file lead back to each other, keys don't rise for ever.
-bool visitRows(const SqliteStatement& row, const std::function<void(const PhotoAsset&)>& visit) {
-    constexpr int mostResources = 16;
+/// Visits all rows. Fails when keys don't ascend: a damaged file can have cyclic pages.
+bool visitRows(SqliteStatement& row, const std::function<void(const PhotoAsset&)>& visit) {
+    constexpr int maxResources = 16;
     std::optional<std::int64_t> last;
     int resources = 0;
     std::string identifier;
@@ -124,10 +124,10 @@ bool visitRows(const SqliteStatement& row, const std::function<void(const PhotoA
         if (!current || (last && *current < *last))
             return false;
         resources = current == last ? resources + 1 : 0;
-        if (resources > mostResources)
+        if (resources > maxResources)
             return false;
         last = current;
-        if (resources == 0) // of several the first
+        if (resources == 0) // the first of several resources
             visitRow(row, identifier, visit);
     }
 }
@@ -138,27 +138,27 @@ bool isSame(const std::optional<Attributes>& a, const std::optional<Attributes>&
     return a->type == b->type && a->sizeBytes == b->sizeBytes && a->modified == b->modified;
 }
 
-/// Whether it is marked as made by this system, and does nothing of itself when it is changed.
+/// Returns true for a catalogue with this program's application ID and without triggers.
 bool isOurs(const SqliteDatabase& database) {
-    return database.number("PRAGMA application_id") == markOfOurs
+    return database.number("PRAGMA application_id") == lumvaleApplicationId
            && database.number("SELECT count(*) FROM sqlite_master WHERE type = 'trigger'") == 0;
 }
 
-/// Within a transaction: false leaves it to be undone.
+/// Runs within a transaction, which the caller must roll back when this returns false.
 bool markDeleted(const SqliteDatabase& database, const std::vector<std::string>& identifiers) {
     if (!isOurs(database))
         return false;
     const std::optional<std::string> table = assetTable(database);
     if (!table)
         return false;
-    const SqliteStatement update(database, "UPDATE " + *table + " SET ZTRASHEDSTATE = 1, ZTRASHEDDATE = ?2"
-                                               + " WHERE ZUUID = ?1 AND " + isShown);
+    SqliteStatement update(database, "UPDATE " + *table + " SET ZTRASHEDSTATE = 1, ZTRASHEDDATE = ?2"
+                                         + " WHERE ZUUID = ?1 AND " + isShown);
     if (!update)
         return false;
     update.bind(2, secondsSince1970(now()) - from1970To2001);
     for (const std::string& identifier : identifiers) {
         update.bind(1, uuidOf(identifier));
-        // Two assets of one identifier can't be told apart, and only one of them was meant.
+        // An identifier must not match several assets: only one of them was chosen.
         if (update.step() != SqliteStatement::Step::done || database.changes() > 1)
             return false;
         update.reset();
@@ -188,7 +188,7 @@ Result<PhotoCatalogue> PhotoCatalogue::open(const Disk& disk) {
     name.resize(name.size() - 4);
     if (log)
         catalogue.m_log = std::move(*log);
-    else if (catalogue.m_asOpened[1].attributes) // without it the rest is not what the library holds
+    else if (catalogue.m_asOpened[1].attributes) // an unreadable log: the database alone is outdated
         return log.error();
     catalogue.m_database = SqliteDatabase::openToRead(catalogue.m_file.number(), catalogue.m_log.number());
     return catalogue;
@@ -205,7 +205,7 @@ PhotoCatalogue::Stamps PhotoCatalogue::stamps() const {
     return stamps;
 }
 
-/// A journal that isn't empty says that a change is under way.
+/// A journal that isn't empty belongs to an unfinished transaction.
 bool PhotoCatalogue::isUnchanged() const {
     const Stamps now = stamps();
     for (std::size_t i = 0; i < now.size(); ++i)
@@ -224,7 +224,7 @@ PhotoReading PhotoCatalogue::visitAssets(const std::function<void(const PhotoAss
     const std::optional<std::string> table = *m_database ? assetTable(*m_database) : std::nullopt;
     if (!table)
         return reading(false);
-    const SqliteStatement rows(*m_database, listing(*table));
+    SqliteStatement rows(*m_database, listing(*table));
     return reading(rows && visitRows(rows, visit));
 }
 
@@ -234,8 +234,8 @@ PhotoReading PhotoCatalogue::findOriginal(std::string_view identifier,
     const std::optional<std::string> table = *m_database ? assetTable(*m_database) : std::nullopt;
     if (!table)
         return reading(false);
-    const SqliteStatement row(*m_database, "SELECT ZDIRECTORY, ZFILENAME FROM " + *table
-                                               + " WHERE ZUUID = ? AND " + isShown + " LIMIT 1");
+    SqliteStatement row(*m_database, "SELECT ZDIRECTORY, ZFILENAME FROM " + *table + " WHERE ZUUID = ? AND "
+                                         + isShown + " LIMIT 1");
     if (!row)
         return reading(false);
     row.bind(1, uuidOf(identifier));
@@ -246,18 +246,18 @@ PhotoReading PhotoCatalogue::findOriginal(std::string_view identifier,
 }
 
 bool PhotoCatalogue::moveToRecentlyDeleted(const Disk& disk, const std::vector<std::string>& identifiers) {
-    // Only what is known to be ours is opened for changing at all: that alone already leaves traces. Nor does
-    // SQLite get to see a journal, which can name any file of the host to be removed.
+    // Checked before opening for writing, which alone can modify files, and before SQLite could find a
+    // journal, which can name any file of the host for removal.
     const Result<PhotoCatalogue> catalogue = open(disk);
     if (!catalogue || !*catalogue->m_database || !isOurs(*catalogue->m_database) || !catalogue->isUnchanged())
         return false;
-    // SQLite takes a path, and what lies there must still be what was looked at.
+    // SQLite opens by path: the file there must still be the one that was checked.
     const std::string path = system::hostPath(catalogue->m_file.number());
     const SqliteDatabase database = SqliteDatabase::openToChange(path);
     if (!database || !catalogue->isUnchanged()
         || system::identityAtHost(path.c_str()) != catalogue->m_asOpened[0].identity)
         return false;
-    // With a log, a change that is cut short leaves nothing to be repaired.
+    // With a write-ahead log, an interrupted change needs no repair.
     return database.run("PRAGMA journal_mode = WAL") && database.run("BEGIN IMMEDIATE")
            && markDeleted(database, identifiers) && database.run("COMMIT");
 }

@@ -15,45 +15,45 @@
 
 namespace platform {
 
-/// How a look into the catalogue ended: only a whole one says anything.
+/// The result of reading the catalogue. Data that was read is valid only for `whole`.
 enum class PhotoReading {
     whole,
-    changed, ///< somebody wrote meanwhile: once more
-    failed,  ///< damaged, or of no known form
+    changed, ///< another process wrote during the reading: repeat it
+    failed,  ///< damaged, or an unknown schema
 };
 
-/// The photo library of a disk's home, as a path of the disk.
+/// Returns the path on the disk of the home's photo library.
 std::string photoLibraryFolder(const Disk& disk);
 
-/// The catalogue of that library: an SQLite database in the form of macOS 10.15 or later. For the layer's own
-/// use, by one thread at a time.
+/// The catalogue of that library: an SQLite database with the schema of macOS 10.15 or later. Internal to
+/// platform/. Not thread-safe.
 ///
-/// Looking into one leaves no trace: its files are read where they lie, log included, with no lock and
-/// nothing laid down beside them. Whether they stayed the same meanwhile is asked afterwards.
+/// Reading doesn't modify the library: the files, including the write-ahead log, are read without locks and
+/// without temporary files. A reading checks afterwards that the files haven't changed.
 class PhotoCatalogue {
 public:
-    /// Fails with an error of the POSIX domain: ENOENT where there is none, EACCES or EPERM where the system
-    /// refuses it. A file in its place that is no database opens too, and fails in every reading.
+    /// Opens the catalogue. Fails with an error of the POSIX domain: ENOENT when there is none, EACCES or
+    /// EPERM when access is denied. A file that isn't a database opens, and every reading of it fails.
     static Result<PhotoCatalogue> open(const Disk& disk);
 
-    /// Every asset that is shown: neither hidden, nor recently deleted, nor only a copy in a shared album. In
-    /// the order in which the library got them.
+    /// Visits every asset that is neither hidden, recently deleted, nor a copy in a shared album, oldest
+    /// import first.
     PhotoReading visitAssets(const std::function<void(const PhotoAsset&)>& visit) const;
 
-    /// Where the original of a shown asset is kept: a folder of the library's originals, and a name in it,
-    /// both as the catalogue has them.
+    /// The location of an asset's original as the catalogue has it (untrusted): a folder below "originals" of
+    /// the library, and a name in it.
     struct Original {
         std::string folder;
         std::string name;
     };
     PhotoReading findOriginal(std::string_view identifier, std::optional<Original>& original) const;
 
-    /// Marks shown assets recently deleted, all or none, those that there are. Only in a catalogue that was
-    /// made by this system, and says so; a Mac's own is never written. Whether it is done.
+    /// Marks all visible assets among these, or none, as recently deleted, and returns true on success. Only
+    /// changes a catalogue with this program's application ID, never one that was made by a Mac.
     static bool moveToRecentlyDeleted(const Disk& disk, const std::vector<std::string>& identifiers);
 
 private:
-    /// What a file is at one moment; all members absent where there is none.
+    /// Identity and attributes of a file at one moment; absent for a missing file.
     struct Stamp {
         std::optional<Attributes> attributes;
         std::optional<system::Identity> identity;
@@ -69,7 +69,7 @@ private:
     Stamps m_asOpened;
     Descriptor m_file;
     Descriptor m_log;
-    std::optional<SqliteDatabase> m_database; ///< reads the two above
+    std::optional<SqliteDatabase> m_database; ///< reads m_file and m_log
 };
 
 } // namespace platform

@@ -15,27 +15,27 @@ namespace platform {
 
 namespace {
 
-/// Looks into the catalogue until it stays the same meanwhile, but not for ever. Whether a look was whole.
+/// Repeats `look` while the catalogue changes during it. Returns true when one attempt read it completely.
 bool read(const Disk& disk, const std::function<PhotoReading(const PhotoCatalogue&)>& look) {
-    constexpr int mostLooks = 5;
+    constexpr int maxAttempts = 5;
     constexpr std::chrono::milliseconds pause(20);
-    for (int looks = 1;; ++looks) {
+    for (int attempt = 1;; ++attempt) {
         const Result<PhotoCatalogue> catalogue = PhotoCatalogue::open(disk);
         if (!catalogue)
             return false;
         const PhotoReading reading = look(*catalogue);
-        if (reading != PhotoReading::changed || looks == mostLooks)
+        if (reading != PhotoReading::changed || attempt == maxAttempts)
             return reading == PhotoReading::whole;
         std::this_thread::sleep_for(pause);
     }
 }
 
-/// Where an asset's identifier begins names of files.
+/// Returns the part of an asset's identifier with which names of files begin.
 std::string_view uuidOf(std::string_view identifier) {
     return identifier.substr(0, identifier.find('/'));
 }
 
-/// The small picture that the library made of the asset, smaller kinds first.
+/// Opens the small picture that the library made of the asset, smaller kinds first.
 Descriptor rendition(const Disk& disk, std::string_view uuid) {
     const std::string start = std::string(uuid) + "_";
     for (const char* kind : {"resources/derivatives/masters", "resources/derivatives"}) {
@@ -54,7 +54,7 @@ Descriptor rendition(const Disk& disk, std::string_view uuid) {
     return {};
 }
 
-/// Whether it leads from a folder into one below, by its text.
+/// Returns true when the text of a relative path has no "..", "." or NUL.
 bool leadsDown(std::string_view relative) {
     const std::string path = "/" + std::string(relative);
     return !relative.empty() && relative.find('\0') == std::string_view::npos && standardized(path) == path;

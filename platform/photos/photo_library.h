@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/files/disk.h"
+#include "platform/photos/photo_access.h"
 #include "platform/photos/photo_asset.h"
 
 #include <functional>
@@ -10,28 +11,15 @@
 
 namespace platform {
 
-/// What this program may do with the photo library.
-enum class PhotoAuthorization { notDetermined, restricted, denied, authorized, limited };
-
-/// Who says so.
-struct PhotoAccess {
-    std::function<PhotoAuthorization(const Disk&)> status;  ///< asks nobody
-    std::function<PhotoAuthorization(const Disk&)> request; ///< asks where it is not determined, and waits
-
-    /// This machine's answers: of a system without a question of its own, whether it lets the library be
-    /// read, once the program has asked. That it has asked is kept among the machine user's own files.
-    static PhotoAccess ofSystem();
-};
-
-/// What there is on the disk to show an asset by.
+/// The file from which an asset can be shown.
 struct PhotoPicture {
-    Descriptor file;        ///< a small rendition or else the original, open for reading; or none
-    bool isInCloud = false; ///< the library knows the asset, and has neither here
+    Descriptor file;        ///< a small rendition or else the original, open for reading; may be empty
+    bool isInCloud = false; ///< the library lists the asset, but has neither file on this disk
 };
 
-/// The photo library of a disk's home. A value, for any thread; every operation looks at it anew and blocks
-/// until done. Without access, as without a library, there are no assets. What is hidden, recently deleted or
-/// a copy in a shared album is no asset either.
+/// The photo library of a disk's home. A value type, for any thread; every operation reads the library again
+/// and blocks until done. Without access or without a library there are no assets. Hidden and recently
+/// deleted items and copies in shared albums don't count as assets.
 class PhotoLibrary {
 public:
     PhotoLibrary(Disk disk, PhotoAccess access = PhotoAccess::ofSystem());
@@ -39,17 +27,17 @@ public:
     PhotoAuthorization authorization() const { return m_access.status(m_disk); }
     PhotoAuthorization requestAuthorization() const { return m_access.request(m_disk); }
 
-    /// Hands every asset to `visit`, in the order in which the library got them. `begin` comes before the
-    /// first one, and again when the library was changed meanwhile, which makes void what was visited before.
-    /// False when the catalogue can't be read to its end: then what was visited says nothing.
+    /// Calls `visit` for every asset, oldest import first. Calls `begin` before the first one, and again when
+    /// the library changed during the visit: discard all earlier assets then. Returns false when the
+    /// catalogue can't be read completely; the visited assets are invalid then.
     bool visitAssets(const std::function<void()>& begin,
                      const std::function<void(const PhotoAsset&)>& visit) const;
 
-    /// The picture of the asset, whose file may be of any format. Downloads nothing.
+    /// Returns the picture of the asset, whose file may have any format. Downloads nothing.
     PhotoPicture picture(std::string_view localIdentifier) const;
 
-    /// Moves the assets to the library's recently deleted ones, all or none; identifiers that the library
-    /// doesn't know are passed over. Whether that is done: a library that a Mac made is never changed.
+    /// Moves all of the assets, or none, to the library's recently deleted items, and returns true on
+    /// success. Ignores unknown identifiers. Refuses libraries that were made by a Mac.
     bool deleteAssets(const std::vector<std::string>& localIdentifiers) const;
 
 private:

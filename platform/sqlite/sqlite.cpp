@@ -11,7 +11,7 @@ namespace platform {
 
 namespace {
 
-constexpr int longestValue = 1 << 20; // schemas of real libraries have statements of some thousand bytes
+constexpr int maxValueBytes = 1 << 20; // statements in schemas of real libraries have a few thousand bytes
 
 void restrict(sqlite3* connection) {
     const std::pair<int, int> settings[] = {
@@ -23,13 +23,13 @@ void restrict(sqlite3* connection) {
     for (const auto& [setting, value] : settings)
         sqlite3_db_config(connection, setting, value, nullptr);
     const std::pair<int, int> limits[] = {
-        {SQLITE_LIMIT_LENGTH, longestValue}, {SQLITE_LIMIT_SQL_LENGTH, longestValue},
-        {SQLITE_LIMIT_EXPR_DEPTH, 100},      {SQLITE_LIMIT_COMPOUND_SELECT, 2},
-        {SQLITE_LIMIT_ATTACHED, 0},          {SQLITE_LIMIT_WORKER_THREADS, 0},
+        {SQLITE_LIMIT_LENGTH, maxValueBytes}, {SQLITE_LIMIT_SQL_LENGTH, maxValueBytes},
+        {SQLITE_LIMIT_EXPR_DEPTH, 100},       {SQLITE_LIMIT_COMPOUND_SELECT, 2},
+        {SQLITE_LIMIT_ATTACHED, 0},           {SQLITE_LIMIT_WORKER_THREADS, 0},
     };
     for (const auto& [limit, value] : limits)
         sqlite3_limit(connection, limit, value);
-    // A file's own structure is checked as it is read, and nothing is ever laid down elsewhere.
+    // Checks the structure of pages while reading, and writes no temporary files.
     sqlite3_exec(connection, "PRAGMA cell_size_check = ON; PRAGMA temp_store = MEMORY; PRAGMA mmap_size = 0",
                  nullptr, nullptr, nullptr);
 }
@@ -57,11 +57,11 @@ SqliteDatabase SqliteDatabase::openToRead(int database, int log) {
     SqliteDatabase opening(fileSystem == nullptr ? nullptr
                                                  : opened(sqlite_files::name(database, log).c_str(),
                                                           SQLITE_OPEN_READONLY, fileSystem));
-    constexpr std::int64_t ampleSteps = 10'000'000;
-    constexpr std::int64_t stepsPerByte = 4; // the longest listing takes less than one
+    constexpr std::int64_t minStepLimit = 10'000'000;
+    constexpr std::int64_t maxStepsPerByte = 4; // the listing of a real catalogue needs less than one
     if (opening)
-        opening.limitSteps(ampleSteps + stepsPerByte * (fileBytes(database) + fileBytes(log)));
-    // Alone with the files, SQLite keeps its index of the log in memory.
+        opening.limitSteps(minStepLimit + maxStepsPerByte * (fileBytes(database) + fileBytes(log)));
+    // In exclusive mode SQLite keeps the index of the log in memory instead of a file.
     if (opening)
         opening.run("PRAGMA locking_mode = EXCLUSIVE");
     if (opening)
@@ -79,10 +79,10 @@ void SqliteDatabase::limitSteps(std::int64_t steps) {
 }
 
 SqliteDatabase SqliteDatabase::openToChange(const std::string& hostPath) {
-    constexpr int patienceMilliseconds = 2000;
+    constexpr int busyTimeoutMilliseconds = 2000;
     SqliteDatabase opening(opened(hostPath.c_str(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOFOLLOW, nullptr));
     if (opening)
-        sqlite3_busy_timeout(opening.m_connection.get(), patienceMilliseconds);
+        sqlite3_busy_timeout(opening.m_connection.get(), busyTimeoutMilliseconds);
     return opening;
 }
 
@@ -95,7 +95,7 @@ bool SqliteDatabase::run(const char* sql) const {
 }
 
 std::optional<std::int64_t> SqliteDatabase::number(const char* sql) const {
-    const SqliteStatement statement(*this, sql);
+    SqliteStatement statement(*this, sql);
     if (!statement || statement.step() != SqliteStatement::Step::row)
         return std::nullopt;
     return statement.integer(0);
@@ -116,15 +116,15 @@ void SqliteStatement::Finalize::operator()(sqlite3_stmt* statement) const {
     sqlite3_finalize(statement);
 }
 
-void SqliteStatement::bind(int parameter, std::string_view text) const {
+void SqliteStatement::bind(int parameter, std::string_view text) {
     sqlite3_bind_text64(m_statement.get(), parameter, text.data(), text.size(), nullptr, SQLITE_UTF8);
 }
 
-void SqliteStatement::bind(int parameter, double number) const {
+void SqliteStatement::bind(int parameter, double number) {
     sqlite3_bind_double(m_statement.get(), parameter, number);
 }
 
-SqliteStatement::Step SqliteStatement::step() const {
+SqliteStatement::Step SqliteStatement::step() {
     switch (sqlite3_step(m_statement.get())) {
     case SQLITE_ROW:
         return Step::row;
@@ -135,7 +135,7 @@ SqliteStatement::Step SqliteStatement::step() const {
     }
 }
 
-void SqliteStatement::reset() const {
+void SqliteStatement::reset() {
     sqlite3_reset(m_statement.get());
 }
 
@@ -156,7 +156,7 @@ std::optional<std::string_view> SqliteStatement::text(int column) const {
     if (sqlite3_column_type(m_statement.get(), column) != SQLITE_TEXT)
         return std::nullopt;
     const auto* const bytes = reinterpret_cast<const char*>(sqlite3_column_text(m_statement.get(), column));
-    if (bytes == nullptr) // no memory
+    if (bytes == nullptr) // out of memory
         return std::nullopt;
     return std::string_view(bytes, static_cast<std::size_t>(sqlite3_column_bytes(m_statement.get(), column)));
 }

@@ -9,29 +9,34 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// Databases that may hold anything, behind SQLite. For the layer's own use.
+/// Access to untrusted SQLite databases. Internal to platform/.
 namespace platform {
 
-/// An open database, for one thread at a time. What its schema could do beyond holding tables is switched
-/// off: a view, an extension or a function with effects never runs.
+/// A connection to a database. Views, extensions and functions with side effects are disabled, because the
+/// schema is untrusted. Not thread-safe.
 class SqliteDatabase {
 public:
-    /// For reading, the database that is open here already, with its log (-1 where it has none). Nothing is
-    /// opened by a name, locked or written, neither the files nor anything beside them; both must stay open.
-    /// Null when there is no memory; a file that is no database shows in the first statement. A statement
-    /// fails when it takes far more steps than files of their length can ask for: pages may lead back to each
-    /// other.
+    /// Opens a database for reading from its descriptor and that of its write-ahead log (-1 if it has none).
+    /// Both must stay open. Opens no file by name, takes no lock and writes nothing, not even next to the
+    /// files. Returns a null database when out of memory. A file that isn't a database makes the first
+    /// statement fail; so do cyclic pages, by a limit of the steps of a statement relative to the files'
+    /// size.
     static SqliteDatabase openToRead(int database, int log);
 
-    /// For changing, the database at this path of the host, no name of which may be a link. Null when it
-    /// can't be opened.
+    /// Opens the database at this path of the host for reading and writing. No name of the path may be a
+    /// symbolic link. Returns a null database on failure.
     static SqliteDatabase openToChange(const std::string& hostPath);
 
     explicit operator bool() const { return m_connection != nullptr; }
 
+    /// Runs statements and returns true on success.
     bool run(const char* sql) const;
-    std::optional<std::int64_t> number(const char* sql) const; ///< the first value, where it is an integer
-    std::int64_t changes() const;                              ///< rows that the last statement changed
+
+    /// Returns the first value of the first row, or nullopt when it isn't an integer.
+    std::optional<std::int64_t> number(const char* sql) const;
+
+    /// Returns the number of rows that the last statement changed.
+    std::int64_t changes() const;
 
 private:
     friend class SqliteStatement;
@@ -45,25 +50,28 @@ private:
     std::unique_ptr<sqlite3, Close> m_connection;
 };
 
-/// One statement and, while it is stepped through, its rows.
+/// A prepared statement and its current row.
 class SqliteStatement {
 public:
     enum class Step { row, done, failed };
 
-    /// False when the database hasn't what the statement speaks of, or can't be read.
+    /// Prepares the statement. It is null when the database lacks its tables or columns, or can't be read.
     SqliteStatement(const SqliteDatabase& database, const std::string& sql);
     explicit operator bool() const { return m_statement != nullptr; }
 
-    void bind(int parameter, std::string_view text) const; ///< the text must stay until the next one
-    void bind(int parameter, double number) const;
+    /// Binds a value to a parameter (the first is 1). The text isn't copied, and must stay valid until it is
+    /// replaced.
+    void bind(int parameter, std::string_view text);
+    void bind(int parameter, double number);
 
-    Step step() const;
-    void reset() const;
+    Step step();
+    void reset();
 
-    /// Values of the row that was stepped to; none of another type.
+    /// Returns a value of the current row, or nullopt when it has a different type. real() converts integers.
+    /// The text is valid until the next step.
     std::optional<std::int64_t> integer(int column) const;
-    std::optional<double> real(int column) const;           ///< an integer too
-    std::optional<std::string_view> text(int column) const; ///< until the next step
+    std::optional<double> real(int column) const;
+    std::optional<std::string_view> text(int column) const;
     bool isNull(int column) const;
 
 private:

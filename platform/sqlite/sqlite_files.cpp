@@ -13,7 +13,7 @@ namespace platform::sqlite_files {
 
 namespace {
 
-/// What SQLite makes room for; it hands back pointers to the first member.
+/// SQLite allocates `szOsFile` bytes for this and passes pointers to the first member.
 struct File {
     sqlite3_file base;
     int descriptor;
@@ -24,10 +24,10 @@ int descriptorOf(const sqlite3_file* file) {
 }
 
 int close(sqlite3_file* /*file*/) {
-    return SQLITE_OK; // the descriptor is its owner's
+    return SQLITE_OK; // the caller of openToRead() owns the descriptor
 }
 
-/// A log that isn't there reads as an empty one.
+/// A missing log (descriptor -1) reads as an empty one.
 int read(sqlite3_file* file, void* buffer, int size, sqlite3_int64 offset) {
     auto* const bytes = static_cast<char*>(buffer);
     const auto wanted = static_cast<std::size_t>(size);
@@ -53,7 +53,7 @@ int refuseToWrite(sqlite3_file* /*file*/, const void* /*bytes*/, int /*size*/, s
     return SQLITE_READONLY;
 }
 
-int refuseToCut(sqlite3_file* /*file*/, sqlite3_int64 /*size*/) {
+int refuseToTruncate(sqlite3_file* /*file*/, sqlite3_int64 /*size*/) {
     return SQLITE_READONLY;
 }
 
@@ -70,7 +70,7 @@ int fileSize(sqlite3_file* file, sqlite3_int64* size) {
 }
 
 int lock(sqlite3_file* /*file*/, int /*level*/) {
-    return SQLITE_OK; // whether anybody wrote meanwhile is for the reader to see
+    return SQLITE_OK; // the catalogue checks afterwards that its files are unchanged
 }
 
 int checkReservedLock(sqlite3_file* /*file*/, int* isLocked) {
@@ -92,7 +92,7 @@ const sqlite3_io_methods methods = [] {
     made.xClose = close;
     made.xRead = read;
     made.xWrite = refuseToWrite;
-    made.xTruncate = refuseToCut;
+    made.xTruncate = refuseToTruncate;
     made.xSync = sync;
     made.xFileSize = fileSize;
     made.xLock = lock;
@@ -128,7 +128,7 @@ int removeNothing(sqlite3_vfs* /*self*/, const char* /*name*/, int /*syncFolder*
     return SQLITE_READONLY;
 }
 
-/// Only the log is asked for in a way that counts, and is there when its number is.
+/// Reports the log as existing if it has a descriptor. SQLite's other queries don't matter here.
 int access(sqlite3_vfs* /*self*/, const char* name, int /*flags*/, int* result) {
     const std::string_view text(name);
     *result = text.ends_with("-wal") && text.find(",-") == std::string_view::npos ? 1 : 0;
@@ -144,7 +144,7 @@ int fullName(sqlite3_vfs* /*self*/, const char* name, int size, char* out) {
 }
 
 int noRandomness(sqlite3_vfs* /*self*/, int size, char* bytes) {
-    std::memset(bytes, 0, static_cast<std::size_t>(size)); // nothing is made here that needs any
+    std::memset(bytes, 0, static_cast<std::size_t>(size)); // only writers need randomness
     return size;
 }
 
@@ -163,12 +163,12 @@ int noLastError(sqlite3_vfs* /*self*/, int /*size*/, char* /*text*/) {
 } // namespace
 
 const char* fileSystem() {
-    constexpr int longestName = 64;
+    constexpr int maxNameBytes = 64;
     static sqlite3_vfs files = [] {
         sqlite3_vfs made{};
         made.iVersion = 1;
         made.szOsFile = sizeof(File);
-        made.mxPathname = longestName;
+        made.mxPathname = maxNameBytes;
         made.zName = "lumvale-open-files";
         made.xOpen = open;
         made.xDelete = removeNothing;

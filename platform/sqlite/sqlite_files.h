@@ -4,15 +4,15 @@
 
 namespace platform {
 
-/// Files for SQLite to read that are open already. It would open a database by its path and resolve links in
-/// it by itself, which could lead out of a disk; and even a reader of its own leaves files beside a database
-/// that has a log. Here a database's name is the numbers of its two descriptors; nothing can be written.
+/// A read-only SQLite VFS for files that are already open. SQLite's own VFS resolves symbolic links, which
+/// can lead out of a disk, and creates files next to a database that has a write-ahead log.
 namespace sqlite_files {
 
-/// What SQLite knows this by (its "VFS"); null when SQLite refuses it.
+/// Registers the VFS at the first call. Returns its name, or null when SQLite rejects it.
 const char* fileSystem();
 
-/// The name for a database and its log, -1 where it has none.
+/// Returns the name under which this VFS opens a database, from its descriptor and that of its log (-1 if it
+/// has none).
 std::string name(int database, int log);
 
 } // namespace sqlite_files
