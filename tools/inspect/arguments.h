@@ -10,28 +10,28 @@
 
 namespace inspect {
 
-/// What the command was called with in the wrong way: one line for standard error.
+/// Thrown for wrong arguments. The message is one line for standard error.
 struct WrongUsage {
     std::string message;
 };
 
-/// What an operation is run with.
+/// The input of an operation.
 struct Request {
-    std::vector<std::string> arguments;   ///< as bytes, "\udcXX" already read
-    bool really = false;                  ///< whether "--really" came last
-    std::optional<platform::Disk> opened; ///< by operations that work on one
+    std::vector<std::string> arguments;   ///< as bytes, with "\udcXX" decoded
+    bool really = false;                  ///< true if "--really" was the last argument
+    std::optional<platform::Disk> opened; ///< for operations on a disk
 
     const platform::Disk& disk() const { return *opened; }
 };
 
-/// The disk that the environment names: LUMVALE_DISK and LUMVALE_HOME, by default this machine's and its
-/// user's home; LUMVALE_USER_CACHE where set. Throws WrongUsage when it isn't there.
+/// Opens the disk named by the environment (see `platform::Disk::ofEnvironment`). Throws WrongUsage on
+/// failure.
 platform::Disk diskOfEnvironment();
 
-/// `text` with each "\udcXX" (XX from 80 to ff) as the byte that it stands for.
+/// Returns `text` with each "\udcXX" (XX from 80 to ff) decoded to the byte XX.
 std::string bytesOf(std::string_view text);
 
-/// The whole argument as a number; throws WrongUsage for anything else.
+/// Returns the number that the argument consists of. Throws WrongUsage for anything else.
 std::int64_t integer(const std::string& argument);
 std::uint64_t count(const std::string& argument);
 double real(const std::string& argument);

@@ -16,8 +16,8 @@
 #include <optional>
 #include <vector>
 
-/// The records of the core as JSON: members by the fields' names, dates in seconds since 1970, null for what
-/// is absent.
+/// Conversions of the core's records to JSON objects: members have the fields' names, dates are seconds since
+/// 1970, absent values are null.
 namespace inspect {
 
 Json form(const core::ScanItem& item);

@@ -8,7 +8,7 @@ namespace inspect {
 
 namespace {
 
-/// How long the character is that begins with this byte.
+/// Returns the length in bytes of the UTF-8 character that starts with this byte.
 std::size_t lengthFrom(unsigned char lead) {
     return lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
 }

@@ -6,11 +6,11 @@
 
 namespace inspect {
 
-/// A JSON value whose members keep their order and whose strings are bytes.
+/// A JSON value with ordered members. Its strings may contain invalid UTF-8.
 using Json = nlohmann::ordered_json;
 
-/// The value as a JSON document. Bytes of a string that aren't UTF-8 become "\udcXX" each, so that any path
-/// can be told from any other.
+/// Returns the value as a JSON document (RFC 8259). Each invalid byte of a string becomes "\udcXX", so that
+/// different paths stay different.
 std::string jsonText(const Json& value);
 
 } // namespace inspect

@@ -1,5 +1,4 @@
-// Runs one operation of the core and prints what it returns as JSON: the window through which scripts,
-// benchmarks and tests look at the core. It has no logic of its own.
+// Runs one operation of the core and prints its result as JSON, for scripts, benchmarks and tests.
 
 #include "platform/files/attributes.h"
 #include "tools/inspect/arguments.h"
@@ -14,8 +13,7 @@ namespace {
 
 constexpr std::string_view reallyFlag = "--really";
 
-/// An entry's name may itself look like the form in which other bytes are written. Where an argument could
-/// mean either of two entries, nothing is changed.
+/// Refuses an argument with "\udcXX" if an entry has that literal name: it could mean either of two entries.
 void refuseAmbiguous(const platform::Disk& disk, const std::string& asWritten, const std::string& asRead) {
     if (asWritten != asRead && platform::attributesOf(disk, asWritten))
         throw inspect::WrongUsage{"this can mean more than one entry: " + asWritten};
@@ -34,7 +32,8 @@ inspect::Json run(int argumentCount, char** arguments) {
         request.really = true;
         request.arguments.pop_back();
     }
-    if (request.arguments.size() < operation->least || request.arguments.size() > operation->most)
+    if (request.arguments.size() < operation->minArguments
+        || request.arguments.size() > operation->maxArguments)
         throw inspect::WrongUsage{"usage: lumvale-inspect " + std::string(operation->name) + " "
                                   + std::string(operation->parameters)};
     if (operation->disk != inspect::DiskUse::none)

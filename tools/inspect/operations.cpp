@@ -40,7 +40,7 @@ Texts allButFirst(const Texts& arguments) {
     return {arguments.begin() + 1, arguments.end()};
 }
 
-/// `one` of each argument, in a list.
+/// Returns a list with the result of `one` for each argument.
 template <class Function>
 Json each(const Texts& arguments, Function one) {
     Json list = Json::array();
@@ -49,7 +49,7 @@ Json each(const Texts& arguments, Function one) {
     return list;
 }
 
-/// Runs everything at once and here.
+/// Returns an executor that runs jobs synchronously on the calling thread.
 const platform::Executor& here() {
     const auto run = [](platform::Executor::Job job) {
         job();
@@ -58,8 +58,8 @@ const platform::Executor& here() {
     return executor;
 }
 
-/// The photo library of the request's disk. Whoever calls the inspector need not be asked for access, and
-/// what the program was allowed stays as it is.
+/// Returns the photo library of the request's disk with access granted. The program's own permission is
+/// neither read nor changed.
 platform::PhotoLibrary photoLibrary(const Request& request) {
     const auto authorized = [](const platform::Disk&) {
         return platform::PhotoAuthorization::authorized;
@@ -150,7 +150,7 @@ Json remove(const Request& request) {
 }
 
 Json uninstall(const Request& request) {
-    // Of the application only the path counts.
+    // Only the application's path is used.
     const core::InstalledApp app({}, {}, request.arguments[0], 0);
     Texts related = allButFirst(request.arguments);
     if (request.really)
@@ -185,7 +185,7 @@ Json disable(const Request& request) {
 Json deletePhotos(const Request& request) {
     if (!request.really)
         return {{"would", request.arguments}};
-    // Of an item only the id counts.
+    // Only the items' identifiers are used.
     std::vector<core::DuplicatePhotoItem> items;
     for (const std::string& id : request.arguments)
         items.push_back({id, {}, 0, {}, false, false});

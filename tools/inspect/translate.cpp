@@ -11,7 +11,7 @@ Json translate(const Request& request) {
     if (!choice)
         throw WrongUsage{"no such language: " + request.arguments[0]};
     const AppLanguage language = effectiveLanguage(*choice, platform::preferredLanguages());
-    // Not through the Localizer: it would store the language as the user's wish.
+    // The Localizer isn't used because it stores the language as the user's choice.
     Json texts = Json::array();
     for (std::size_t i = 1; i < request.arguments.size(); ++i) {
         const QString key = QString::fromStdString(request.arguments[i]);

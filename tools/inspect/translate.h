@@ -5,7 +5,7 @@
 
 namespace inspect {
 
-/// The operation "tr": texts of the program by language and keys. Only where the program is built.
+/// The operation "tr": returns the program's texts for a language and keys. Only if the program is built.
 Json translate(const Request& request);
 
 } // namespace inspect

@@ -3,10 +3,10 @@
 #include "tools/inspect/arguments.h"
 #include "tools/inspect/json_text.h"
 
-// What the program decides when it asks for a newer version. Only where the program is built.
+/// Decisions of the update check. Only if the program is built.
 namespace inspect {
 
-Json newer(const Request& request);          ///< "newer": whether the first version comes after the second
-Json acceptablePage(const Request& request); ///< "acceptable-page": which addresses would be opened
+Json newer(const Request& request);          ///< "newer": true if the first version is newer than the second
+Json acceptablePage(const Request& request); ///< "acceptable-page": the addresses that may be opened
 
 } // namespace inspect
