@@ -5,9 +5,9 @@
 #include <cstdio>
 #include <functional>
 
-// Lists the applications of a disk as the product does, by name only and with sizes, and searches the files
-// of each. Prints what each of these takes, in milliseconds: start and end of a program would drown the
-// shortest.
+// Times the product's list of applications, by name only and with sizes, and the search for the files of
+// each. Prints milliseconds measured within the process, since starting one takes longer than the fastest of
+// these.
 
 namespace {
 
@@ -29,7 +29,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "%s: %s\n", argv[1], disk.error().description.c_str());
         return 2;
     }
-    // The first time loads what every later call finds in memory.
+    // The first call, which isn't timed, fills the system's cache.
     const std::vector<core::InstalledApp> apps = core::LumvaleUninstaller::discoverApps(*disk);
     std::size_t files = 0;
     std::printf("names %.3f\n", milliseconds([&] { core::LumvaleUninstaller::discoverApps(*disk); }));

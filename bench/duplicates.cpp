@@ -27,16 +27,15 @@
 
 #include <unistd.h>
 
-// The duplicates screen with thousands of groups in the program's own window, their pictures real files: how
-// long the first rows take, and they with their pictures; how long the frames take while it scrolls, beside
-// those of an empty window, what they cost the processor, how many pictures are asked for on the way, and
-// what all of it takes of the memory.
+// Measures the duplicates screen with thousands of groups and real picture files: the time until the first
+// rows and their pictures are shown; while it scrolls, wall and CPU time of the frames compared with those of
+// an empty window, the number of requested pictures, and the resident memory.
 
 namespace {
 
 constexpr int groupCount = 5'000;
 constexpr int itemsOfGroup = 3;
-constexpr int pictureCount = 64; ///< different ones; the files of the others are links to them
+constexpr int pictureCount = 64; ///< distinct pictures; the other files are hard links to them
 constexpr int rounds = 7;
 
 [[noreturn]] void fail(const char* what) {
@@ -44,7 +43,7 @@ constexpr int rounds = 7;
     std::exit(EXIT_FAILURE);
 }
 
-/// As large as the small renditions of a library, and as hard to decode as a photo of leaves.
+/// Returns a picture as large as a library's small renditions, with as much detail as a photo of leaves.
 QImage picture(int number) {
     QImage image(1024, 768, QImage::Format_RGB32);
     std::minstd_rand chance(static_cast<unsigned>(number) + 1);
@@ -113,8 +112,8 @@ public:
 
     QQuickWindow& window() const { return *m_lumvale.window(); }
 
-    /// From the moment when the model is handed the groups to the frame that shows the first of them, and to
-    /// the one that shows their pictures too.
+    /// Returns the cost from the model's result to the frame with the first rows, and to the frame with their
+    /// pictures.
     std::pair<Cost, Cost> firstRows() {
         m_isSearching = true;
         model()->scan();
@@ -134,7 +133,7 @@ public:
         int tiles; ///< at the end
     };
 
-    /// So many frames long, so many points in each.
+    /// Scrolls by `points` in each of `frames` frames.
     Scroll scroll(int frames, double points) {
         const int askedBefore = m_jobs;
         const std::int64_t loadingBefore = m_loading;
@@ -191,7 +190,7 @@ private:
                 .interfaceThread =
                     [this](platform::Executor::Job job) {
                         qtExecutor().interfaceThread([this, job = std::move(job)] {
-                            // Nothing else is under way while it is searched.
+                            // During the search this is the only job.
                             if (std::exchange(m_isSearching, false)) {
                                 m_sinceResult.start();
                                 m_processorBefore = processorMilliseconds();
@@ -219,7 +218,7 @@ void print(const char* what, const std::vector<Cost>& costs) {
     std::printf("| %s | %.0f | %.0f |\n", what, median(wall), median(processor));
 }
 
-/// As large as the program's.
+/// Measures a window of the same size as the program's.
 Frames framesOfEmptyWindow() {
     QQuickWindow window;
     window.resize(1040, 800);
@@ -231,7 +230,7 @@ Frames framesOfEmptyWindow() {
     return framesWhile(window, 600, draw);
 }
 
-/// The beginning of a row of a table.
+/// Prints the first cells of a row of a table.
 void print(const char* what, const Frames& frames) {
     std::printf("| %s |", what);
     for (const auto& times : {frames.interfaceThread, frames.wall})
@@ -242,7 +241,7 @@ void print(const char* what, const Frames& frames) {
 } // namespace
 
 int main(int argc, char** argv) {
-    // The toolkit waits a while before it draws, for a display that doesn't; here nothing is to wait.
+    // Qt delays repaints where the display has no vertical synchronization; the delay would be measured.
     qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
     QGuiApplication application(argc, argv);
     QGuiApplication::setOrganizationName("Lumvale Bench");

@@ -22,9 +22,9 @@
 #include <utility>
 #include <vector>
 
-// What the window costs the processor, all threads of the program together: a frame of what moves on its
-// screens, and a result of 100,000 rows from the end of the scan to the first frame that shows some of it.
-// Scenes take turns, so that a busy moment of the machine falls on all of them; the medians are printed.
+// Measures the window's CPU time over all threads: per frame of its animations, and from the end of a scan to
+// the first frame with some of 100,000 rows. Scenes are interleaved, so that other load on the machine
+// affects all of them. Prints medians.
 
 namespace {
 
@@ -62,7 +62,7 @@ void fillHome(const std::filesystem::path& home) {
     }
 }
 
-/// The cleanup screen in the program's own window, with a real result.
+/// The cleanup screen in the program's window, with a real result.
 class Screen {
 public:
     Screen(const platform::Disk& disk, HistoryStore& history)
@@ -75,7 +75,7 @@ public:
 
     ScanItemsModel* items() const { return m_model->items(); }
 
-    /// From the moment when the model is handed its result.
+    /// Returns the cost from the model's result to the frame with the first rows.
     Cost firstRows() {
         m_model->runScan();
         runUntilFrame(window(), [this] { return m_model->hasResult() && !m_model->isScanning(); });
@@ -85,7 +85,7 @@ public:
                 processorMilliseconds() - m_processorBefore};
     }
 
-    /// Ticking a row, up to the swap of the frame that shows it.
+    /// Returns the cost of toggling a row, up to the frame that shows it.
     Cost toggle() {
         QElapsedTimer timer;
         const auto* label = m_lumvale.window()->findChild<QQuickItem*>("selectionLabel");
@@ -121,10 +121,10 @@ private:
 
 struct Scene {
     const char* name;
-    const char* content; ///< of a window; none for the program's own
+    const char* content; ///< QML of a window; null for the program's window
 };
 
-// The names are as a reader of the table wants them.
+// The names are printed in the table.
 constexpr Scene scenes[] = {
     {"an empty window where a dot moves", R"(
         Rectangle {

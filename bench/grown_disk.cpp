@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-// Makes the sample disk and adds entries, spread as on a disk long in use, until it has as many as asked for.
+// Creates the sample disk and adds entries, distributed as on a disk in long use, up to the given number.
 
 namespace {
 

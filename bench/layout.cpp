@@ -8,8 +8,8 @@
 #include <cstring>
 #include <random>
 
-// Lays out a treemap of this many tiles again and again. Prints how long one took in microseconds: the
-// median, and what all but one in a hundred stayed below (the slowest of all is the system's doing).
+// Times the layout of a treemap with this many tiles. Prints the median and the 99th percentile in
+// microseconds; the maximum depends on the system's scheduling.
 
 int main(int argc, char** argv) {
     std::size_t count = 0;

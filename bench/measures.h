@@ -13,24 +13,24 @@
 
 #include <sys/resource.h>
 
-/// What the benchmarks of the window have in common.
+/// Measurements shared by the benchmarks of the window.
 
-constexpr int framesBefore = 20; ///< textures and shaders are made in them
+constexpr int framesBefore = 20; ///< not measured: they create textures and shaders
 constexpr int framesMeasured = 90;
 
-/// Keeps the settings in this folder, as they are after the first run: no welcome lies over the screens.
+/// Stores the settings in this folder and marks the welcome dialog as seen.
 inline void welcomeBefore(const QString& folder) {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder);
     QSettings().setValue("didOnboard", true);
 }
 
-/// In milliseconds.
+/// Wall and CPU time in milliseconds.
 struct Cost {
     double wall;
     double processor;
 };
 
-/// Of all threads of the program, since it began.
+/// Returns the CPU time of all threads of the process so far.
 inline double processorMilliseconds() {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
@@ -40,14 +40,14 @@ inline double processorMilliseconds() {
     return milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
 }
 
-/// Of the thread that asks.
+/// Returns the CPU time of the calling thread so far.
 inline double threadMilliseconds() {
     timespec time{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
     return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
-/// The value that such a share of the others lies below; of 1, the largest.
+/// Returns the quantile for a share from 0 (the smallest value) to 1 (the largest).
 inline double quantile(std::vector<double> values, double share) {
     const auto place =
         values.begin() + static_cast<std::ptrdiff_t>(share * static_cast<double>(values.size() - 1));
@@ -59,7 +59,7 @@ inline double median(const std::vector<double>& values) {
     return quantile(values, 0.5);
 }
 
-/// Runs the event loop until a frame is swapped after which this holds.
+/// Runs the event loop until a frame was swapped and `holds` returns true.
 inline void runUntilFrame(QQuickWindow& window, const std::function<bool()>& holds) {
     QEventLoop loop;
     QObject::connect(&window, &QQuickWindow::frameSwapped, &loop, [&] {
@@ -69,7 +69,7 @@ inline void runUntilFrame(QQuickWindow& window, const std::function<bool()>& hol
     loop.exec();
 }
 
-/// Of a window where something moves in every frame.
+/// Returns the CPU milliseconds per frame of a window that animates every frame.
 inline double processorPerFrame(QQuickWindow& window) {
     window.show();
     int frame = 0;
@@ -81,14 +81,14 @@ inline double processorPerFrame(QQuickWindow& window) {
     return (end - start) / framesMeasured;
 }
 
-/// Frames as they are shown one after the other, in milliseconds.
+/// Costs of consecutive frames in milliseconds.
 struct Frames {
-    std::vector<double> interfaceThread; ///< of the processor, of each
-    std::vector<double> wall;            ///< from the moment when something moves until that is seen, of each
-    double processor;                    ///< all threads, also in between; on average
+    std::vector<double> interfaceThread; ///< CPU time of the interface thread, per frame
+    std::vector<double> wall;            ///< from the change to the swapped frame, per frame
+    double processor;                    ///< average CPU time of all threads per frame, including pauses
 };
 
-/// Moves something 60 times a second, or as often as can be.
+/// Calls `move` 60 times a second, or less often if frames take longer, and measures the frames.
 inline Frames framesWhile(QQuickWindow& window, int count, const std::function<void()>& move) {
     using namespace std::chrono;
     constexpr auto interval = microseconds(16'667);
@@ -96,7 +96,7 @@ inline Frames framesWhile(QQuickWindow& window, int count, const std::function<v
     const double before = processorMilliseconds();
     auto turn = steady_clock::now();
     for (int i = 0; i < count; ++i) {
-        // What comes meanwhile waits, as it does while a display holds a frame back.
+        // Events wait during the pause, as they do while a display delays a frame.
         std::this_thread::sleep_until(turn);
         const auto start = steady_clock::now();
         const double threadBefore = threadMilliseconds();

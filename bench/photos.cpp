@@ -13,9 +13,8 @@
 #include <sqlite3.h>
 #include <sys/resource.h>
 
-// Makes the catalogue of a photo library, searches its duplicates, or only steps through the same columns of
-// the catalogue with SQLite itself. Prints what that takes, in milliseconds, and the peak of the memory, in
-// bytes.
+// Creates the catalogue of a photo library, searches it for duplicates, or steps through the same columns
+// with SQLite alone. Prints the time in milliseconds and the peak memory in bytes.
 
 namespace {
 
@@ -24,8 +23,7 @@ constexpr const char* query =
     " a.ZDATECREATED, a.ZFAVORITE, r.ZASSET, r.ZORIGINALFILENAME, r.ZORIGINALFILESIZE FROM ZASSET a"
     " LEFT JOIN ZADDITIONALASSETATTRIBUTES r ON r.ZASSET = a.Z_PK ORDER BY a.Z_PK";
 
-/// Every column of every row, as SQLite keeps it. How many rows there are; -1 when the catalogue can't be
-/// read.
+/// Reads every column of every row. Returns the number of rows, or -1 when the catalogue can't be read.
 long stepThrough(const std::string& catalogue) {
     sqlite3* database = nullptr;
     sqlite3_stmt* rows = nullptr;
@@ -45,7 +43,7 @@ long stepThrough(const std::string& catalogue) {
     return count;
 }
 
-/// Every asset has its own date, except for the last `groups` ones, which repeat the first ones.
+/// Creates assets with distinct dates, except for the last `groups` ones, which duplicate the first ones.
 void makeCatalogue(const std::string& file, int count, int groups) {
     std::filesystem::create_directories(std::filesystem::path(file).parent_path());
     sample_disk::PhotoCatalogueWriter catalogue(file);

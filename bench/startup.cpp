@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-// Times the scan of the startup items beside one that asks for the applications anew in each of the two
-// folders, sizes and all. Both find the same.
+// Compares the scan of startup items with one that lists the applications with their sizes again for each of
+// the two folders.
 
 namespace {
 
@@ -53,7 +53,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "%s: %s\n", argv[1], disk.error().description.c_str());
         return 2;
     }
-    // Once unmeasured, so that both find the disk in memory.
+    // The first calls aren't timed: they fill the system's cache.
     const std::size_t items = core::LumvaleStartupItems::scan(*disk).size();
     if (sizingScan(*disk) != items) {
         std::fputs("the two don't find the same\n", stderr);

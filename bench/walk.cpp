@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
-// Measures a folder with the product's own walk and prints its bytes; the time is taken from outside.
+// Prints the size in bytes of a folder, measured by the product's walk. The caller takes the time.
 
 int main(int argc, char** argv) {
     unsigned workers = 0;

@@ -15,9 +15,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// The floor that walks are held against: the system calls that a sum of file sizes cannot do without, and as
-// little as possible around them. It recurses, keeps every folder on the way open and knows no errors, so it
-// is no way to walk a real disk. With several threads, a busy one gives folders away while another is hungry.
+// The lower bound for walks: only the system calls that a sum of file sizes needs. It recurses, keeps all
+// parent folders open and ignores errors, so it isn't suited to real disks. With several threads, a busy
+// thread hands folders to an idle one.
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-/// draw_icons FOLDER SIDE…: draws the program's sign as FOLDER/SIDE.png, for what is installed.
+/// draw_icons FOLDER SIDE…: draws the program's icon with each side in pixels as FOLDER/SIDE.png.
 int main(int argc, char* argv[]) {
     for (int i = 2; i < argc; ++i) {
         const QString path =

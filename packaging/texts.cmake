@@ -1,5 +1,5 @@
-# The texts of the program's own table, for files that other programs read. In those, what isn't translated is
-# English, so that English needs no mark of its own.
+# The program's translations, for files that other programs read. Their default language is English, whose texts
+# have no language tag.
 set(LUMVALE_LANGUAGES en de es fr it pt ru srCyrillic srLatin)
 
 foreach(language ${LUMVALE_LANGUAGES})
@@ -8,13 +8,13 @@ foreach(language ${LUMVALE_LANGUAGES})
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
 endforeach()
 
-# text(OUT LANGUAGE KEY): a text as it stands in the table; a key that isn't there ends the configuration.
+# text(OUT LANGUAGE KEY): sets OUT to a text. A missing key is an error.
 function(text out language key)
     string(JSON value GET "${LUMVALE_TABLE_${language}}" ${key})
     set(${out} "${value}" PARENT_SCOPE)
 endfunction()
 
-# xml_text(OUT LANGUAGE KEY): the same, as the content of an element.
+# xml_text(OUT LANGUAGE KEY): sets OUT to a text, escaped as the content of an XML element.
 function(xml_text out language key)
     text(value ${language} ${key})
     string(REPLACE "&" "&amp;" value "${value}")
@@ -22,7 +22,7 @@ function(xml_text out language key)
     set(${out} "${value}" PARENT_SCOPE)
 endfunction()
 
-# tag(OUT LANGUAGE): the language as the world writes it (RFC 5646), such as sr-Latn.
+# tag(OUT LANGUAGE): sets OUT to the language's tag by RFC 5646, such as sr-Latn.
 function(tag out language)
     string(REPLACE srCyrillic sr tag ${language})
     string(REPLACE srLatin sr-Latn tag ${tag})

@@ -1,7 +1,7 @@
 # The Debian package: cmake --build --preset release --target lumvale-deb
 
-# What the program needs besides the libraries that it is linked with stands in the list of packages: QML
-# modules, without which it doesn't start, and what it can do without.
+# The list of packages names dependencies other than linked libraries: QML modules, which are required, and
+# optional programs, which are recommended.
 set(list ${PROJECT_SOURCE_DIR}/setup/packages)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${list})
 file(STRINGS ${list} lines)
@@ -35,7 +35,7 @@ foreach(feature ${features})
 endforeach()
 
 include(CPack)
-# Builds what the package holds, and not all the tests first, as CMake's own target does.
+# Unlike CMake's own target, this doesn't build the tests.
 add_custom_target(lumvale-deb
     COMMAND ${CMAKE_CPACK_COMMAND} --config ${CMAKE_BINARY_DIR}/CPackConfig.cmake
     WORKING_DIRECTORY ${CMAKE_BINARY_DIR}

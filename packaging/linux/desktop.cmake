@@ -1,7 +1,7 @@
-# The menu entry, the software centre's page and the icons, and where all of them are installed.
+# Creates and installs the menu entry, the AppStream metadata and the icons.
 include(GNUInstallDirs)
 
-# said(OUT ELEMENT INDENTATION KEY): the text as an element, in English and in each language under its tag.
+# localized_elements(OUT ELEMENT INDENTATION KEY): sets OUT to XML elements with the text in every language.
 function(said out element indentation key)
     set(lines "")
     foreach(language ${LUMVALE_LANGUAGES})
@@ -13,11 +13,11 @@ function(said out element indentation key)
     set(${out} "${lines}" PARENT_SCOPE)
 endfunction()
 
-said(SUMMARIES summary "  " cleanup_subtitle)
-said(MESSAGES p "    " onboard_message_welcome)
+localized_elements(SUMMARIES summary "  " cleanup_subtitle)
+localized_elements(MESSAGES p "    " onboard_message_welcome)
 set(features cleanup uninstall startup duplicates)
 foreach(feature ${features})
-    said(lines li "      " onboard_feature_${feature})
+    localized_elements(lines li "      " onboard_feature_${feature})
     string(APPEND FEATURES "${lines}")
 endforeach()
 set(metainfo ${CMAKE_CURRENT_BINARY_DIR}/${LUMVALE_IDENTIFIER}.metainfo.xml)
@@ -34,7 +34,7 @@ string(REPLACE "[en]" "" COMMENTS "${COMMENTS}")
 set(desktop ${CMAKE_CURRENT_BINARY_DIR}/${LUMVALE_IDENTIFIER}.desktop)
 configure_file(linux/lumvale.desktop.in ${desktop} @ONLY)
 
-# Its libraries are the system's, which it finds without being told where.
+# All libraries are the system's, found without an RPATH.
 set_target_properties(lumvale PROPERTIES INSTALL_RPATH "")
 install(TARGETS lumvale DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${desktop} DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)

@@ -1,5 +1,5 @@
-# What a Mac reads of the program's bundle: its information, and what the system asks in the user's language. The
-# files are made on every system, so that they can be read in the tests; only a Mac makes a bundle of them.
+# The bundle's Info.plist and the localized texts of permission dialogs. These files are created on every system,
+# for the tests; the bundle only on macOS.
 set(bundle ${CMAKE_CURRENT_BINARY_DIR}/macos)
 
 foreach(language ${LUMVALE_LANGUAGES})
