@@ -152,6 +152,14 @@ QStringList Driver::texts(QQuickItem& item) {
     return texts;
 }
 
+bool Driver::isTicked(QQuickItem& item) {
+    bool isTicked = false;
+    forEachVisible(&item, [&](const QQuickItem* mark) {
+        isTicked |= mark->inherits("Symbol") && mark->property("name") == "checkmark";
+    });
+    return isTicked;
+}
+
 QStringList Driver::cutTexts() const {
     const QRectF window(0, 0, m_window.width(), m_window.height());
     QStringList cut;

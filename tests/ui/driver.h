@@ -53,6 +53,9 @@ public:
     QStringList texts() const;
     static QStringList texts(QQuickItem& item);
 
+    /// Returns whether a check mark is drawn in the item.
+    static bool isTicked(QQuickItem& item);
+
     /// The visible texts that don't fit where they stand, or reach out of the window; but for those that are
     /// made to be shortened.
     QStringList cutTexts() const;

@@ -42,6 +42,20 @@ void WindowTest::confirm(const char* button) const {
     QTRY_VERIFY(!m_driver->isShown("confirm"));
 }
 
+QStringList WindowTest::drawn() const {
+    QStringList drawn;
+    for (QQuickItem* row : m_driver->rows())
+        drawn.append(Driver::texts(*row).join(" | "));
+    return drawn;
+}
+
+QString WindowTest::ticks() const {
+    QString ticks;
+    for (QQuickItem* row : m_driver->rows())
+        ticks += Driver::isTicked(*row) ? '+' : '-';
+    return ticks;
+}
+
 QStringList WindowTest::shown(const char* property) const {
     QStringList shown;
     for (const QQuickItem* row : m_driver->rows()) {
@@ -88,6 +102,10 @@ QQuickItem* WindowTest::menuEntry(const QString& text) const {
 
 QAccessibleInterface* WindowTest::told(const char* name) const {
     return QAccessible::queryAccessibleInterface(m_driver->item(name));
+}
+
+void WindowTest::press(QAccessibleInterface* control) {
+    control->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
 }
 
 void WindowTest::checkEverythingIsSaid() const {

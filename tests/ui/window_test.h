@@ -47,6 +47,8 @@ protected:
     /// Clicks a button that asks first, and then what confirms it; done when the dialog is gone.
     void confirm(const char* button) const;
 
+    QStringList drawn() const; ///< the rows in sight: the texts of each as drawn, joined by " | "
+    QString ticks() const;     ///< the rows in sight: "+" for a drawn check mark, "-" for none
     QStringList shown(const char* property) const; ///< by the rows in sight, or the first photo of each
     QString current() const; ///< the name of what keys would press; empty when nothing is shown to be
     bool hasFocus(const char* name) const;
@@ -55,6 +57,10 @@ protected:
 
     /// What a screen reader is told of a visible item.
     QAccessibleInterface* told(const char* name) const;
+    static QAccessibleInterface* told(QQuickItem* item) {
+        return QAccessible::queryAccessibleInterface(item);
+    }
+    static void press(QAccessibleInterface* control); ///< as a screen reader does
 
     /// Nothing on the screen is cut off, and no control is silent.
     void checkEverythingIsSaid() const;
