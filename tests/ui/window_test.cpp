@@ -104,6 +104,14 @@ QAccessibleInterface* WindowTest::told(const char* name) const {
     return QAccessible::queryAccessibleInterface(m_driver->item(name));
 }
 
+QString WindowTest::announced(const char* name) const {
+    const auto* label = told(name);
+    const QString text = m_driver->text(name);
+    const bool isAnnounced =
+        label && label->role() == QAccessible::AlertMessage && label->text(QAccessible::Name) == text;
+    return isAnnounced ? text : QString();
+}
+
 void WindowTest::press(QAccessibleInterface* control) {
     control->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
 }

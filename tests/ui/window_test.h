@@ -60,6 +60,8 @@ protected:
     static QAccessibleInterface* told(QQuickItem* item) {
         return QAccessible::queryAccessibleInterface(item);
     }
+    /// The text of a visible label that screen readers announce; empty when it isn't shown or announced.
+    QString announced(const char* name) const;
     static void press(QAccessibleInterface* control); ///< as a screen reader does
 
     /// Nothing on the screen is cut off, and no control is silent.
