@@ -55,7 +55,7 @@ void StyleTest::hasADrawingForEverySymbol() {
 
 void StyleTest::drawsFiguresInEveryScript() {
     QTest::failOnWarning(QRegularExpression("."));
-    const auto figure = make("Figure { text: '' }");
+    const auto figure = make("TabularText { text: '' }");
     // Joined letters, combining marks and right-to-left texts must not be split into characters.
     const std::pair<const char*, bool> sizes[]{
         {"4,2\u00a0Go", true}, {"17 ψηφιολέξεις", true}, {"١٫٣١ غيغابايت", false}, {"17 e\u0301", false}};
@@ -64,8 +64,8 @@ void StyleTest::drawsFiguresInEveryScript() {
         QCOMPARE(Driver::texts(*figure), QStringList(size));
         QCOMPARE(figure->childItems().size() > 2, isSplit); // the repeater and the texts
     }
-    QCOMPARE(make("Figure { text: '111' }")->implicitWidth(),
-             make("Figure { text: '888' }")->implicitWidth());
+    QCOMPARE(make("TabularText { text: '111' }")->implicitWidth(),
+             make("TabularText { text: '888' }")->implicitWidth());
 }
 
 void StyleTest::drawsAnArcAlsoWithoutShaders() {
