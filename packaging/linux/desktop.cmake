@@ -2,7 +2,7 @@
 include(GNUInstallDirs)
 
 # localized_elements(OUT ELEMENT INDENTATION KEY): sets OUT to XML elements with the text in every language.
-function(said out element indentation key)
+function(localized_elements out element indentation key)
     set(lines "")
     foreach(language ${LUMVALE_LANGUAGES})
         xml_text(text ${language} ${key})
