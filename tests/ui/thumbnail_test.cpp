@@ -28,7 +28,6 @@ private Q_SLOTS:
     void drawsThePictureOfItsCurrentAsset();
     void loadsVisibleTilesFirstAndNoneWithoutATile();
     void limitsAndClearsItsCache();
-    void comparesIdentifiersByBytes();
     void survivesTheEndOfTheWindow();
 
 private:
@@ -183,17 +182,6 @@ void ThumbnailTest::limitsAndClearsItsCache() {
     QVERIFY(!makeTile("M249")->isLoaded());
     runAll();
     QVERIFY(tile->isLoaded());
-}
-
-void ThumbnailTest::comparesIdentifiersByBytes() {
-    const QByteArray uuids[] = {"X\xFF", "X\xFE"};
-    for (int i = 0; i < 2; ++i) {
-        m_catalogue->add({.uuid = uuids[i].toStdString(), .file = i == 0 ? "'A.jpeg'" : "'B.jpeg'"});
-        makeTile(uuids[i], 20 + 100 * i);
-    }
-    runAll();
-    QCOMPARE(colour(48), QColor(Qt::red));
-    QCOMPARE(colour(148), QColor(Qt::green));
 }
 
 void ThumbnailTest::survivesTheEndOfTheWindow() {

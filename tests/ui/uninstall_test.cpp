@@ -11,7 +11,6 @@ private Q_SLOTS:
 
     void uninstallsTickedFilesOfTheChosenApp();
     void uninstallsUntilNoAppIsLeft();
-    void walksAppsAndFilesByKeys();
 
 private:
     void open();
@@ -92,47 +91,6 @@ void UninstallTest::uninstallsUntilNoAppIsLeft() {
     }
     QVERIFY(!m_driver->isShown("appsList"));
     QCOMPARE(m_driver->text("emptyPrompt"), translated("storage_breakdown_empty"));
-}
-
-void UninstallTest::walksAppsAndFilesByKeys() {
-    for (int i = 100; i < 160; ++i)
-        m_disk->make("~/Applications/App " + std::to_string(i) + ".app/");
-    open();
-    waitFor("appsList");
-    m_driver->item("appsList")->forceActiveFocus(Qt::TabFocusReason);
-    m_driver->key(Qt::Key_End);
-    m_driver->key(Qt::Key_Up);
-    for (const Qt::Key opens : {Qt::Key_Return, Qt::Key_Space}) {
-        m_driver->key(opens);
-        waitFor("filesList");
-        QVERIFY(hasFocus("filesList"));
-        m_driver->key(Qt::Key_Escape); // returns to the scrolled position
-        layOut();
-        QVERIFY(hasFocus("appsList"));
-        QCOMPARE(current(), "Paint");
-    }
-    m_driver->key(Qt::Key_Return);
-    waitFor("filesList");
-    const struct {
-        Qt::Key walks;
-        Qt::Key ticks;
-        const char* ticked;
-    } steps[]{{Qt::Key_Home, Qt::Key_Space, "-++"}, // the app itself is the first row
-              {Qt::Key_Down, Qt::Key_Return, "--+"},
-              {Qt::Key_End, Qt::Key_Space, "---"},
-              {Qt::Key_Home, Qt::Key_Return, "+--"}};
-    for (const auto& [walks, toggles, ticked] : steps) {
-        m_driver->key(walks);
-        m_driver->key(toggles);
-        QCOMPARE(ticks(), ticked);
-    }
-    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return})
-        m_driver->key(key);
-    QTRY_VERIFY(hasFocus("cancel"));
-    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return})
-        m_driver->key(key);
-    QTRY_VERIFY(!m_driver->isShown("cancel") && hasFocus("appsList"));
-    QCOMPARE(current(), "Solo"); // the row that follows
 }
 
 int main(int argc, char** argv) {

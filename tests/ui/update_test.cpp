@@ -1,6 +1,5 @@
 #include "app/models/scan_view_model.h"
-#include "app/update/update_checker.h"
-#include "tests/app/update_server.h"
+#include "app/update/update_alert.h"
 #include "tests/ui/window_test.h"
 
 #include <QDesktopServices>
@@ -25,27 +24,20 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void opensThePageOnlyIfChosen_data();
     void opensThePageOnlyIfChosen();
     void standsAboveTheIntroduction();
     void standsAboveAConfirmation();
     void restoresAMinimizedWindow();
-    void comesFromTheServer();
 
 private:
     void announce();
     void dismiss(); ///< by Escape
 
     QList<QUrl> m_opened;
-    // Created before a test changes the user.
-    const TestAuthority m_authority;
-    const QByteArray m_authorities = m_authority.certificate();
-    const QSslConfiguration m_identity = m_authority.identity();
 };
 
 void UpdateTest::init() {
     WindowTest::init();
-    m_opened.clear();
     QDesktopServices::setUrlHandler("https", this, "take");
     m_disk->make("~/Library/Caches/com.example.a/blob 4000");
 }
@@ -66,32 +58,28 @@ void UpdateTest::dismiss() {
     QTRY_VERIFY(!m_driver->isShown("download"));
 }
 
-void UpdateTest::opensThePageOnlyIfChosen_data() {
-    QTest::addColumn<QByteArray>("click");
-    QTest::addColumn<QList<Qt::Key>>("keys");
-    QTest::addColumn<bool>("opens");
-    using Keys = QList<Qt::Key>;
-    QTest::newRow("download") << QByteArray("download") << Keys{} << true;
-    QTest::newRow("later") << QByteArray("later") << Keys{} << false;
-    QTest::newRow("behind") << QByteArray("scanButton") << Keys{Qt::Key_Escape} << false;
-    QTest::newRow("Return") << QByteArray() << Keys{Qt::Key_Return} << true;
-    QTest::newRow("Tab, Return") << QByteArray() << Keys{Qt::Key_Tab, Qt::Key_Return} << false;
-}
-
 void UpdateTest::opensThePageOnlyIfChosen() {
-    QFETCH(QByteArray, click);
-    QFETCH(QList<Qt::Key>, keys);
-    QFETCH(bool, opens);
-    open();
-    announce();
-    if (!click.isEmpty())
+    const struct {
+        const char* click;
+        QList<Qt::Key> keys;
+        bool opens;
+    } cases[]{{"download", {}, true},
+              {"later", {}, false},
+              {"scanButton", {Qt::Key_Escape}, false}, // behind the dialog
+              {"dialogTitle", {Qt::Key_Return}, true},
+              {"dialogTitle", {Qt::Key_Tab, Qt::Key_Return}, false}};
+    for (const auto& [click, keys, opens] : cases) {
+        m_opened.clear();
+        open();
+        announce();
         QVERIFY(m_driver->click(click));
-    for (const Qt::Key key : keys)
-        m_driver->key(key);
-    QTRY_VERIFY(!m_driver->isShown("download"));
-    QCOMPARE(m_opened, opens ? QList<QUrl>{page} : QList<QUrl>{});
-    QVERIFY(!model<ScanViewModel>()->isScanning());
-    QTRY_VERIFY(hasFocus("scanButton"));
+        for (const Qt::Key key : keys)
+            m_driver->key(key);
+        QTRY_VERIFY(!m_driver->isShown("download"));
+        QCOMPARE(m_opened, opens ? QList<QUrl>{page} : QList<QUrl>{});
+        QVERIFY(!model<ScanViewModel>()->isScanning());
+        QTRY_VERIFY(hasFocus("scanButton"));
+    }
 }
 
 void UpdateTest::standsAboveTheIntroduction() {
@@ -134,30 +122,6 @@ void UpdateTest::restoresAMinimizedWindow() {
     announce();
     QTRY_VERIFY(!(window()->windowStates() & Qt::WindowMinimized));
     QTRY_VERIFY(window()->isExposed());
-}
-
-void UpdateTest::comesFromTheServer() {
-    UpdateServer server(m_identity);
-    server.serve("/maj/lumvale.json",
-                 {UpdateServer::ok(R"({"version":"99.0","page":"https://localhost/get"})")});
-    UpdateChecker::languageCode = [] {
-        return rawValue(Localizer::shared().effective());
-    };
-    QSettings().remove("orvane.update.lastCheck");
-    QObject owner;
-    UpdateChecker::startIfNeeded(&owner, [this](const UpdateAlert& alert) { m_lumvale->announce(alert); },
-                                 {.folder = server.url("/maj/"),
-                                  .authorities = m_authorities,
-                                  .delay = std::chrono::milliseconds(50)});
-    open();
-    Localizer::shared().setLanguage(AppLanguage::srCyrillic);
-    QTRY_VERIFY(m_driver->isShown("download"));
-    QCOMPARE(m_driver->text("dialogTitle"), "Доступна је нова верзија");
-    QCOMPARE(m_driver->text("dialogMessage"), "Верзија 99.0 програма Lumvale је доступна. Бесплатна је за "
-                                              "тебе. Имаш верзију "
-                                                  + Identity::version() + ".");
-    QCOMPARE(m_driver->text("download"), "Преузми");
-    QCOMPARE(m_driver->text("later"), "Касније");
 }
 
 int main(int argc, char** argv) {
