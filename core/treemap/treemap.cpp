@@ -34,9 +34,9 @@ public:
     /// Adds the piece unless that increases the worst ratio. Returns whether it was added.
     bool add(const Piece& piece) {
         const double sum = m_sum + piece.area;
-        const double worst =
-            piece.area > 0 ? std::max(m_square * m_largest / (sum * sum), sum * sum / (m_square * piece.area))
-                           : infinity;
+        double worst = infinity;
+        if (piece.area > 0)
+            worst = std::max(m_square * m_largest / (sum * sum), sum * sum / (m_square * piece.area));
         const bool isNoWorse = worst <= m_worst;
         if (isNoWorse) {
             m_sum = sum;

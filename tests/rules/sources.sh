@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Checks that a header has a source of the same name and that no source of the product is longer than 350 lines.
+set -uo pipefail
+cd "$(dirname "$0")/../.." || exit
+
+product='platform core app ui main'
+broken=0
+
+# forbid RULE LINES: prints the lines, if any, as violations of the rule.
+forbid() {
+    [ -n "$2" ] || return
+    printf '%s:\n%s\n\n' "$1" "$2"
+    broken=1
+}
+
+# Headers of plain types, templates and inline functions, which need no source.
+alone='platform/base/bytes.h platform/base/date.h platform/base/result.h platform/text/icu_locale.h'
+alone+=' platform/photos/photo_asset.h core/photos/duplicate_photo_item.h ui/shell/foreign_types.h'
+
+# A system's folder in platform/ holds the sources of headers that lie in the folders by job.
+# shellcheck disable=SC2086 # a list of folders
+forbid 'a header has a source of the same name' "$(find $product -name '*.h' | sort | while read -r header; do
+    source=${header%.h}.cpp
+    [ -e "$source" ] || [ -e "platform/linux/$(basename "$source")" ] || [[ " $alone " == *" $header "* ]] ||
+        echo "$header"
+done)"
+
+forbid 'at most 350 lines' "$(find $product tools bench packaging \( -name '*.cpp' -o -name '*.h' -o -name '*.qml' \) \
+    -exec wc -l {} + | awk '$1 > 350 && $2 != "total"')"
+
+exit $broken
