@@ -4,9 +4,7 @@ namespace core::LumvaleScanner {
 
 namespace {
 
-// Error codes of macOS, which platform::Error holds on every system.
-
-/// <sys/errno.h>
+/// The Mac's numbers (<sys/errno.h>), which platform::Error has on every system.
 enum PosixCode {
     operationNotPermitted = 1, // EPERM
     noSuchFile = 2,            // ENOENT
@@ -14,13 +12,6 @@ enum PosixCode {
     resourceBusy = 16,         // EBUSY
     textFileBusy = 26,         // ETXTBSY
     directoryNotEmpty = 66,    // ENOTEMPTY
-};
-
-/// <Foundation/FoundationErrors.h>
-enum CocoaCode {
-    fileNoSuchFile = 4,          // NSFileNoSuchFileError
-    fileReadNoPermission = 257,  // NSFileReadNoPermissionError
-    fileWriteNoPermission = 513, // NSFileWriteNoPermissionError
 };
 
 /// Returns the POSIX code of an error or of its cause; 0 if neither has one.
@@ -51,10 +42,10 @@ std::string_view reasonKey(const platform::Error& error) {
     }
     if (error.domain == platform::cocoaDomain) {
         switch (error.code) {
-        case fileNoSuchFile:
+        case platform::cocoa::noSuchFile:
             return "err_trash_already_gone";
-        case fileReadNoPermission:
-        case fileWriteNoPermission:
+        case platform::cocoa::readNoPermission:
+        case platform::cocoa::writeNoPermission:
             return "err_trash_permission";
         default:
             break;

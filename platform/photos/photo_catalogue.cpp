@@ -45,13 +45,16 @@ std::string_view uuidOf(std::string_view identifier) {
     return identifier;
 }
 
+/// Values of the column ZKIND.
+enum Kind : std::int64_t { unknownKind = -1, imageKind = 0, videoKind = 1, audioKind = 2 };
+
 PhotoMediaType mediaType(std::optional<std::int64_t> kind) {
-    switch (kind.value_or(-1)) {
-    case 0:
+    switch (kind.value_or(unknownKind)) {
+    case imageKind:
         return PhotoMediaType::image;
-    case 1:
+    case videoKind:
         return PhotoMediaType::video;
-    case 2:
+    case audioKind:
         return PhotoMediaType::audio;
     default:
         return PhotoMediaType::unknown;

@@ -22,7 +22,7 @@ cpack --config CPackConfig.cmake -B "$work/package" >"$work/cpack" 2>&1 || fail 
 package=$work/package/lumvale_${version}_$(dpkg --print-architecture).deb
 [ -f "$package" ] || fail "the package has another name: $(ls "$work/package")"
 
-# What it says of itself.
+# Control fields.
 field() { dpkg-deb --field "$package" "$1"; }
 for line in 'Package lumvale' "Version $version" "Architecture $(dpkg --print-architecture)" 'Section utils' \
     "Maintainer $name <hello@lumvale.example>"; do
@@ -30,7 +30,7 @@ for line in 'Package lumvale' "Version $version" "Architecture $(dpkg --print-ar
 done
 [ "$(field Description | wc -l)" = 6 ] || fail "a description without its features: $(field Description)"
 
-# What it asks for is here, in these versions, and all that its screens import comes with it.
+# Dependencies are satisfied here and cover all QML imports.
 dpkg-checkbuilddeps -d "$(field Depends), $(field Recommends)" /dev/null 2>"$work/unmet" || fail "$(cat "$work/unmet")"
 needed=" $(field Depends | sed 's/([^)]*)//g; s/,/ /g') "
 [[ $needed == *' libqt6quick6 '* ]] || fail "the program's libraries aren't asked for: $needed"
@@ -40,7 +40,7 @@ while read -r module; do
 done < <(grep -rhoE --include='*.qml' '^import Qt[A-Za-z0-9.]+' "$product/ui" | cut -d ' ' -f 2 | sort -u)
 [[ " $(field Recommends | sed 's/,/ /g') " == *' fonts-inter '* ]] || fail "the texts' face isn't recommended"
 
-# What it brings.
+# Contents.
 mkdir "$root"
 dpkg-deb --extract "$package" "$root"
 icons=usr/share/icons/hicolor
@@ -60,7 +60,7 @@ modes=$(find "$root" -mindepth 1 -printf '%y%m\n' | sort -u | tr '\n' ' ')
 [ "$modes" = 'd755 f644 f755 ' ] || fail "odd modes: $modes"
 [ "$(find "$root" -type f -perm 755 -printf '%P')" = usr/bin/lumvale ] || fail "another program"
 
-# What desktops and software centres read.
+# Desktop entry and metainfo.
 entry=$root/usr/share/applications/$identifier.desktop
 metainfo=$root/usr/share/metainfo/$identifier.metainfo.xml
 complaints=$(desktop-file-validate "$entry" 2>&1) || true
@@ -75,7 +75,7 @@ echo cached >"$disk/Users/me/Library/Caches/com.example.editor/data"
 chmod 700 "$home" "$work/runtime"
 user=() number=$(id -u)
 if [ "$number" = 0 ]; then
-    number=61357 # nobody's
+    number=61357 # belongs to no user
     user=(setpriv "--reuid=$number" "--regid=$number" --clear-groups)
     chown -R "$number:$number" "$home" "$work/runtime" "$disk"
 else
@@ -120,7 +120,7 @@ wait $program || true
 program=''
 ! grep -E 'qrc:|\.qml' "$work/said" || fail "a fault in a screen"
 
-# What the graphics driver and the fonts' library keep is their own affair.
+# Caches of the graphics driver and the font library are allowed.
 listed | diff -u "$work/before" - || fail "it changed what it was installed as, or the disk"
 left=$(find "$home" -type f ! -path "$home/.config/$name/*" ! -path "$home/.cache/mesa_shader_cache/*" \
     ! -path "$home/.cache/fontconfig/*")

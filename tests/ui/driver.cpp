@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Calls `visit` with each visible item at and below `item`, front to back not counted.
+/// Calls `visit` for each visible item at and below `item`; ignores overlap.
 template <class Visit>
 void forEachVisible(QQuickItem* item, Visit visit) {
     if (!item->isVisible() || item->opacity() <= 0)
@@ -21,7 +21,7 @@ void forEachVisible(QQuickItem* item, Visit visit) {
         forEachVisible(child, visit);
 }
 
-/// What of the item scrolling views around it let through.
+/// Returns the part of the item that clipping ancestors leave visible, in window coordinates.
 QRectF partInSight(const QQuickItem& item) {
     QRectF part = Driver::place(item);
     for (const QQuickItem* around = item.parentItem(); around; around = around->parentItem())
@@ -186,7 +186,7 @@ QStringList Driver::silentControls() const {
         };
         if (!isControl(item))
             return;
-        // One that is part of another is the other's to tell.
+        // A control inside another one is described by the outer one.
         for (const QQuickItem* around = item->parentItem(); around; around = around->parentItem())
             if (isControl(around))
                 return;
@@ -200,7 +200,7 @@ QStringList Driver::silentControls() const {
 OwnSettings::OwnSettings() {
     qputenv("XDG_CONFIG_HOME", m_folder.path().toLocal8Bit());
     qputenv("XDG_CONFIG_DIRS", m_folder.path().toLocal8Bit());
-    // What the driver compiled for one window serves the next.
+    // Windows share the driver's compiled shaders.
     qputenv("MESA_SHADER_CACHE_DIR", m_folder.path().toLocal8Bit());
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("TZ", "UTC");
@@ -211,7 +211,7 @@ OwnSettings::OwnSettings() {
     QSettings settings;
     settings.setValue("didOnboard", true);
     settings.sync();
-    // Whoever a test may be shall find them, and store others: the file keeps its mode.
+    // Tests that change the user must be able to read and write the settings.
     const std::filesystem::path file = settings.fileName().toStdString();
     for (const std::filesystem::path& path : {file, file.parent_path(), file.parent_path().parent_path()})
         std::filesystem::permissions(path, std::filesystem::perms::all);

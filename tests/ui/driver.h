@@ -11,65 +11,62 @@
 #include <thread>
 #include <vector>
 
-/// Eyes and hands on a real window: what it finds is visible, and what it clicks is clicked where it lies.
+/// Finds visible items of a window and sends it pointer and key events.
 class Driver {
 public:
     explicit Driver(QQuickWindow& window) : m_window(window) {}
 
-    /// The first visible item of this object name, in dialogs as well; null when there is none.
+    /// Returns the first visible item with this objectName, dialogs included; null if there is none.
     QQuickItem* item(const char* name) const;
-    std::vector<QQuickItem*> items(const char* name) const; ///< all of them
+    std::vector<QQuickItem*> items(const char* name) const; ///< all such items
     bool isShown(const char* name) const { return item(name) != nullptr; }
 
-    /// A property of a visible item as text; empty when it isn't shown.
+    /// Returns a property of a visible item as text; empty if the item is not visible.
     QString text(const char* name, const char* property = "text") const;
     bool isEnabled(const char* name) const;
 
-    /// The visible rows of lists, from top to bottom, and the one that shows this name.
+    /// Returns the visible rows of lists from top to bottom, and the one with this name.
     std::vector<QQuickItem*> rows() const;
     QQuickItem* row(const QString& name) const;
 
-    /// Clicks in the middle; false when nothing of that name is shown.
+    /// Clicks the centre of the item; returns false if no such item is visible.
     bool click(const char* name) const;
     void click(const QQuickItem& item) const;
     static QPoint centre(const QQuickItem& item) { return place(item).center().toPoint(); }
-    static QRectF place(const QQuickItem& item); ///< in the window
+    static QRectF place(const QQuickItem& item); ///< in window coordinates
 
-    /// A click that the window system has to say while the program is blocked: it waits in the queue, and
-    /// with it the thread.
+    /// Sends a click from another thread; it is delivered once the blocked interface thread processes events.
     std::jthread clickLater(QPoint place) const;
 
     void key(Qt::Key key) const;
 
-    /// What a hand does without meaning it: two clicks in haste, a key held down until it repeats.
+    /// Sends a double click, or a key press with repeats.
     void doubleClick(const QQuickItem& item) const;
     void holdKey(Qt::Key key) const;
 
-    /// What the open dialog does once it is confirmed; null without a dialog.
+    /// Returns the blocking action of the open dialog; null without a dialog.
     BlockingAction* blockingAction() const;
 
-    /// The visible texts of the window, or at and below an item, as drawn. Figures, which draw each character
-    /// as an item of its own, are one text.
+    /// Returns the visible texts of the window or of an item, as drawn. TabularText, which draws each
+    /// character as an item, counts as one text.
     QStringList texts() const;
     static QStringList texts(QQuickItem& item);
 
     /// Returns whether a check mark is drawn in the item.
     static bool isTicked(QQuickItem& item);
 
-    /// The visible texts that don't fit where they stand, or reach out of the window; but for those that are
-    /// made to be shortened.
+    /// Returns the visible texts that are larger than their items or outside the window, except elided ones.
     QStringList cutTexts() const;
 
-    /// The visible controls that a screen reader would find without a name or a role.
+    /// Returns the visible controls without an accessible name or role.
     QStringList silentControls() const;
 
 private:
     QQuickWindow& m_window;
 };
 
-/// While it lives, the program's settings are those of somebody who is through with the introduction and has
-/// chosen nothing else, and the language and the formats are the same on every machine. Made before the
-/// application object.
+/// Provides empty settings with a finished introduction and fixed locale and time zone. Must be created
+/// before the application object.
 class OwnSettings {
 public:
     OwnSettings();

@@ -20,7 +20,7 @@ void WindowTest::open(QSize size, const platform::Executor& executor, const plat
     window()->resize(size);
     QVERIFY(QTest::qWaitForWindowExposed(window()));
     QTRY_COMPARE(window()->contentItem()->size(), QSizeF(size));
-    // As when the window system makes it the active one, which it doesn't do on every machine.
+    // Without a window manager the window does not become active.
     window()->contentItem()->setFocus(true, Qt::ActiveWindowFocusReason);
     m_driver.emplace(*window());
 }
@@ -118,7 +118,7 @@ void WindowTest::press(QAccessibleInterface* control) {
 
 void WindowTest::checkEverythingIsSaid() const {
     layOut();
-    QTRY_COMPARE(m_driver->cutTexts().join("; "), QString()); // rows may still be on their way
+    QTRY_COMPARE(m_driver->cutTexts().join("; "), QString()); // until delegates are created
     QCOMPARE(m_driver->silentControls().join("; "), QString());
 }
 

@@ -15,8 +15,8 @@
 #include <string>
 #include <vector>
 
-/// What tests of the real window share. Each starts in English with an empty disk, real files and no window;
-/// what it left open is gone before the next one.
+/// Base of tests of the real window. Each test starts in English with an empty disk of real files and no
+/// window.
 class WindowTest : public QObject {
     Q_OBJECT
 
@@ -27,35 +27,34 @@ protected Q_SLOTS:
 protected:
     static constexpr QSize smallest{820, 700};
 
-    /// Opens the window, in this size, on the disk and its history as they are then. `photos` says what the
-    /// program may do with the photo library.
+    /// Opens the window in this size on the disk. `photos` determines the access to the photo library.
     void open(QSize size = smallest, const platform::Executor& executor = qtExecutor(),
               const platform::PhotoAccess& photos = platform::PhotoAccess::ofSystem());
     void close();
     QQuickWindow* window() const { return m_lumvale->window(); }
-    void layOut() const { (void)window()->grabWindow(); } ///< everything that changed
+    void layOut() const { (void)window()->grabWindow(); } ///< renders a frame
 
-    /// Makes what starts at login, by the label in its property list.
+    /// Creates a launch agent's property list with this label.
     void makeAgent(const std::string& path, const std::string& label) const;
 
-    /// The screen model of this class; null when no screen has one.
+    /// Returns the view model of this class; null if no screen has one.
     template <class Model>
     Model* model() const {
         return window()->findChild<Model*>();
     }
 
-    /// Clicks a button that asks first, and then what confirms it; done when the dialog is gone.
+    /// Clicks a button that opens a dialog, confirms it and waits until it is closed.
     void confirm(const char* button) const;
 
     QStringList drawn() const; ///< the rows in sight: the texts of each as drawn, joined by " | "
     QString ticks() const;     ///< the rows in sight: "+" for a drawn check mark, "-" for none
-    QStringList shown(const char* property) const; ///< by the rows in sight, or the first photo of each
-    QString current() const; ///< the name of what keys would press; empty when nothing is shown to be
+    QStringList shown(const char* property) const; ///< of each visible row, or of its first photo
+    QString current() const; ///< name of the row or photo with visual focus; empty if none
     bool hasFocus(const char* name) const;
-    QStringList menuEntries() const; ///< in the open menu; the chosen one with a "*"
+    QStringList menuEntries() const; ///< of the open menu; the current one with a "*"
     QQuickItem* menuEntry(const QString& text) const;
 
-    /// What a screen reader is told of a visible item.
+    /// Returns the accessible interface of a visible item.
     QAccessibleInterface* told(const char* name) const;
     static QAccessibleInterface* told(QQuickItem* item) {
         return QAccessible::queryAccessibleInterface(item);
@@ -64,28 +63,28 @@ protected:
     QString announced(const char* name) const;
     static void press(QAccessibleInterface* control); ///< as a screen reader does
 
-    /// Nothing on the screen is cut off, and no control is silent.
+    /// Checks that no text is cut off and every control has a name and a role.
     void checkEverythingIsSaid() const;
 
     /// Test data: a row for each language, in the column "language".
     static void eachLanguage();
 
 private:
-    /// Where keys stop in a row: at its photos, else at the row itself.
+    /// Returns the items of a row that can have focus: its photos, otherwise the row.
     std::vector<const QQuickItem*> stepsOf(const QQuickItem& row) const;
 
 protected:
-    std::optional<OrdinaryUser> m_user; ///< so that modes count
+    std::optional<OrdinaryUser> m_user; ///< file permissions do not apply to root
     std::optional<TemporaryDisk> m_disk;
     std::optional<HistoryStore> m_history;
     std::optional<LumvaleWindow> m_lumvale;
     std::optional<Driver> m_driver;
 };
 
-/// The text of a key in the language of the moment.
+/// Returns the text of a key in the current language.
 QString translated(const char* key);
 
-/// The main function of a test of the window.
+/// Runs a window test with its own settings and application object.
 template <class Test>
 int runTest(int argc, char** argv) {
     const OwnSettings settings;

@@ -19,7 +19,7 @@ namespace {
 using enum Scene;
 enum Format { jpeg, png, film };
 
-/// How an asset differs from a visible one whose file is in the library.
+/// Differences of an asset from a visible one whose file is in the library.
 enum Mark : unsigned {
     favorite = 1,
     hidden = 2,
