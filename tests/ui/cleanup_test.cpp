@@ -56,6 +56,12 @@ void CleanupTest::drawsProposalsAndDiskHealth() {
     row->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
     QVERIFY(row->state().checkable && row->state().checked);
     QCOMPARE(ticks(), "++++");
+    m_driver->item("resultsList")->forceActiveFocus(Qt::TabFocusReason);
+    for (const auto& [key, expected] :
+         {std::pair(Qt::Key_Home, "++++"), {Qt::Key_Return, "-+++"}, {Qt::Key_Space, "++++"}}) {
+        m_driver->key(key);
+        QCOMPARE(ticks(), expected);
+    }
 
     QVERIFY(m_driver->texts().contains(model<ScanViewModel>()->freeSpaceText()));
     QCOMPARE(m_driver->text("healthLabel"), Localizer::shared().text(model<ScanViewModel>()->healthKey()));

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# program_test.sh LUMVALE TITLE: the program opens its window on a disk, with and without OpenGL, and leaves no files
-# in the home of its user. Without such a disk or home it prints one line and ends.
+# program_test.sh LUMVALE TITLE HOST: the program opens its window on a disk, with and without OpenGL, asks HOST for
+# updates and leaves no files in the home of its user. Without such a disk or home it prints one line and ends.
 set -euo pipefail
-lumvale=$1 title=$2
+lumvale=$1 title=$2 host=$3
 disk=$(mktemp -d)
-program=''
-trap '[ -z "$program" ] || kill "$program" 2>/dev/null || true; rm -rf "$disk"' EXIT
+program='' proxy=''
+trap '[ -z "$program$proxy" ] || kill $program $proxy 2>/dev/null || true; rm -rf "$disk"' EXIT
 home=$disk/host-home # of the user who runs it
 mkdir -p "$disk/Users/me" "$home"
 touch "$disk/file"
@@ -35,9 +35,21 @@ for case in "$disk/missing /Users/me" "$disk/file /" "$disk /Users/nobody" "$dis
     [ "$(wc -l <"$disk/said")" = 1 ] || fail "not one line for $case"
 done
 
+# A proxy that refuses: it prints its port, then the first line of the first request.
+# shellcheck disable=SC2016 # the variables are Perl's
+refusing_proxy='use IO::Socket::INET;
+    $| = 1;
+    my $server = IO::Socket::INET->new(Listen => 1, LocalAddr => "127.0.0.1") or die;
+    print $server->sockport, "\n";
+    print scalar readline $server->accept;'
+
 for backend in '' software; do
+    exec 3< <(perl -e "$refusing_proxy")
+    proxy=$!
+    read -r port <&3
     env -u XDG_CACHE_HOME -u XDG_CONFIG_HOME -u XDG_DATA_HOME -u XDG_STATE_HOME HOME="$home" \
-        QT_QUICK_BACKEND="$backend" LUMVALE_DISK="$disk" LUMVALE_HOME=/Users/me "$lumvale" >"$disk/said" 2>&1 &
+        https_proxy="http://127.0.0.1:$port" QT_QUICK_BACKEND="$backend" LUMVALE_DISK="$disk" \
+        LUMVALE_HOME=/Users/me "$lumvale" >"$disk/said" 2>&1 &
     program=$!
     for ((tenth = 0; ; ++tenth)); do
         kill -0 $program 2>/dev/null || fail "it ended by itself, drawing with ${backend:-OpenGL}"
@@ -45,9 +57,12 @@ for backend in '' software; do
         ((tenth < 600)) || fail "no window with the title $title, drawing with ${backend:-OpenGL}"
         sleep 0.1
     done
+    request=''
+    read -r -t 60 request <&3 || true
+    [[ $request == "CONNECT $host:443 "* ]] || fail "it did not ask $host for updates: $request"
     kill $program
     wait $program || true
-    program=''
+    program='' proxy=''
     ! grep -E 'qrc:|\.qml' "$disk/said" || fail "a fault in a screen, drawing with ${backend:-OpenGL}"
 done
 
