@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Checks that a header has a source of the same name and that no source of the product is longer than 350 lines.
+# Checks that each header of the product has a source of the same name, and that no file of the product, its tools or
+# benchmarks is longer than 350 lines.
 set -uo pipefail
 cd "$(dirname "$0")/../.." || exit
 
