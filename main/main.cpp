@@ -46,5 +46,5 @@ int main(int argc, char* argv[]) {
         return EXIT_FAILURE;
     const int status = QGuiApplication::exec();
     // Exits without waiting for background jobs: they only read, or write files atomically.
-    std::quick_exit(status);
+    std::_Exit(status);
 }
