@@ -2,6 +2,8 @@
 
 #include <charconv>
 #include <cmath>
+#include <locale>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
@@ -58,8 +60,11 @@ std::uint64_t count(const std::string& argument) {
 }
 
 double real(const std::string& argument) {
-    const double value = number<double>(argument);
-    if (!std::isfinite(value))
+    // Apple's library lacks std::from_chars() for floating point.
+    std::istringstream stream(argument);
+    stream.imbue(std::locale::classic());
+    double value = 0;
+    if (!(stream >> std::noskipws >> value) || !stream.eof() || !std::isfinite(value))
         throw WrongUsage{"no finite number: " + argument};
     return value;
 }
