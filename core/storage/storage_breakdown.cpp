@@ -1,9 +1,9 @@
 #include "core/storage/storage_breakdown.h"
 
 #include "platform/files/attributes.h"
+#include "platform/files/display_name.h"
 #include "platform/files/folder.h"
 #include "platform/files/path.h"
-#include "platform/files/places.h"
 #include "platform/walk/walk.h"
 
 #include <algorithm>
@@ -25,7 +25,8 @@ std::vector<StorageEntry> storageBreakdown(const platform::Disk& disk) {
     std::vector<StorageEntry> entries;
     for (std::size_t i = 0; i < paths.size(); ++i) {
         if (sizes[i] > 0)
-            entries.emplace_back(i + 1 == paths.size() ? "Applications" : platform::displayName(paths[i]),
+            entries.emplace_back(i + 1 == paths.size() ? "Applications"
+                                                       : platform::displayName(disk, paths[i]),
                                  paths[i], sizes[i]);
     }
     std::stable_sort(entries.begin(), entries.end(),

@@ -191,8 +191,11 @@ Result<Disk> Disk::ofEnvironment() {
     const std::string root = environment("LUMVALE_DISK").value_or("/");
     const std::string home = environment("LUMVALE_HOME").value_or(homeOfThisMachine());
     Result<Disk> disk = open(root, home, environment("LUMVALE_USER_CACHE"));
-    if (disk)
+    if (disk) {
+        if (!disk->m_userCache && disk->m_isOfThisMachine)
+            disk->m_userCache = system::userCacheFolder();
         return disk;
+    }
     Error error = disk.error();
     error.description = "no disk at " + root + " with a home at " + home + ": " + error.description;
     return error;

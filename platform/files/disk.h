@@ -31,7 +31,8 @@ public:
                              std::optional<std::string_view> userCache = std::nullopt);
 
     /// Opens the disk named by the environment: LUMVALE_DISK (default "/"), LUMVALE_HOME (default: the home
-    /// of this machine's user) and LUMVALE_USER_CACHE. The error's description names the disk and the home.
+    /// of this machine's user) and LUMVALE_USER_CACHE (default for "/": the folder that the system reports).
+    /// The error's description names the disk and the home.
     static Result<Disk> ofEnvironment();
 
     /// Sets and returns the default disk of all operations. It is set once, before any thread starts; setting

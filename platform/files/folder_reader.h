@@ -2,8 +2,8 @@
 
 #include "platform/files/attributes.h"
 
-#include <cstddef>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 namespace platform {
@@ -14,6 +14,9 @@ struct FolderEntry {
     bool typeIsKnown = false;
     EntryType type = EntryType::other; ///< valid only if `typeIsKnown`: some file systems don't report it
     bool isHidden = false;             ///< by its name, or by the system's hidden flag
+
+    /// Set if the system reports them together with the name, at no further cost.
+    std::optional<Attributes> attributes = {};
 };
 
 /// Reads folders entry by entry, in the file system's order, with as few system calls as possible. One reader
@@ -31,17 +34,11 @@ public:
     const FolderEntry* next();
 
     /// Returns the host's errno if next() returned null because reading failed, otherwise 0.
-    int failure() const { return m_failure; }
+    int failure() const;
 
 private:
-    static constexpr std::size_t bufferSize = std::size_t{64} * 1024;
-
-    std::unique_ptr<char[]> m_buffer;
-    std::size_t m_position = 0;
-    std::size_t m_end = 0;
-    int m_folder = -1;
-    int m_failure = 0;
-    FolderEntry m_entry;
+    struct State;
+    std::unique_ptr<State> m_state;
 };
 
 } // namespace platform

@@ -1,6 +1,7 @@
 #include "platform/files/folder_reader.h"
 
 #include <cerrno>
+#include <cstddef>
 #include <cstring>
 
 #include <dirent.h>
@@ -25,37 +26,51 @@ EntryType entryType(unsigned char type) {
 
 } // namespace
 
-FolderReader::FolderReader() : m_buffer(std::make_unique_for_overwrite<char[]>(bufferSize)) {}
+struct FolderReader::State {
+    int folder = -1;
+    int failure = 0;
+    std::size_t position = 0; ///< in the buffer, of the next entry
+    std::size_t end = 0;
+    FolderEntry entry = {};
+    char buffer[std::size_t{64} * 1024];
+};
+
+FolderReader::FolderReader() : m_state(new State) {}
 FolderReader::~FolderReader() = default;
 
+int FolderReader::failure() const {
+    return m_state->failure;
+}
+
 void FolderReader::start(int folder) {
-    m_folder = folder;
-    m_position = m_end = 0;
-    m_failure = 0;
+    m_state->folder = folder;
+    m_state->failure = 0;
+    m_state->position = m_state->end = 0;
 }
 
 const FolderEntry* FolderReader::next() {
+    State& state = *m_state;
     for (;;) {
-        if (m_position == m_end) {
+        if (state.position == state.end) {
             // readdir() would need a stream, which costs three more system calls per folder.
-            const ssize_t length = getdents64(m_folder, m_buffer.get(), bufferSize);
+            const ssize_t length = getdents64(state.folder, state.buffer, sizeof state.buffer);
             if (length <= 0) {
-                m_failure = length < 0 ? errno : 0;
+                state.failure = length < 0 ? errno : 0;
                 return nullptr;
             }
-            m_position = 0;
-            m_end = static_cast<std::size_t>(length);
+            state.position = 0;
+            state.end = static_cast<std::size_t>(length);
         }
-        const char* record = m_buffer.get() + m_position;
+        const char* record = state.buffer + state.position;
         unsigned short recordLength = 0;
         std::memcpy(&recordLength, record + offsetof(dirent64, d_reclen), sizeof recordLength);
-        m_position += recordLength;
+        state.position += recordLength;
         const char* name = record + offsetof(dirent64, d_name);
         if (name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0')))
             continue;
         const auto type = static_cast<unsigned char>(record[offsetof(dirent64, d_type)]);
-        m_entry = {name, type != DT_UNKNOWN, entryType(type), name[0] == '.'};
-        return &m_entry;
+        state.entry = {name, type != DT_UNKNOWN, entryType(type), name[0] == '.'};
+        return &state.entry;
     }
 }
 

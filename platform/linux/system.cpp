@@ -20,24 +20,6 @@ namespace platform::system {
 
 namespace {
 
-EntryType entryType(mode_t mode) {
-    switch (mode & S_IFMT) {
-    case S_IFDIR:
-        return EntryType::folder;
-    case S_IFREG:
-        return EntryType::file;
-    case S_IFLNK:
-        return EntryType::link;
-    default:
-        return EntryType::other;
-    }
-}
-
-Date date(const timespec& time) {
-    return Date(std::chrono::duration<double>(static_cast<double>(time.tv_sec)
-                                              + static_cast<double>(time.tv_nsec) / 1e9));
-}
-
 std::optional<Identity> identity(int folder, const char* name, int flags) {
     struct statx status {};
     if (statx(folder, name, flags | AT_SYMLINK_NOFOLLOW, STATX_INO | STATX_MNT_ID, &status) != 0)
@@ -102,13 +84,8 @@ std::string hostPath(int descriptor) {
                : std::string(target, static_cast<std::size_t>(length));
 }
 
-std::optional<Attributes> attributesAt(int folder, const char* name) {
-    struct stat status {};
-    if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return std::nullopt;
-    const EntryType type = entryType(status.st_mode);
-    const bool hasSize = type == EntryType::file || type == EntryType::link;
-    return Attributes{type, hasSize ? std::int64_t{status.st_size} : 0, date(status.st_mtim)};
+timespec modificationTime(const struct stat& status) {
+    return status.st_mtim;
 }
 
 int renameExclusively(int fromFolder, const char* fromName, int toFolder, const char* toName) {
@@ -123,6 +100,14 @@ int clearImmutableFlag(int descriptor) {
         return 0;
     flags &= ~FS_IMMUTABLE_FL;
     return ioctl(descriptor, FS_IOC_SETFLAGS, &flags);
+}
+
+int inheritStandardOutput(posix_spawnattr_t&, posix_spawn_file_actions_t& actions) {
+    return posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+}
+
+std::optional<std::string> userCacheFolder() {
+    return std::nullopt;
 }
 
 } // namespace platform::system

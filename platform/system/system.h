@@ -4,8 +4,12 @@
 #include "platform/files/descriptor.h"
 
 #include <cstdint>
+#include <ctime>
 #include <optional>
 #include <string>
+
+#include <spawn.h>
+#include <sys/stat.h>
 
 /// Thin wrappers of system calls that differ between systems. On failure they leave the host's errno.
 /// Internal to platform/.
@@ -17,6 +21,9 @@ Descriptor openToPassThrough(int folder, const char* name);
 
 /// Returns the attributes of the entry `name` in `folder`. Symbolic links aren't followed.
 std::optional<Attributes> attributesAt(int folder, const char* name);
+
+/// Returns the modification time in a result of stat(2), whose member POSIX names differently on each system.
+timespec modificationTime(const struct stat& status);
 
 /// Identifies an entry independently of its path: two entries are the same when all members are equal. A
 /// volume, or a folder of it (bind mount), can be mounted at several mount points; these differ in `mount`.
@@ -53,5 +60,13 @@ int renameExclusively(int fromFolder, const char* fromName, int toFolder, const 
 /// Clears the user's immutable flag of an open file or folder. Returns 0, also when the flag isn't set, or -1
 /// with errno.
 int clearImmutableFlag(int descriptor);
+
+/// Makes a program that is started with these attributes and actions inherit standard output and error, and
+/// no other open file unless an action opens it. Returns 0 or an error number.
+int inheritStandardOutput(posix_spawnattr_t& attributes, posix_spawn_file_actions_t& actions);
+
+/// Returns the host's path, without symbolic links, of the user's folder for temporary caches, or nullopt
+/// when the system has none.
+std::optional<std::string> userCacheFolder();
 
 } // namespace platform::system

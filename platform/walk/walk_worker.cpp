@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <climits>
 #include <iterator>
 #include <system_error>
 
@@ -12,9 +13,9 @@ namespace platform::detail {
 
 namespace {
 
-/// In bytes; a folder with a longer path from its anchor becomes an anchor itself. Paths stay below the
-/// system's limit.
-constexpr std::size_t maxPathFromAnchor = 2048;
+/// In bytes; a folder with a longer path from its anchor becomes an anchor itself. Leaves room below the
+/// system's limit for one more name, which on a Mac can have 255 characters of three bytes.
+constexpr std::size_t maxPathFromAnchor = PATH_MAX - 3 * NAME_MAX - 2;
 
 /// Descriptors of the budget that only anchors may use: all folders below a closed anchor cost more system
 /// calls.
@@ -110,7 +111,9 @@ void WalkWorker::readEntries(const Descriptor& folder) {
             continue;
         ++m_entriesSeen;
         Attributes attributes{found->type, 0, {}};
-        if (!found->typeIsKnown || found->type == EntryType::file || found->type == EntryType::link) {
+        if (found->attributes) {
+            attributes = *found->attributes;
+        } else if (!found->typeIsKnown || found->type == EntryType::file || found->type == EntryType::link) {
             const std::optional<Attributes> read = system::attributesAt(folder.number(), found->name.data());
             if (!read) // removed since
                 continue;

@@ -18,10 +18,10 @@ platform/files/file.cpp ftruncate
 platform/files/file.cpp writeFile
 platform/files/file.h writeFile
 platform/linux/photo_access.cpp writeFile
-platform/linux/process.cpp posix_spawn
-platform/linux/process.cpp runProgram
 platform/linux/system.cpp renameExclusively
 platform/linux/system.cpp renameat2
+platform/macos/system.cpp renameExclusively
+platform/macos/system.cpp renameatx_np
 platform/photos/photo_catalogue.cpp openToChange
 platform/photos/photo_library.cpp deleteAssets
 platform/photos/photo_library.h deleteAssets
@@ -37,6 +37,8 @@ platform/removal/trash.cpp unlinkat
 platform/removal/trash.h moveToTrash
 platform/sqlite/sqlite.cpp openToChange
 platform/sqlite/sqlite.h openToChange
+platform/system/process.cpp posix_spawn
+platform/system/process.cpp runProgram
 platform/system/process.h runProgram
 platform/system/system.h renameExclusively'
 

@@ -1,5 +1,7 @@
 #include "platform/system/process.h"
 
+#include "platform/system/system.h"
+
 #include <cerrno>
 #include <csignal>
 
@@ -7,6 +9,8 @@
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+extern char** environ; // declared by the program, says POSIX
 
 namespace platform {
 
@@ -21,6 +25,8 @@ public:
         sigset_t all;
         sigemptyset(&none);
         sigfillset(&all);
+        for (const int fixed : {SIGKILL, SIGSTOP}) // always have their default handling
+            sigdelset(&all, fixed);
         posix_spawnattr_init(&m_attributes);
         posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
         posix_spawnattr_setsigmask(&m_attributes, &none);
@@ -28,7 +34,7 @@ public:
         posix_spawn_file_actions_init(&m_files);
         m_error = posix_spawn_file_actions_addopen(&m_files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
         if (m_error == 0)
-            m_error = posix_spawn_file_actions_addclosefrom_np(&m_files, STDERR_FILENO + 1);
+            m_error = system::inheritStandardOutput(m_attributes, m_files);
     }
     ~Spawner() {
         posix_spawn_file_actions_destroy(&m_files);
