@@ -8,6 +8,7 @@ namespace Identity {
 
 QString name();       ///< "CFBundleName"
 QString version();    ///< "CFBundleShortVersionString"
-QString identifier(); ///< "CFBundleIdentifier"
+QString identifier(); ///< "CFBundleIdentifier": the reversed domain and the name
+QString domain();     ///< the vendor's domain, from the identifier
 
 } // namespace Identity

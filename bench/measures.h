@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/settings.h"
+
 #include <QEventLoop>
 #include <QQuickWindow>
 #include <QSettings>
@@ -20,7 +22,7 @@ constexpr int framesMeasured = 90;
 
 /// Stores the settings in this folder and marks the welcome dialog as seen.
 inline void welcomeBefore(const QString& folder) {
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder);
+    Settings::useFolder(folder);
     QSettings().setValue("didOnboard", true);
 }
 

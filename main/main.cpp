@@ -2,6 +2,7 @@
 #include "app/history/history_store.h"
 #include "app/i18n/localizer.h"
 #include "app/identity.h"
+#include "app/settings.h"
 #include "app/update/update_checker.h"
 #include "platform/base/executor.h"
 #include "platform/files/disk.h"
@@ -29,10 +30,12 @@ int main(int argc, char* argv[]) {
 
     QGuiApplication application(argc, argv);
     QGuiApplication::setOrganizationName(Identity::name());
+    QGuiApplication::setOrganizationDomain(Identity::domain());
     QGuiApplication::setApplicationName(Identity::name());
     QGuiApplication::setApplicationVersion(Identity::version());
     QGuiApplication::setDesktopFileName(Identity::identifier());
     QGuiApplication::setWindowIcon(programIcon());
+    Settings::useFolderOfEnvironment();
 
     platform::Executor::setCurrent(qtExecutor());
     std::optional<LumvaleWindow> window;

@@ -14,13 +14,15 @@ namespace platform {
 
 namespace {
 
-/// Returns the path of the file that records the request (XDG Base Directory Specification), or nullopt when
-/// the user has no configuration folder.
+/// Returns the path of the file that records the request: in the program's settings folder if one is set,
+/// otherwise in the user's (XDG Base Directory Specification). Returns nullopt when the user has none.
 std::optional<std::string> askedFile() {
     const char* const name = "Lumvale/photos-asked";
-    const char* const configuration = std::getenv("XDG_CONFIG_HOME");
-    if (configuration != nullptr && *configuration == '/')
-        return joined(configuration, name);
+    for (const char* const variable : {"LUMVALE_SETTINGS", "XDG_CONFIG_HOME"}) {
+        const char* const folder = std::getenv(variable);
+        if (folder != nullptr && *folder == '/')
+            return joined(folder, name);
+    }
     const char* const home = std::getenv("HOME");
     if (home != nullptr && *home == '/')
         return joined(joined(home, ".config"), name);

@@ -1,3 +1,5 @@
+#include "app/settings.h"
+
 #include <QCoreApplication>
 #include <QTemporaryDir>
 
@@ -6,8 +8,7 @@
 int main(int argc, char** argv) {
     // The settings and the language of the user who runs the tests must be neither read nor changed.
     const QTemporaryDir settings;
-    qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
-    qputenv("XDG_CONFIG_DIRS", settings.path().toLocal8Bit());
+    Settings::useFolder(settings.path());
     qputenv("LC_ALL", "C.UTF-8");
     qputenv("TZ", "UTC");
     qunsetenv("LANGUAGE");

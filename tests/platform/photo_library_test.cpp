@@ -217,12 +217,12 @@ TEST(PhotoAccess, IsRequestedOnceAndThenDependsOnTheDisk) {
     const OrdinaryUser user;
     const TemporaryDisk disk;
     const PhotoLibrary photos(disk.disk());
-    setenv("XDG_CONFIG_HOME", disk.host("/config").c_str(), 1);
+    setenv("LUMVALE_SETTINGS", disk.host("/config").c_str(), 1);
     EXPECT_EQ(photos.authorization(), PhotoAuthorization::notDetermined);
     EXPECT_EQ(photos.requestAuthorization(), PhotoAuthorization::authorized);
     CatalogueWriter catalogue(disk);
     EXPECT_EQ(photos.authorization(), PhotoAuthorization::authorized);
     disk.setMode(file, 0);
     EXPECT_EQ(photos.authorization(), PhotoAuthorization::denied);
-    unsetenv("XDG_CONFIG_HOME");
+    unsetenv("LUMVALE_SETTINGS");
 }

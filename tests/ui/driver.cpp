@@ -1,5 +1,7 @@
 #include "tests/ui/driver.h"
 
+#include "app/settings.h"
+
 #include <QAccessible>
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -198,8 +200,9 @@ QStringList Driver::silentControls() const {
 }
 
 OwnSettings::OwnSettings() {
-    qputenv("XDG_CONFIG_HOME", m_folder.path().toLocal8Bit());
-    qputenv("XDG_CONFIG_DIRS", m_folder.path().toLocal8Bit());
+    // The variable is for the record of the photo permission.
+    qputenv("LUMVALE_SETTINGS", m_folder.path().toLocal8Bit());
+    Settings::useFolderOfEnvironment();
     // Windows share the driver's compiled shaders.
     qputenv("MESA_SHADER_CACHE_DIR", m_folder.path().toLocal8Bit());
     qputenv("LC_ALL", "C.UTF-8");

@@ -65,7 +65,7 @@ void Tour::run(AppLanguage language) {
     m_number = 0;
     QSettings().remove("didOnboard");
     // Resets the photo permission, which is stored next to the settings.
-    fs::remove(fs::path(qEnvironmentVariable("XDG_CONFIG_HOME").toStdString()) / "Lumvale/photos-asked");
+    fs::remove(fs::path(qEnvironmentVariable("LUMVALE_SETTINGS").toStdString()) / "Lumvale/photos-asked");
     // The program considers Full Disk Access missing if it can't list this folder.
     fs::rename(m_mail, m_mail.native() + " moved");
     LumvaleWindow lumvale(m_disk, m_history, qtExecutor(), m_disk);

@@ -1,0 +1,15 @@
+#include "app/settings.h"
+
+#include <QSettings>
+
+void Settings::useFolder(const QString& folder) {
+    // Of QSettings' formats only INI has a path that can be set on every system.
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    for (const QSettings::Scope scope : {QSettings::UserScope, QSettings::SystemScope})
+        QSettings::setPath(QSettings::IniFormat, scope, folder);
+}
+
+void Settings::useFolderOfEnvironment() {
+    if (const QString folder = qEnvironmentVariable("LUMVALE_SETTINGS"); !folder.isEmpty())
+        useFolder(folder);
+}
