@@ -4,9 +4,9 @@
 #include "app/identity.h"
 #include "app/settings.h"
 #include "app/update/update_checker.h"
+#include "main/desktop.h"
 #include "platform/base/executor.h"
 #include "platform/files/disk.h"
-#include "ui/icon/program_icon.h"
 #include "ui/shell/lumvale_window.h"
 
 #include <QGuiApplication>
@@ -33,16 +33,16 @@ int main(int argc, char* argv[]) {
     QGuiApplication::setOrganizationDomain(Identity::domain());
     QGuiApplication::setApplicationName(Identity::name());
     QGuiApplication::setApplicationVersion(Identity::version());
-    QGuiApplication::setDesktopFileName(Identity::identifier());
-    QGuiApplication::setWindowIcon(programIcon());
     Settings::useFolderOfEnvironment();
+    Desktop::setUp();
 
     platform::Executor::setCurrent(qtExecutor());
     std::optional<LumvaleWindow> window;
     UpdateChecker::languageCode = [] {
         return rawValue(Localizer::shared().effective());
     };
-    UpdateChecker::startIfNeeded(&application, [&](const UpdateAlert& update) { window->announce(update); });
+    UpdateChecker::startIfNeeded(
+        &application, [&](const UpdateAlert& update) { window->announce(update, Desktop::bringToFront); });
     window.emplace(platform::Disk::current(), HistoryStore::shared(), platform::Executor::current(),
                    platform::Disk::current());
     if (!window->window())

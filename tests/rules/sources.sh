@@ -18,11 +18,12 @@ forbid() {
 alone='platform/base/bytes.h platform/base/date.h platform/base/result.h platform/text/icu_locale.h'
 alone+=' platform/photos/photo_asset.h core/photos/duplicate_photo_item.h ui/shell/foreign_types.h'
 
-# A system's folder in platform/ holds the sources of headers that lie in the folders by job.
+# A system's folder holds the sources of headers that lie beside it or, in platform/, in the folders by job.
 # shellcheck disable=SC2086 # a list of folders
 forbid 'a header has a source of the same name' "$(find $product -name '*.h' | sort | while read -r header; do
     source=${header%.h}.cpp
-    [ -e "$source" ] || [ -e "platform/linux/$(basename "$source")" ] || [[ " $alone " == *" $header "* ]] ||
+    name=$(basename "$source")
+    [ -e "$source" ] || [ -e "platform/linux/$name" ] || [ -e "$(dirname "$source")/linux/$name" ] || [[ " $alone " == *" $header "* ]] ||
         echo "$header"
 done)"
 

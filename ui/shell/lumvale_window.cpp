@@ -3,10 +3,9 @@
 #include "ui/shell/input_filter.h"
 #include "ui/shell/screen_models.h"
 #include "ui/style/blocking_action.h"
+#include "ui/style/typeface.h"
 #include "ui/thumbnails/thumbnail_loader.h"
 
-#include <QFontDatabase>
-#include <QGuiApplication>
 #include <QQuickWindow>
 
 #include <utility>
@@ -21,9 +20,7 @@ LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platfor
     [[maybe_unused]] void (*volatile const registrations[])() = {qml_register_types_Lumvale,
                                                                  qml_register_types_Lumvale_Style};
 
-    // The screens were designed with Inter; otherwise the system font is used.
-    if (QFontDatabase::hasFamily(QStringLiteral("Inter")))
-        QGuiApplication::setFont(QFont(QStringLiteral("Inter")));
+    Typeface::setApplicationFont();
 
     new ThumbnailLoader(photos, executor, &m_engine);
     new ScreenModels(std::move(disk), history, std::move(executor), std::move(photos), &m_engine);
@@ -33,11 +30,12 @@ LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platfor
         new InputFilter(window());
 }
 
-void LumvaleWindow::announce(const UpdateAlert& announcement) {
+void LumvaleWindow::announce(const UpdateAlert& announcement, const std::function<void()>& activated) {
     for (const BlockingAction* action : window()->findChildren<BlockingAction*>()) {
         if (action->isRunning()) {
             QObject::connect(
-                action, &BlockingAction::finished, window(), [this, announcement] { announce(announcement); },
+                action, &BlockingAction::finished, window(),
+                [this, announcement, activated] { announce(announcement, activated); },
                 Qt::SingleShotConnection);
             return;
         }
@@ -46,6 +44,7 @@ void LumvaleWindow::announce(const UpdateAlert& announcement) {
     window()->setWindowStates(window()->windowStates() & ~Qt::WindowMinimized);
     window()->raise();
     window()->requestActivate();
+    activated();
 }
 
 QQuickWindow* LumvaleWindow::window() const {

@@ -8,6 +8,8 @@
 
 #include <QQmlApplicationEngine>
 
+#include <functional>
+
 class QQuickWindow;
 
 /// The main window with its QML engine, for one disk and its photo library. The constructor shows the window;
@@ -20,8 +22,10 @@ public:
     QQuickWindow* window() const; ///< null if loading the QML failed
 
     /// Shows the announcement above all open dialogs and raises the window. Waits until a running
-    /// BlockingAction has finished and its dialog has closed. Requires a window.
-    void announce(const UpdateAlert& announcement);
+    /// BlockingAction has finished and its dialog has closed. Calls `activated` at the end. Requires a
+    /// window.
+    void announce(
+        const UpdateAlert& announcement, const std::function<void()>& activated = [] {});
 
 private:
     QQmlApplicationEngine m_engine;

@@ -5,9 +5,9 @@ import QtQuick
 QtObject {
     id: root
 
-    readonly property font title: text(26, Font.Bold)
+    readonly property font title: text(26, Font.Bold, Typeface.title)
     readonly property font screenTitle: text(21, Font.Bold)
-    readonly property font score: text(17, Font.Bold)
+    readonly property font score: text(17, Font.Bold, Typeface.title)
     readonly property font sheetTitle: text(17, Font.Bold)
     readonly property font heading: text(15, Font.DemiBold)
     readonly property font loading: text(14.5, Font.DemiBold)
@@ -30,9 +30,9 @@ QtObject {
 
     // QFont takes whole pixels only, and Qt rounds fractions differently from place to place. Rounding here gives each
     // step of the scale the same size everywhere.
-    function text(size: real, weight: int): font {
+    function text(size: real, weight: int, family = ofApplication.font.family): font {
         return Qt.font({
-            family: root.ofApplication.font.family,
+            family: family,
             pixelSize: Math.round(size),
             weight: weight
         });
