@@ -3,14 +3,19 @@
 set(LUMVALE_LANGUAGES en de es fr it pt ru srCyrillic srLatin)
 
 foreach(language ${LUMVALE_LANGUAGES})
-    set(file ${PROJECT_SOURCE_DIR}/app/i18n/${language}.json)
-    file(READ ${file} LUMVALE_TABLE_${language})
-    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+    foreach(folder i18n i18n/additional)
+        set(file ${PROJECT_SOURCE_DIR}/app/${folder}/${language}.json)
+        file(READ ${file} LUMVALE_TEXTS_${folder}_${language})
+        set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+    endforeach()
 endforeach()
 
-# text(OUT LANGUAGE KEY): sets OUT to a text. A missing key is an error.
+# text(OUT LANGUAGE KEY): sets OUT to a text of the table or of the additional texts. A missing key is an error.
 function(text out language key)
-    string(JSON value GET "${LUMVALE_TABLE_${language}}" ${key})
+    string(JSON value ERROR_VARIABLE missing GET "${LUMVALE_TEXTS_i18n_${language}}" ${key})
+    if(missing)
+        string(JSON value GET "${LUMVALE_TEXTS_i18n/additional_${language}}" ${key})
+    endif()
     set(${out} "${value}" PARENT_SCOPE)
 endfunction()
 

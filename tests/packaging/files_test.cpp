@@ -3,9 +3,12 @@
 #include "platform/property_lists/property_list.h"
 #include "ui/icon/program_icon.h"
 
+#include <QDataStream>
 #include <QFile>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -13,10 +16,22 @@ namespace {
 
 const QString folder = QStringLiteral(LUMVALE_PACKAGING);
 
-QString contentOf(const QString& name) {
+/// Permissions that a Mac asks for, and the key of the text that it shows.
+const std::pair<const char*, QString> usageTexts[]{
+    {"NSDesktopFolderUsageDescription", u"usage_folder"_s},
+    {"NSDocumentsFolderUsageDescription", u"usage_folder"_s},
+    {"NSDownloadsFolderUsageDescription", u"usage_folder"_s},
+    {"NSPhotoLibraryUsageDescription", u"duplicates_permission_text"_s},
+    {"NSRemovableVolumesUsageDescription", u"usage_volume"_s}};
+
+QByteArray bytesOf(const QString& name) {
     QFile file(folder + name);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
-    return QString::fromUtf8(file.readAll());
+    return file.readAll();
+}
+
+QString contentOf(const QString& name) {
+    return QString::fromUtf8(bytesOf(name));
 }
 
 std::string textOf(const QString& propertyList, const std::string& key) {
@@ -50,16 +65,15 @@ TEST(PackagingFiles, ContainTheTextsOfEveryLanguageUnderItsTag) {
              expected.replaceInStrings(u" xml:lang=\"en\""_s, u""_s).replaceInStrings(u"[en]"_s, u""_s))
             EXPECT_TRUE((menuEntry + metainfo).contains(part)) << part.toStdString();
         EXPECT_TRUE(contentOf(u"macos/Info.plist"_s).contains(u"    <string>%1</string>\n"_s.arg(tag)));
-        EXPECT_EQ(textOf(tag + u".lproj/InfoPlist.strings"_s, "NSPhotoLibraryUsageDescription"),
-                  text(u"duplicates_permission_text"_s).toStdString());
+        for (const auto& [permission, key] : usageTexts)
+            EXPECT_EQ(textOf(tag + u".lproj/InfoPlist.strings"_s, permission),
+                      Translations::text(key, *language).toStdString());
     }
 }
 
 TEST(PackagingFiles, BundleHasTheIdentityOfTheProgram) {
     const std::string name = Identity::name().toStdString();
     const std::string version = Identity::version().toStdString();
-    const std::string usage =
-        Translations::table()[u"duplicates_permission_text"_s][AppLanguage::fr].toStdString();
     const std::pair<const char*, std::string> expected[]{
         {"CFBundleIdentifier", Identity::identifier().toStdString()},
         {"CFBundleName", name},
@@ -67,10 +81,12 @@ TEST(PackagingFiles, BundleHasTheIdentityOfTheProgram) {
         {"CFBundleIconFile", name},
         {"CFBundleShortVersionString", version},
         {"CFBundleVersion", version},
-        {"LSMinimumSystemVersion", LUMVALE_DEPLOYMENT_TARGET},
-        {"NSPhotoLibraryUsageDescription", usage}};
+        {"LSMinimumSystemVersion", LUMVALE_DEPLOYMENT_TARGET}};
     for (const auto& [key, value] : expected)
         EXPECT_EQ(textOf(u"Info.plist"_s, key), value) << key;
+    for (const auto& [permission, key] : usageTexts)
+        EXPECT_EQ(textOf(u"Info.plist"_s, permission),
+                  Translations::text(key, AppLanguage::fr).toStdString());
 }
 
 TEST(PackagingFiles, IconIsATileWithAStarInEverySize) {
@@ -83,4 +99,29 @@ TEST(PackagingFiles, IconIsATileWithAStarInEverySize) {
         EXPECT_GT(icon.pixelColor(side / 2, side * 36 / 100).lightness(), 225);
         EXPECT_LT(icon.pixelColor(side / 5, side / 5).lightness(), 90);
     }
+}
+
+TEST(PackagingFiles, MacIconHasAPictureForEachSizeAndResolution) {
+    const QByteArray icon = bytesOf(u"macos/%1.icns"_s.arg(Identity::name()));
+    QDataStream stream(icon); // big-endian, as the file is
+    const auto nextBlock = [&stream] {
+        char type[5]{};
+        quint32 length = 0;
+        stream.readRawData(type, 4);
+        stream >> length;
+        return std::pair(QString::fromLatin1(type), length);
+    };
+    EXPECT_EQ(nextBlock(), std::pair(u"icns"_s, static_cast<quint32>(icon.size())));
+    QStringList found;
+    while (!stream.atEnd()) {
+        const auto [type, length] = nextBlock();
+        QByteArray content(std::max(length, 8U) - 8, 0);
+        stream.readRawData(content.data(), static_cast<int>(content.size()));
+        const QImage picture = QImage::fromData(content, "PNG");
+        EXPECT_EQ(picture.convertToFormat(programImage(picture.width()).format()),
+                  programImage(picture.width()));
+        found.append(u"%1 %2"_s.arg(type).arg(picture.width()));
+    }
+    EXPECT_EQ(found.join(u", "),
+              u"ic11 32, ic12 64, ic07 128, ic08 256, ic13 256, ic09 512, ic14 512, ic10 1024");
 }
