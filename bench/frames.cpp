@@ -58,7 +58,8 @@ void fillHome(const std::filesystem::path& home) {
     for (int i = 0; i < rowCount; ++i) {
         const std::filesystem::path cache = caches / ("com.example.application-" + std::to_string(i));
         std::ofstream(cache).close();
-        std::filesystem::resize_file(cache, i == 0 ? 4'000'000'000'000 : 1'234'567 * (i % 97 + 1));
+        const unsigned factor = static_cast<unsigned>(i) % 97 + 1;
+        std::filesystem::resize_file(cache, i == 0 ? 4'000'000'000'000U : 1'234'567U * factor);
     }
 }
 

@@ -1,14 +1,13 @@
 #include "tools/sample_disk/disk_writer.h"
 
 #include "platform/files/descriptor.h"
+#include "tools/sample_disk/immutable_flag.h"
 
 #include <cerrno>
 #include <system_error>
 #include <utility>
 
 #include <fcntl.h>
-#include <linux/fs.h>
-#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -54,16 +53,13 @@ void DiskWriter::symbolicLink(std::string_view path, const std::string& target, 
 
 void DiskWriter::setMode(std::string_view path, unsigned mode) {
     const std::string changed = m_root + onDisk(path);
-    check(chmod(changed.c_str(), mode) == 0, changed);
+    check(chmod(changed.c_str(), static_cast<mode_t>(mode)) == 0, changed);
 }
 
 void DiskWriter::lock(std::string_view path) {
     const platform::Descriptor file(open((m_root + onDisk(path)).c_str(), O_RDONLY | O_CLOEXEC));
-    int flags = 0;
-    if (!file || ioctl(file.number(), FS_IOC_GETFLAGS, &flags) != 0)
-        return;
-    flags |= FS_IMMUTABLE_FL;
-    ioctl(file.number(), FS_IOC_SETFLAGS, &flags);
+    if (file)
+        setImmutable(file.number(), true);
 }
 
 std::string DiskWriter::hostPath(std::string_view path, int ageDays) {

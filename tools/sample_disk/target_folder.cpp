@@ -1,9 +1,11 @@
 #include "tools/sample_disk/target_folder.h"
 
 #include "platform/files/descriptor.h"
+#include "tools/sample_disk/immutable_flag.h"
+#include "tools/sample_disk/mount_points.h"
 
+#include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -12,9 +14,6 @@
 #include <vector>
 
 #include <fcntl.h>
-#include <linux/fs.h>
-#include <mntent.h>
-#include <sys/ioctl.h>
 
 namespace fs = std::filesystem;
 
@@ -35,14 +34,9 @@ bool isMarker(const fs::path& file) {
 
 bool containsMountPoint(const fs::path& folder) {
     const std::string below = fs::canonical(folder).string() + '/';
-    std::FILE* const table = setmntent("/proc/self/mounts", "r");
-    if (table == nullptr)
-        return false;
-    bool found = false;
-    while (const mntent* mount = getmntent(table))
-        found = found || std::string_view(mount->mnt_dir).starts_with(below);
-    endmntent(table);
-    return found;
+    const std::vector<std::string> folders = mountPoints();
+    return std::any_of(folders.begin(), folders.end(),
+                       [&](const std::string& mounted) { return mounted.starts_with(below); });
 }
 
 std::vector<fs::path> children(const fs::path& folder) {
@@ -55,11 +49,8 @@ std::vector<fs::path> children(const fs::path& folder) {
 
 void clearImmutableFlag(const fs::path& entry) {
     const platform::Descriptor file(open(entry.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
-    int flags = 0;
-    if (!file || ioctl(file.number(), FS_IOC_GETFLAGS, &flags) != 0 || (flags & FS_IMMUTABLE_FL) == 0)
-        return;
-    flags &= ~FS_IMMUTABLE_FL;
-    ioctl(file.number(), FS_IOC_SETFLAGS, &flags);
+    if (file)
+        setImmutable(file.number(), false);
 }
 
 void makeRemovable(const fs::path& entry) {
