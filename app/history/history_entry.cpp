@@ -113,7 +113,7 @@ private:
     bool takeDate(double value) {
         if (!isMember(date))
             return isUnknownValue();
-        m_entry.date = platform::Date(platform::Date::duration(value + secondsFrom1970To2001));
+        m_entry.secondsSince2001 = value;
         m_found |= date;
         return true;
     }
@@ -134,8 +134,17 @@ private:
 
 } // namespace
 
+HistoryEntry::HistoryEntry(platform::Date date, std::string entryName, std::int64_t bytes)
+    : secondsSince2001(platform::secondsSince1970(date) - secondsFrom1970To2001),
+      name(std::move(entryName)),
+      sizeBytes(bytes) {}
+
+platform::Date HistoryEntry::date() const {
+    return platform::Date(platform::Date::duration(secondsSince2001 + secondsFrom1970To2001));
+}
+
 std::string HistoryEntry::id() const {
-    return shortestDecimal(platform::secondsSince1970(date)) + '-' + name;
+    return shortestDecimal(platform::secondsSince1970(date())) + '-' + name;
 }
 
 std::string encodeHistory(const std::vector<HistoryEntry>& entries) {
@@ -144,7 +153,7 @@ std::string encodeHistory(const std::vector<HistoryEntry>& entries) {
         if (json.size() > 1)
             json += ',';
         json += R"({"date":)";
-        json += shortestDecimal(platform::secondsSince1970(entry.date) - secondsFrom1970To2001);
+        json += shortestDecimal(entry.secondsSince2001);
         json += R"(,"name":)";
         appendQuoted(json, entry.name);
         json += R"(,"sizeBytes":)";

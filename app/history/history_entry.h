@@ -10,9 +10,14 @@
 
 /// One deletion in the history.
 struct HistoryEntry {
-    platform::Date date;
-    std::string name; ///< UTF-8
+    double secondsSince2001 = 0; ///< UTC; the very number of the file, because a conversion would round it
+    std::string name;            ///< UTF-8
     std::int64_t sizeBytes = 0;
+
+    HistoryEntry() = default;
+    HistoryEntry(platform::Date date, std::string entryName, std::int64_t bytes);
+
+    platform::Date date() const;
 
     /// Returns "<date>-<name>", with the date in seconds since 1970, in the shortest decimal form that
     /// converts back to the same number.

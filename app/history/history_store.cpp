@@ -6,6 +6,7 @@
 #include "platform/text/text.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -15,7 +16,7 @@ constexpr std::chrono::seconds maxAge{30 * 86'400};
 constexpr std::size_t maxFileBytes = std::size_t{64} * 1024 * 1024;
 
 bool isNewer(const HistoryEntry& a, const HistoryEntry& b) {
-    return a.date > b.date;
+    return a.secondsSince2001 > b.secondsSince2001;
 }
 
 } // namespace
@@ -35,8 +36,16 @@ HistoryStore& HistoryStore::shared() {
     return store;
 }
 
-void HistoryStore::record(std::string_view name, std::int64_t sizeBytes) {
-    m_entries.insert(m_entries.begin(), {platform::now(), platform::displayed(name), sizeBytes});
+void HistoryStore::record(const std::vector<Deletion>& deletions) {
+    if (deletions.empty())
+        return;
+    const platform::Date now = platform::now();
+    std::vector<HistoryEntry> entries;
+    entries.reserve(deletions.size() + m_entries.size());
+    for (auto deletion = deletions.rbegin(); deletion != deletions.rend(); ++deletion)
+        entries.emplace_back(now, platform::displayed(deletion->name), deletion->sizeBytes);
+    std::move(m_entries.begin(), m_entries.end(), std::back_inserter(entries));
+    m_entries = std::move(entries);
     prune();
     save();
 }
@@ -44,7 +53,7 @@ void HistoryStore::record(std::string_view name, std::int64_t sizeBytes) {
 void HistoryStore::prune(platform::Date now) {
     const platform::Date cutOff = now - maxAge;
     // Negated so that NaN is removed as well.
-    std::erase_if(m_entries, [&](const HistoryEntry& entry) { return !(entry.date >= cutOff); });
+    std::erase_if(m_entries, [&](const HistoryEntry& entry) { return !(entry.date() >= cutOff); });
     if (!std::is_sorted(m_entries.begin(), m_entries.end(), isNewer))
         std::stable_sort(m_entries.begin(), m_entries.end(), isNewer);
     Q_EMIT entriesChanged();

@@ -17,8 +17,15 @@ public:
 
     const std::vector<HistoryEntry>& entries() const { return m_entries; }
 
-    /// Inserts an entry with the current date in front, prunes and saves. `name` may be any bytes.
-    void record(std::string_view name, std::int64_t sizeBytes);
+    struct Deletion {
+        std::string_view name; ///< any bytes
+        std::int64_t sizeBytes = 0;
+    };
+
+    /// Inserts an entry with the current date for each deletion in front, so that the last one comes first.
+    /// Prunes and saves once.
+    void record(const std::vector<Deletion>& deletions);
+    void record(std::string_view name, std::int64_t sizeBytes) { record({{name, sizeBytes}}); }
 
     /// Removes entries older than 30 days and sorts newest first. Does not write the file.
     void prune(platform::Date now = platform::now());

@@ -24,7 +24,7 @@ QVariant HistoryModel::data(const QModelIndex& index, int role) const {
     case SizeRole:
         return display::size(entry.sizeBytes);
     case DateRole:
-        return ItemDateFormat::string(entry.date).value_or(QString());
+        return ItemDateFormat::string(entry.date()).value_or(QString());
     default:
         return {};
     }

@@ -140,9 +140,11 @@ void ScanViewModel::confirmDelete() {
         const auto isDeleted = [&](const core::ScanItem& item) {
             return deleted.contains(item.path);
         };
+        std::vector<HistoryStore::Deletion> deletions;
         for (const core::ScanItem& item : m_result->items)
             if (isDeleted(item))
-                m_history.record(item.name, item.sizeBytes);
+                deletions.push_back({item.name, item.sizeBytes});
+        m_history.record(deletions);
         setResult(without(*m_result, isDeleted));
     }
     // Items that could not be deleted stay in the list, unchecked.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <utility>
 
 #include <fcntl.h>
@@ -15,6 +16,7 @@ namespace platform {
 namespace {
 
 constexpr std::size_t blockSize = std::size_t{64} * 1024;
+constexpr int maxLinks = 40; // as when a path is resolved
 
 /// Returns the error for an entry that isn't a regular file, otherwise nullopt.
 std::optional<Error> refusal(mode_t mode) {
@@ -44,27 +46,32 @@ Result<void> makeFolders(const Disk& disk, std::string_view path) {
     return {};
 }
 
-/// Opens the regular file at this place for writing, and creates it where it is missing. Refuses anything
-/// else without opening it.
-Result<Descriptor> openToWrite(const Place& place) {
-    struct stat status {};
-    const int folder = place.folder.number();
-    const char* name = place.name.c_str();
-    if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0) {
-        if (errno != ENOENT)
-            return posixError(errno);
-    } else if (std::optional<Error> error = refusal(status.st_mode)) {
-        return *std::move(error);
+/// Returns the place of the file at `path`: symbolic links at the last name are followed, and the last target
+/// may be missing.
+Result<Place> placeToWrite(const Disk& disk, std::string path) {
+    for (int links = 0; links <= maxLinks; ++links) {
+        Result<Place> place = disk.place(path);
+        if (!place)
+            return place;
+        char target[PATH_MAX];
+        const ssize_t length = readlinkat(place->folder.number(), place->name.c_str(), target, sizeof target);
+        if (length < 0) // not a link, or missing
+            return place;
+        const std::string_view text(target, static_cast<std::size_t>(length));
+        path =
+            text.starts_with('/') ? std::string(text) : std::string(parent(path)) + "/" + std::string(text);
     }
-    // The entry may have been replaced since: O_NONBLOCK keeps a pipe from blocking, and the type is checked
-    // again.
-    Descriptor file(
-        openat(folder, name, O_WRONLY | O_CREAT | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC, 0666));
-    if (!file || fstat(file.number(), &status) != 0)
-        return posixError(errno);
+    return posixError(ELOOP);
+}
+
+/// Returns the mode for the new content of the file at this place, by default that of a new file.
+Result<mode_t> modeToKeep(const Place& place) {
+    struct stat status {};
+    if (fstatat(place.folder.number(), place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return errno == ENOENT ? Result<mode_t>(mode_t{0666}) : posixError(errno);
     if (std::optional<Error> error = refusal(status.st_mode))
         return *std::move(error);
-    return file;
+    return status.st_mode & 0777;
 }
 
 Result<std::string> readAll(int file, std::size_t limit) {
@@ -84,19 +91,40 @@ Result<std::string> readAll(int file, std::size_t limit) {
     }
 }
 
-/// Overwrites the content before truncating, so that the file's own blocks are reused on a full volume.
 Result<void> writeAll(int file, std::string_view content) {
-    for (std::string_view rest = content; !rest.empty();) {
-        const ssize_t count = ::write(file, rest.data(), rest.size());
+    while (!content.empty()) {
+        const ssize_t count = ::write(file, content.data(), content.size());
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
             return posixError(errno);
-        rest.remove_prefix(static_cast<std::size_t>(count));
+        content.remove_prefix(static_cast<std::size_t>(count));
     }
-    if (ftruncate(file, static_cast<off_t>(content.size())) != 0)
+    // The new content must be on the disk before the rename is, or a crash could leave an empty file.
+    if (fsync(file) != 0)
         return posixError(errno);
     return {};
+}
+
+/// Writes `content` to a new file beside the place and renames it onto the place.
+Result<void> replace(const Place& place, std::string_view content) {
+    const Result<mode_t> mode = modeToKeep(place);
+    if (!mode)
+        return mode.error();
+    const int folder = place.folder.number();
+    // The process ID keeps two running programs apart. A file of this name was left by a crash.
+    const std::string temporary = ".lumvale-" + std::to_string(getpid());
+    unlinkat(folder, temporary.c_str(), 0);
+    const Descriptor file(
+        openat(folder, temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, *mode));
+    if (!file)
+        return posixError(errno);
+    Result<void> written = writeAll(file.number(), content);
+    if (written && renameat(folder, temporary.c_str(), folder, place.name.c_str()) != 0)
+        written = posixError(errno);
+    if (!written)
+        unlinkat(folder, temporary.c_str(), 0);
+    return written;
 }
 
 } // namespace
@@ -115,13 +143,8 @@ Result<void> writeFile(const Disk& disk, std::string_view path, std::string_view
     const auto write = [&]() -> Result<void> {
         if (Result<void> made = makeFolders(disk, parent(path)); !made)
             return made;
-        const Result<Place> place = disk.place(path);
-        if (!place)
-            return place.error();
-        const Result<Descriptor> file = openToWrite(*place);
-        if (!file)
-            return file.error();
-        return writeAll(file->number(), content);
+        const Result<Place> place = placeToWrite(disk, std::string(path));
+        return place ? replace(*place, content) : Result<void>(place.error());
     };
     if (Result<void> written = write(); !written)
         return fileError(FileAction::write, written.error(), lastComponent(path));

@@ -15,9 +15,12 @@ namespace platform {
 /// or a device.
 Result<std::string> readFile(const Disk& disk, std::string_view path, std::size_t limit);
 
-/// Overwrites the regular file at `path` with `content` in place (not atomically), or creates it together
-/// with missing parent folders. Fails with a Cocoa error, and leaves anything else at `path`, including a
-/// symbolic link, unchanged.
+/// Replaces the content of the regular file at `path`, or creates it together with missing parent folders. A
+/// symbolic link is followed within the disk; its target may be missing.
+///
+/// The content is written to a new file in the same folder, which is renamed when it is on the disk: a crash
+/// or a full volume leaves the old content. The file keeps its mode. Fails with a Cocoa error, and leaves
+/// anything that isn't a regular file unchanged.
 Result<void> writeFile(const Disk& disk, std::string_view path, std::string_view content);
 
 } // namespace platform
