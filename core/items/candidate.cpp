@@ -1,13 +1,35 @@
 #include "core/items/candidate.h"
 
+#include "core/removal/deletion_guard.h"
+#include "platform/files/path.h"
 #include "platform/walk/walk.h"
 
 #include <cstdint>
+#include <unordered_map>
 
 namespace core {
 
-std::vector<ScanItem> measureCandidates(const platform::Disk& disk, const std::vector<Candidate>& candidates,
+namespace {
+
+/// Returns the candidates in folders whose entries may be deleted.
+std::vector<Candidate> inAllowedFolders(const platform::Disk& disk, std::vector<Candidate> candidates) {
+    const LumvaleScanner::PlaceGuard guard(disk);
+    std::unordered_map<std::string, bool> allowed;
+    std::erase_if(candidates, [&](const Candidate& candidate) {
+        std::string folder(platform::parent(candidate.path));
+        const auto known = allowed.find(folder);
+        if (known != allowed.end())
+            return !known->second;
+        return !allowed.emplace(folder, guard.allowsEntriesOf(folder)).first->second;
+    });
+    return candidates;
+}
+
+} // namespace
+
+std::vector<ScanItem> measureCandidates(const platform::Disk& disk, std::vector<Candidate> found,
                                         ZeroSize zeroSize) {
+    const std::vector<Candidate> candidates = inAllowedFolders(disk, std::move(found));
     std::vector<std::string> paths;
     paths.reserve(candidates.size());
     for (const Candidate& candidate : candidates)

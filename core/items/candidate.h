@@ -21,9 +21,10 @@ struct Candidate {
 /// Treatment of candidates whose measured size is 0.
 enum class ZeroSize { skip, keep };
 
-/// Returns the candidates as items with their sizes and modification dates, in the order given. Blocks while
-/// their content is walked; any thread.
-std::vector<ScanItem> measureCandidates(const platform::Disk& disk, const std::vector<Candidate>& candidates,
+/// Returns the candidates as items with their sizes and modification dates, in the order given, without those
+/// in folders whose entries may not be deleted because a symbolic link leads elsewhere. Blocks while their
+/// content is walked; any thread.
+std::vector<ScanItem> measureCandidates(const platform::Disk& disk, std::vector<Candidate> found,
                                         ZeroSize zeroSize = ZeroSize::skip);
 
 } // namespace core

@@ -76,6 +76,7 @@ public:
 
     int current() const { return m_folders.empty() ? m_root : m_folders.back().number(); }
     const std::string& lastName() const { return m_lastName; }
+    bool hasFollowedLink() const { return m_links > 0; }
 
 private:
     /// If `name` is a symbolic link, pushes its target and returns true.
@@ -253,7 +254,7 @@ Result<Place> Disk::place(std::string_view path) const {
     Descriptor folder = system::openToPassThrough(resolver.current(), ".");
     if (!folder)
         return posixError(errno);
-    return Place{std::move(folder), resolver.lastName()};
+    return Place{std::move(folder), resolver.lastName(), resolver.hasFollowedLink()};
 }
 
 Result<Place> Disk::placeFollowed(std::string_view path) const {
@@ -263,7 +264,8 @@ Result<Place> Disk::placeFollowed(std::string_view path) const {
     Descriptor folder = system::openToPassThrough(resolver.current(), ".");
     if (!folder)
         return posixError(errno);
-    return Place{std::move(folder), resolver.lastName().empty() ? "." : resolver.lastName()};
+    return Place{std::move(folder), resolver.lastName().empty() ? "." : resolver.lastName(),
+                 resolver.hasFollowedLink()};
 }
 
 } // namespace platform

@@ -15,6 +15,7 @@ namespace platform {
 struct Place {
     Descriptor folder;
     std::string name;
+    bool isThroughLink = false; ///< a symbolic link was followed on the way to the folder
 };
 
 /// A disk to clean: a folder of the host whose paths are resolved with that folder as "/". A value type:

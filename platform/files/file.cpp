@@ -2,7 +2,6 @@
 
 #include "platform/files/path.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <utility>
@@ -23,11 +22,6 @@ std::optional<Error> refusal(mode_t mode) {
     if (S_ISREG(mode))
         return std::nullopt;
     return posixError(S_ISDIR(mode) ? EISDIR : S_ISLNK(mode) ? ELOOP : EINVAL);
-}
-
-std::string_view parent(std::string_view path) {
-    const std::size_t slash = path.rfind('/');
-    return path.substr(0, std::max<std::size_t>(slash, 1));
 }
 
 /// Creates the folder at `path` and its parents where they are missing.

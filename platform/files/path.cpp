@@ -30,6 +30,11 @@ std::string_view lastComponent(std::string_view path) {
     return path.substr(slash + 1);
 }
 
+std::string_view parent(std::string_view path) {
+    const std::size_t slash = path.rfind('/');
+    return path.substr(0, std::max<std::size_t>(slash, 1));
+}
+
 std::string_view extension(std::string_view path) {
     const std::string_view name = lastComponent(path);
     const std::size_t dot = extensionDot(name);

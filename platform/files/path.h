@@ -9,6 +9,10 @@ namespace platform {
 /// Returns the last name, ignoring trailing slashes: "c" for "/a/b/c" and "/a/b/c/", "/" for "/".
 std::string_view lastComponent(std::string_view path);
 
+/// Returns the path of the folder that contains the entry at a standardised path: "/a" for "/a/b", "/" for
+/// "/a".
+std::string_view parent(std::string_view path);
+
 /// Returns the part of the last name after its last dot: "txt" for "a.txt" and "..name.txt". Empty when the
 /// name ends in a dot ("Foo."), and when only one or two dots come before that part (".app", "..app").
 std::string_view extension(std::string_view path);

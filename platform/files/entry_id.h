@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/files/disk.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace platform {
+
+/// Identifies a file or folder on all mounted volumes, whatever its path. Two paths with different letter
+/// case can lead to the same entry, because a Mac's volumes usually ignore case.
+struct EntryId {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+
+    bool operator==(const EntryId&) const = default;
+};
+
+/// Returns the ID of the entry at `place`, or nullopt when it is missing or can't be examined.
+std::optional<EntryId> entryId(const Place& place);
+
+/// Returns the IDs of all folders that contain the entry at `place`, innermost first, the disk's root last.
+/// Fails with an error of the POSIX domain: EXDEV when the folder isn't below the root.
+Result<std::vector<EntryId>> foldersAbove(const Disk& disk, const Place& place);
+
+} // namespace platform
