@@ -34,7 +34,10 @@ void main() {
 
     // Dithers by half a colour level to avoid banding in the dark gradients.
     float noise = fract(sin(dot(gl_FragCoord.xy, vec2(12.9898, 78.233))) * 43758.5453);
+    // Signed distance to the edge of the round rectangle, negative inside: also with radius 0, all pixels but
+    // those on the edge are fully covered.
     vec2 corner = abs(qt_TexCoord0 - 0.5) * area - area / 2.0 + cornerRadius;
-    float inside = clamp(cornerRadius - length(max(corner, 0.0)) + 0.5, 0.0, 1.0);
+    float outside = length(max(corner, 0.0)) + min(max(corner.x, corner.y), 0.0) - cornerRadius;
+    float inside = clamp(0.5 - outside, 0.0, 1.0);
     fragColor = vec4(color + (noise - 0.5) / 255.0, 1.0) * inside * qt_Opacity;
 }
