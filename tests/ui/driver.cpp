@@ -6,10 +6,12 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QSettings>
-#include <QTest>
+#include <QThread>
 
 #include <algorithm>
 #include <filesystem>
+#include <future>
+#include <utility>
 
 namespace {
 
@@ -30,10 +32,6 @@ QRectF partInSight(const QQuickItem& item) {
         if (around->clip())
             part &= Driver::place(*around);
     return part;
-}
-
-bool isScrolledAway(const QQuickItem& item) {
-    return partInSight(item).isEmpty();
 }
 
 } // namespace
@@ -57,20 +55,11 @@ QString Driver::text(const char* name, const char* property) const {
     return found ? found->property(property).toString() : QString();
 }
 
-bool Driver::isEnabled(const char* name) const {
-    const QQuickItem* found = item(name);
-    return found && found->isEnabled();
-}
-
-std::vector<QQuickItem*> Driver::rows() const {
-    std::vector<QQuickItem*> rows;
-    forEachVisible(m_window.contentItem(), [&](QQuickItem* item) {
-        if (item->objectName() == QLatin1String("row") && !isScrolledAway(*item))
-            rows.push_back(item);
-    });
-    std::sort(rows.begin(), rows.end(),
-              [](const QQuickItem* a, const QQuickItem* b) { return place(*a).top() < place(*b).top(); });
-    return rows;
+std::vector<QQuickItem*> Driver::itemsInSight(const char* name) const {
+    std::vector<QQuickItem*> found = items(name);
+    std::erase_if(found, [](const QQuickItem* item) { return partInSight(*item).isEmpty(); });
+    std::ranges::sort(found, {}, [](const QQuickItem* item) { return place(*item).top(); });
+    return found;
 }
 
 QQuickItem* Driver::row(const QString& name) const {
@@ -95,19 +84,22 @@ QRectF Driver::place(const QQuickItem& item) {
     return item.mapRectToScene(QRectF(0, 0, item.width(), item.height()));
 }
 
-std::jthread Driver::clickLater(QPoint place) const {
-    return std::jthread([&window = m_window, place, global = m_window.mapToGlobal(place)] {
-        const auto tell = [&](QEvent::Type type, Qt::MouseButtons buttons) {
+std::jthread Driver::queueClick(QPoint place) const {
+    std::promise<void> start;
+    const std::future<void> hasStarted = start.get_future();
+    std::jthread sender([&window = m_window, place, global = m_window.mapToGlobal(place),
+                         start = std::move(start)]() mutable {
+        start.set_value();
+        const auto send = [&](QEvent::Type type, Qt::MouseButtons buttons) {
             qt_handleMouseEvent(&window, place, global, buttons, Qt::LeftButton, type, Qt::NoModifier,
                                 ++QTest::lastMouseTimestamp);
         };
-        tell(QEvent::MouseButtonPress, Qt::LeftButton);
-        tell(QEvent::MouseButtonRelease, Qt::NoButton);
+        send(QEvent::MouseButtonPress, Qt::LeftButton);
+        send(QEvent::MouseButtonRelease, Qt::NoButton);
     });
-}
-
-void Driver::key(Qt::Key key) const {
-    QTest::keyClick(&m_window, key);
+    hasStarted.wait();
+    QThread::msleep(300); // Qt has no public function that tells when the event is in its queue
+    return sender;
 }
 
 void Driver::doubleClick(const QQuickItem& item) const {
@@ -121,7 +113,7 @@ void Driver::holdKey(Qt::Key key) const {
             QKeyEvent repeated(type, key, Qt::NoModifier, {}, true);
             QCoreApplication::sendEvent(&m_window, &repeated);
         }
-        QTest::qWait(10);
+        QCoreApplication::processEvents();
     }
     QTest::keyRelease(&m_window, key);
 }
@@ -131,10 +123,6 @@ BlockingAction* Driver::blockingAction() const {
         if (auto* action = around->findChild<BlockingAction*>())
             return action;
     return nullptr;
-}
-
-QStringList Driver::texts() const {
-    return texts(*m_window.contentItem());
 }
 
 QStringList Driver::texts(QQuickItem& item) {
@@ -163,35 +151,31 @@ bool Driver::isTicked(QQuickItem& item) {
 }
 
 QStringList Driver::cutTexts() const {
-    const QRectF window(0, 0, m_window.width(), m_window.height());
+    constexpr qreal rounding = 1;
     QStringList cut;
     forEachVisible(m_window.contentItem(), [&](QQuickItem* item) {
-        const QVariant content = item->property("contentWidth");
-        if (!item->inherits("QQuickText") || item->property("text").toString().isEmpty()
-            || isScrolledAway(*item) || item->property("elide").toInt() != Qt::ElideNone)
+        const QString text = item->property("text").toString();
+        const QRectF part = partInSight(*item);
+        if (!item->inherits("QQuickText") || text.isEmpty() || part.isEmpty()
+            || item->property("elide").toInt() != Qt::ElideNone)
             return;
-        constexpr qreal rounding = 1;
-        const QRectF taken = partInSight(*item);
-        if (item->property("truncated").toBool() || content.toReal() > item->width() + rounding
-            || item->property("contentHeight").toReal() > item->height() + rounding
-            || taken.left() < window.left() || taken.right() > window.right() + rounding)
-            cut.append(item->property("text").toString());
+        if (item->property("truncated").toBool() || part.left() < 0
+            || part.right() > m_window.width() + rounding
+            || item->property("contentWidth").toReal() > item->width() + rounding
+            || item->property("contentHeight").toReal() > item->height() + rounding)
+            cut.append(text);
     });
     return cut;
 }
 
 QStringList Driver::silentControls() const {
     QStringList silent;
+    const QQuickItem* outer = nullptr;
     forEachVisible(m_window.contentItem(), [&](QQuickItem* item) {
-        const auto isControl = [](const QQuickItem* candidate) {
-            return candidate->inherits("QQuickAbstractButton");
-        };
-        if (!isControl(item))
-            return;
         // A control inside another one is described by the outer one.
-        for (const QQuickItem* around = item->parentItem(); around; around = around->parentItem())
-            if (isControl(around))
-                return;
+        if (!item->inherits("QQuickAbstractButton") || (outer && outer->isAncestorOf(item)))
+            return;
+        outer = item;
         QAccessibleInterface* told = QAccessible::queryAccessibleInterface(item);
         if (!told || told->text(QAccessible::Name).isEmpty() || told->role() == QAccessible::NoRole)
             silent.append(item->objectName());

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <thread>
 #include <vector>
@@ -19,14 +20,16 @@ public:
     /// Returns the first visible item with this objectName, dialogs included; null if there is none.
     QQuickItem* item(const char* name) const;
     std::vector<QQuickItem*> items(const char* name) const; ///< all such items
+    /// Returns those that are not scrolled out of view, from top to bottom.
+    std::vector<QQuickItem*> itemsInSight(const char* name) const;
     bool isShown(const char* name) const { return item(name) != nullptr; }
 
     /// Returns a property of a visible item as text; empty if the item is not visible.
     QString text(const char* name, const char* property = "text") const;
-    bool isEnabled(const char* name) const;
+    bool isEnabled(const char* name) const { return text(name, "enabled") == "true"; }
 
-    /// Returns the visible rows of lists from top to bottom, and the one with this name.
-    std::vector<QQuickItem*> rows() const;
+    /// Returns the rows of lists in sight, and the one with this name.
+    std::vector<QQuickItem*> rows() const { return itemsInSight("row"); }
     QQuickItem* row(const QString& name) const;
 
     /// Clicks the centre of the item; returns false if no such item is visible.
@@ -35,10 +38,11 @@ public:
     static QPoint centre(const QQuickItem& item) { return place(item).center().toPoint(); }
     static QRectF place(const QQuickItem& item); ///< in window coordinates
 
-    /// Sends a click from another thread; it is delivered once the blocked interface thread processes events.
-    std::jthread clickLater(QPoint place) const;
+    /// Queues a click, sent by the returned thread; it is delivered once the interface thread processes
+    /// events.
+    std::jthread queueClick(QPoint place) const;
 
-    void key(Qt::Key key) const;
+    void key(Qt::Key key) const { QTest::keyClick(&m_window, key); }
 
     /// Sends a double click, or a key press with repeats.
     void doubleClick(const QQuickItem& item) const;
@@ -49,7 +53,7 @@ public:
 
     /// Returns the visible texts of the window or of an item, as drawn. TabularText, which draws each
     /// character as an item, counts as one text.
-    QStringList texts() const;
+    QStringList texts() const { return texts(*m_window.contentItem()); }
     static QStringList texts(QQuickItem& item);
 
     /// Returns whether a check mark is drawn in the item.

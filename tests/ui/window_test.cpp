@@ -1,8 +1,21 @@
 #include "tests/ui/window_test.h"
 
+#include <QDesktopServices>
+#include <QSettings>
+
+namespace {
+
+constexpr const char* schemes[]{"https", "x-apple.systempreferences"};
+
+} // namespace
+
 void WindowTest::init() {
+    m_opened.clear();
+    for (const char* scheme : schemes)
+        QDesktopServices::setUrlHandler(scheme, this, "take");
     Localizer::shared().setLanguage(AppLanguage::en);
     m_user.emplace();
+    QSettings().setValue("didOnboard", true);
     m_disk.emplace();
 }
 
@@ -10,6 +23,8 @@ void WindowTest::cleanup() {
     close();
     m_disk.reset();
     m_user.reset();
+    for (const char* scheme : schemes)
+        QDesktopServices::unsetUrlHandler(scheme);
 }
 
 void WindowTest::open(QSize size, const platform::Executor& executor, const platform::PhotoAccess& photos) {
@@ -35,6 +50,11 @@ void WindowTest::makeAgent(const std::string& path, const std::string& label) co
     m_disk->write(path, "<plist><dict><key>Label</key><string>" + label + "</string></dict></plist>");
 }
 
+void WindowTest::scan() const {
+    QVERIFY(m_driver->click("scanButton"));
+    QTRY_VERIFY(!m_driver->rows().empty());
+}
+
 void WindowTest::confirm(const char* button) const {
     QVERIFY(m_driver->click(button));
     QTRY_VERIFY(m_driver->isShown("confirm"));
@@ -56,29 +76,12 @@ QString WindowTest::ticks() const {
     return ticks;
 }
 
-QStringList WindowTest::shown(const char* property) const {
-    QStringList shown;
-    for (const QQuickItem* row : m_driver->rows()) {
-        const QVariant own = row->property(property);
-        shown.append((own.isValid() ? own : stepsOf(*row).front()->property(property)).toString());
-    }
-    return shown;
-}
-
 QString WindowTest::current() const {
-    for (const QQuickItem* row : m_driver->rows())
-        for (const QQuickItem* step : stepsOf(*row))
-            if (step->property("isCurrent").toBool())
-                return step->property("name").toString();
+    for (const char* kind : {"photoTile", "row"})
+        for (const QQuickItem* item : m_driver->itemsInSight(kind))
+            if (item->property("isCurrent").toBool())
+                return item->property("name").toString();
     return {};
-}
-
-std::vector<const QQuickItem*> WindowTest::stepsOf(const QQuickItem& row) const {
-    std::vector<const QQuickItem*> photos;
-    for (const QQuickItem* photo : m_driver->items("photoTile"))
-        if (row.isAncestorOf(photo))
-            photos.push_back(photo);
-    return photos.empty() ? std::vector{&row} : photos;
 }
 
 bool WindowTest::hasFocus(const char* name) const {
@@ -100,10 +103,6 @@ QQuickItem* WindowTest::menuEntry(const QString& text) const {
     return nullptr;
 }
 
-QAccessibleInterface* WindowTest::told(const char* name) const {
-    return QAccessible::queryAccessibleInterface(m_driver->item(name));
-}
-
 QString WindowTest::announced(const char* name) const {
     const auto* label = told(name);
     const QString text = m_driver->text(name);
@@ -114,20 +113,4 @@ QString WindowTest::announced(const char* name) const {
 
 void WindowTest::press(QAccessibleInterface* control) {
     control->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-}
-
-void WindowTest::checkEverythingIsSaid() const {
-    layOut();
-    QTRY_COMPARE(m_driver->cutTexts().join("; "), QString()); // until delegates are created
-    QCOMPARE(m_driver->silentControls().join("; "), QString());
-}
-
-void WindowTest::eachLanguage() {
-    QTest::addColumn<AppLanguage>("language");
-    for (const AppLanguage language : allAppLanguages)
-        QTest::newRow(rawValue(language).toLatin1().constData()) << language;
-}
-
-QString translated(const char* key) {
-    return tr(QLatin1String(key));
 }

@@ -13,12 +13,14 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
-/// Base of tests of the real window. Each test starts in English with an empty disk of real files and no
-/// window.
+/// Base of tests of the real window. Each test starts in English with an empty disk of real files, after the
+/// introduction and without a window.
 class WindowTest : public QObject {
     Q_OBJECT
+
+public Q_SLOTS:
+    void take(const QUrl& address) { m_opened.append(address.toString()); } ///< instead of the system
 
 protected Q_SLOTS:
     void init();
@@ -27,9 +29,13 @@ protected Q_SLOTS:
 protected:
     static constexpr QSize smallest{820, 700};
 
-    /// Opens the window in this size on the disk. `photos` determines the access to the photo library.
+    static platform::PhotoAuthorization authorized(const platform::Disk& /*disk*/) {
+        return platform::PhotoAuthorization::authorized;
+    }
+
+    /// Opens the window in this size on the disk, with access to the photo library unless `photos` differs.
     void open(QSize size = smallest, const platform::Executor& executor = qtExecutor(),
-              const platform::PhotoAccess& photos = platform::PhotoAccess::ofSystem());
+              const platform::PhotoAccess& photos = {authorized, authorized});
     void close();
     QQuickWindow* window() const { return m_lumvale->window(); }
     void layOut() const { (void)window()->grabWindow(); } ///< renders a frame
@@ -43,19 +49,19 @@ protected:
         return window()->findChild<Model*>();
     }
 
+    void scan() const; ///< clicks the button and waits for rows
     /// Clicks a button that opens a dialog, confirms it and waits until it is closed.
     void confirm(const char* button) const;
 
     QStringList drawn() const; ///< the rows in sight: the texts of each as drawn, joined by " | "
     QString ticks() const;     ///< the rows in sight: "+" for a drawn check mark, "-" for none
-    QStringList shown(const char* property) const; ///< of each visible row, or of its first photo
-    QString current() const; ///< name of the row or photo with visual focus; empty if none
+    QString current() const;   ///< name of the row or photo with visual focus; empty if none
     bool hasFocus(const char* name) const;
     QStringList menuEntries() const; ///< of the open menu; the current one with a "*"
     QQuickItem* menuEntry(const QString& text) const;
 
     /// Returns the accessible interface of a visible item.
-    QAccessibleInterface* told(const char* name) const;
+    QAccessibleInterface* told(const char* name) const { return told(m_driver->item(name)); }
     static QAccessibleInterface* told(QQuickItem* item) {
         return QAccessible::queryAccessibleInterface(item);
     }
@@ -63,26 +69,18 @@ protected:
     QString announced(const char* name) const;
     static void press(QAccessibleInterface* control); ///< as a screen reader does
 
-    /// Checks that no text is cut off and every control has a name and a role.
-    void checkEverythingIsSaid() const;
-
-    /// Test data: a row for each language, in the column "language".
-    static void eachLanguage();
-
-private:
-    /// Returns the items of a row that can have focus: its photos, otherwise the row.
-    std::vector<const QQuickItem*> stepsOf(const QQuickItem& row) const;
-
-protected:
     std::optional<OrdinaryUser> m_user; ///< file permissions do not apply to root
     std::optional<TemporaryDisk> m_disk;
     std::optional<HistoryStore> m_history;
     std::optional<LumvaleWindow> m_lumvale;
     std::optional<Driver> m_driver;
+    QStringList m_opened; ///< web pages and system settings that were opened
 };
 
 /// Returns the text of a key in the current language.
-QString translated(const char* key);
+inline QString translated(const char* key) {
+    return tr(QLatin1String(key));
+}
 
 /// Runs a window test with its own settings and application object.
 template <class Test>
