@@ -36,13 +36,8 @@ protected:
     HandCranked m_jobs;
     HistoryStore m_history{m_disk.disk()};
     CatalogueWriter m_catalogue{m_disk, CatalogueWriter::Maker::lumvale};
-    const platform::PhotoAccess m_access{
-        [](const platform::Disk&) { return platform::PhotoAuthorization::authorized; },
-        [](const platform::Disk&) {
-            return platform::PhotoAuthorization::authorized;
-        }};
     std::unique_ptr<DuplicatePhotosViewModel> m_model = std::make_unique<DuplicatePhotosViewModel>(
-        platform::PhotoLibrary(m_disk.disk(), m_access), m_history, m_jobs.executor());
+        platform::PhotoLibrary(m_disk.disk(), photoAccess()), m_history, m_jobs.executor());
     std::unique_ptr<QAbstractItemModelTester> m_tester = std::make_unique<QAbstractItemModelTester>(
         m_model->groupsModel(), QAbstractItemModelTester::FailureReportingMode::Fatal);
 };

@@ -19,11 +19,8 @@ using Texts = std::vector<std::string>;
 
 class PhotoDuplicates : public testing::Test {
 protected:
-    platform::PhotoLibrary library(PhotoAuthorization status) const {
-        const auto access = [status](const platform::Disk&) {
-            return status;
-        };
-        return {m_disk.disk(), {access, access}};
+    platform::PhotoLibrary library(PhotoAuthorization access = PhotoAuthorization::authorized) const {
+        return {m_disk.disk(), photoAccess(access)};
     }
 
     /// Returns the value that a request hands to its completion. The request works on a thread of its own;
@@ -43,9 +40,9 @@ protected:
     }
 
     std::vector<core::DuplicatePhotoGroup>
-    groups(PhotoAuthorization status = PhotoAuthorization::authorized) {
+    groups(PhotoAuthorization access = PhotoAuthorization::authorized) {
         return answer<std::vector<core::DuplicatePhotoGroup>>([&](auto completion, const auto& executor) {
-            core::LumvalePhotoDuplicates::findExactDuplicates(completion, executor, library(status));
+            core::LumvalePhotoDuplicates::findExactDuplicates(completion, executor, library(access));
         });
     }
 
@@ -109,7 +106,7 @@ TEST_F(PhotoDuplicates, GroupsHoldTheOldestFirstAndAreDeletedByIdentifier) {
 
     EXPECT_TRUE(answer<bool>([&](auto completion, const auto& executor) {
         core::LumvalePhotoDuplicates::deleteItems({found[0].items[1], item("unknown/L0/001", 1)}, completion,
-                                                  executor, library(PhotoAuthorization::authorized));
+                                                  executor, library());
     }));
     EXPECT_TRUE(groups().empty());
     EXPECT_EQ(catalogue.value("SELECT ZUUID FROM ZASSET WHERE ZTRASHEDSTATE = 1"), "B");

@@ -4,19 +4,17 @@
 
 #include <sqlite3.h>
 
-namespace fs = std::filesystem;
-
 namespace {
 
 std::string inNewFolder(const std::string& hostFile) {
-    fs::create_directories(fs::path(hostFile).parent_path());
+    std::filesystem::create_directories(std::filesystem::path(hostFile).parent_path());
     return hostFile;
 }
 
 } // namespace
 
 CatalogueWriter::CatalogueWriter(const TemporaryDisk& disk, Maker maker, Log log, Form form)
-    : PhotoCatalogueWriter(inNewFolder(disk.host(file)), maker, log, form), m_hostFile(disk.host(file)) {}
+    : PhotoCatalogueWriter(inNewFolder(disk.host(file)), maker, log, form) {}
 
 std::string CatalogueWriter::value(const std::string& sql) {
     std::string result;
@@ -31,14 +29,13 @@ std::string CatalogueWriter::value(const std::string& sql) {
 }
 
 void CatalogueWriter::abandon() {
-    const auto keep = [this](const char* ending) {
-        if (fs::exists(m_hostFile + ending))
-            fs::copy_file(m_hostFile + ending, m_hostFile + ending + ".kept");
-    };
-    keep("");
-    keep("-wal");
+    sqlite3_db_config(database(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     close();
-    for (const char* ending : {"", "-wal"})
-        if (fs::exists(m_hostFile + ending + ".kept"))
-            fs::rename(m_hostFile + ending + ".kept", m_hostFile + ending);
+}
+
+platform::PhotoAccess photoAccess(platform::PhotoAuthorization answer) {
+    const auto access = [answer](const platform::Disk&) {
+        return answer;
+    };
+    return {access, access};
 }

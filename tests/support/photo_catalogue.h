@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/photos/photo_access.h"
 #include "tests/support/temporary_disk.h"
 #include "tools/sample_disk/photo_catalogue.h"
 
@@ -21,7 +22,8 @@ public:
 
     /// Closes the file as if the program that wrote it had crashed: the content of the log stays there.
     void abandon();
-
-private:
-    std::string m_hostFile;
 };
+
+/// Returns access to the photo library whose status and whose answer to requests is `answer`.
+platform::PhotoAccess
+photoAccess(platform::PhotoAuthorization answer = platform::PhotoAuthorization::authorized);
