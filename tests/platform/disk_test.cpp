@@ -1,17 +1,31 @@
 #include "platform/files/disk.h"
 
 #include "platform/files/folder.h"
+#include "platform/system/system.h"
 #include "tests/support/codes.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_disk.h"
 
+#include <cerrno>
 #include <filesystem>
 
+#include <fcntl.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 
 using namespace platform;
+
+// The linker redirects the product's system calls to this function, so that a kernel can lack openat2.
+static bool hasOpenat2 = true;
+extern "C" long __real_syscall(long, ...);
+extern "C" long __wrap_syscall(long number, long a, long b, long c, long d, long e) {
+    if (number != SYS_openat2 || hasOpenat2)
+        return __real_syscall(number, a, b, c, d, e);
+    errno = ENOSYS;
+    return -1;
+}
 
 namespace {
 
@@ -111,4 +125,16 @@ TEST(Folder, IsListedInByteOrderWithOrWithoutHiddenEntries) {
     for (const auto& [path, code] :
          {std::pair("~/missing", "260:2"), {"~/closed", "257:13"}, {"~/f/b", "512:20"}})
         EXPECT_EQ(codes(listFolder(disk.disk(), at(path))), code) << path;
+}
+
+TEST(OpenFolderBelow, RefusesSymbolicLinksWithAndWithoutOpenat2) {
+    const TemporaryDisk disk;
+    disk.make({"~/a/b/c/file", "~/a/link -> b", "~/a/b/up -> ..", "~/a/b/last -> c"});
+    const Descriptor folder(open(disk.host("~/a").c_str(), O_PATH | O_CLOEXEC));
+    for (const bool isAvailable : {true, false}) {
+        hasOpenat2 = isAvailable;
+        EXPECT_TRUE(system::openFolderBelow(folder.number(), "b/c"));
+        for (const char* path : {"link", "link/c", "b/up", "b/last", "b/up/b", "b/c/file", "missing/c"})
+            EXPECT_FALSE(system::openFolderBelow(folder.number(), path)) << path << hasOpenat2;
+    }
 }

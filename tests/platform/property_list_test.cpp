@@ -21,30 +21,8 @@ std::string bigEndian(std::uint64_t number, int count) {
     return bytes;
 }
 
-// The objects of a binary property list. They refer to each other by their index.
-
-std::string object(unsigned type, std::size_t count, const std::string& content) {
-    const bool isShort = count < 15;
-    return static_cast<char>(type << 4 | (isShort ? count : 15))
-           + (isShort ? "" : "\x12"s + bigEndian(count, 4)) + content;
-}
-std::string text(const std::string& ascii) {
-    return object(0x5, ascii.size(), ascii);
-}
-std::string references(const std::vector<unsigned>& objects) {
-    std::string bytes;
-    for (const unsigned object : objects)
-        bytes += bigEndian(object, 2);
-    return bytes;
-}
-std::string array(const std::vector<unsigned>& items) {
-    return object(0xA, items.size(), references(items));
-}
-std::string dictionary(const std::vector<unsigned>& keys, const std::vector<unsigned>& values) {
-    return object(0xD, keys.size(), references(keys) + references(values));
-}
-const std::string yes = "\x09";
-
+/// Returns a binary property list of these objects. An object begins with its type (5 ASCII, 6 UTF-16, A
+/// array, D dictionary) and its count in one byte. Arrays and dictionaries hold two-byte indices of objects.
 std::string binary(const std::vector<std::string>& objects) {
     std::string list = "bplist00";
     std::string offsets;
@@ -75,7 +53,7 @@ std::string nestedXml(std::size_t levels) {
 std::string nestedBinary(unsigned levels, unsigned times, const std::string& lowest) {
     std::vector<std::string> objects;
     for (unsigned i = 1; i <= levels; ++i)
-        objects.push_back(array(std::vector<unsigned>(times, i)));
+        objects.push_back(static_cast<char>(0xA0 + times) + repeated(bigEndian(i, 2), times));
     objects.push_back(lowest);
     return binary(objects);
 }
@@ -89,12 +67,11 @@ TEST(PropertyList, ReadsTopLevelValuesOfBothFormats) {
     std::string utf16 = "\xFE\xFF";
     for (const char c : xml(content))
         utf16 += std::string{'\0', c};
-    const std::string utf16Label = object(0x6, 9, "\0c\0a\0f\0\xE9\0 \0<\0<\0b\0>"s);
     for (const std::string& bytes :
          {xml(content), content, utf16, "\xEF\xBB\xBF" + xml(content), "<!-- <dict> -->\n" + xml(content),
           "<plist version='>' other=\"/>\">" + content + "</plist>",
-          binary({dictionary({1, 3, 5}, {2, 4, 6}), text("Label"s), utf16Label, text("Disabled"s), yes,
-                  text("Nested"s), dictionary({7}, {4}), text("Inner"s)})}) {
+          binary({"\xD3\0\1\0\3\0\5\0\2\0\4\0\6"s, "\x55Label"s, "\x69\0c\0a\0f\0\xE9\0 \0<\0<\0b\0>"s,
+                  "\130Disabled"s, "\x09"s, "\x56Nested"s, "\xD1\0\7\0\4"s, "\x55Inner"s})}) {
         const auto list = PropertyList::parse(bytes);
         ASSERT_TRUE(list) << bytes;
         EXPECT_EQ(list->string("Label"), "café <<b>") << bytes;
@@ -107,7 +84,7 @@ TEST(PropertyList, ReadsTopLevelValuesOfBothFormats) {
 }
 
 TEST(PropertyList, RefusesMalformedLists) {
-    const std::string whole = binary({dictionary({1}, {2}), text("Label"s), text("a"s)});
+    const std::string whole = binary({"\xD1\0\1\0\2"s, "\x55Label", "\x51z"});
     const std::string cases[] = {
         "",
         "{ Label = a; }",
@@ -119,7 +96,7 @@ TEST(PropertyList, RefusesMalformedLists) {
         "<!DOCTYPE plist [<!ENTITY a 'b'>]>" + xml("<dict/>"),
         "bplist00" + std::string(32, '\xFF'),
         whole.substr(0, whole.size() / 2),
-        binary({array({1})}),                                        // a reference to no object
+        binary({"\xA1\0\1"s}),                                       // a reference to no object
         binary({"\x5F\x13" + bigEndian(std::uint64_t{1} << 63, 8)}), // a text of 2^63 bytes
     };
     for (const std::string& bytes : cases)
@@ -128,19 +105,20 @@ TEST(PropertyList, RefusesMalformedLists) {
 
 TEST(PropertyList, RefusesListsThatWouldExhaustStackMemoryOrTime) {
     EXPECT_TRUE(PropertyList::parse(nestedXml(512)));
-    EXPECT_TRUE(PropertyList::parse(nestedBinary(511, 1, array({}))));
+    EXPECT_TRUE(PropertyList::parse(nestedBinary(511, 1, "\xA0")));
     const std::string longText(65'536, 'x');
     EXPECT_TRUE(PropertyList::parse(xml("<string>" + longText + "</string>")));
     const std::pair<const char*, std::string> hostile[] = {
         {"one level too deep", nestedXml(514)},
-        {"one level too deep, binary", nestedBinary(512, 1, array({}))},
+        {"one level too deep, binary", nestedBinary(512, 1, "\xA0")},
         {"a million levels without end", repeated("<array>", 1'000'000)},
         {"levels between comments that look like ends", repeated("<array><!--</array>-->", 20'000)},
         {"levels between quoted ends", repeated("<array a='</array>'>", 20'000)},
-        {"its own item", binary({array({0})})},
-        {"a cycle of two", binary({array({1}), array({0})})},
-        {"2^40 ways to one value", nestedBinary(40, 2, yes)},
-        {"2^16 ways to a long text", nestedBinary(16, 2, text(longText))},
+        {"its own item", binary({"\xA1\0\0"s})},
+        {"a cycle of two", binary({"\xA1\0\1"s, "\xA1\0\0"s})},
+        {"2^40 ways to one value", nestedBinary(40, 2, "\x09")},
+        {"2^16 ways to a long text",
+         nestedBinary(16, 2, "\x5F\x12" + bigEndian(longText.size(), 4) + longText)},
         {"a million values", xml("<array>" + repeated("<true/>", 1'000'000) + "</array>")},
         {"50,000 escapes, for each of which libplist moves the text",
          xml("<string>" + repeated("&amp;", 50'000) + "</string>")},

@@ -8,10 +8,10 @@
 #include <cstring>
 #include <functional>
 #include <set>
+#include <thread>
 #include <vector>
 
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -22,35 +22,47 @@ using platform::numberedName;
 
 namespace {
 
-int renameFault = 0; // the errno with which renameat2 fails; 0 lets it work
-int unlinkFault = 0;
+/// The errno with which each call fails; 0 lets it work.
+struct Faults {
+    int renameat2 = 0, renameat = 0, mkdirat = 0, linkat = 0, unlinkat = 0;
+} faults;
+
 std::function<void()> afterLink;
 
-int fail(int failure) {
-    errno = failure;
-    return -1;
+template <class... Arguments>
+int callUnless(int fault, int (*call)(Arguments...), Arguments... arguments) {
+    errno = fault;
+    return fault != 0 ? -1 : call(arguments...);
 }
 
 } // namespace
 
 extern "C" {
 int __real_renameat2(int, const char*, int, const char*, unsigned);
+int __real_renameat(int, const char*, int, const char*);
+int __real_mkdirat(int, const char*, mode_t);
 int __real_linkat(int, const char*, int, const char*, int);
 int __real_unlinkat(int, const char*, int);
 
 int __wrap_renameat2(int a, const char* from, int b, const char* to, unsigned flags) {
-    return renameFault != 0 ? fail(renameFault) : __real_renameat2(a, from, b, to, flags);
+    return callUnless(faults.renameat2, __real_renameat2, a, from, b, to, flags);
+}
+int __wrap_renameat(int a, const char* from, int b, const char* to) {
+    return callUnless(faults.renameat, __real_renameat, a, from, b, to);
+}
+int __wrap_mkdirat(int folder, const char* name, mode_t mode) {
+    return callUnless(faults.mkdirat, __real_mkdirat, folder, name, mode);
 }
 int __wrap_linkat(int a, const char* from, int b, const char* to, int flags) {
-    const int result = __real_linkat(a, from, b, to, flags);
+    const int result = callUnless(faults.linkat, __real_linkat, a, from, b, to, flags);
     if (result == 0 && afterLink)
         afterLink();
     return result;
 }
 int __wrap_unlinkat(int folder, const char* name, int flags) {
     // Only the removal of the source fails, not that of a reserved name.
-    return unlinkFault != 0 && std::strcmp(name, "source") == 0 ? fail(unlinkFault)
-                                                                : __real_unlinkat(folder, name, flags);
+    const int fault = std::strcmp(name, "source") == 0 ? faults.unlinkat : 0;
+    return callUnless(fault, __real_unlinkat, folder, name, flags);
 }
 }
 
@@ -58,7 +70,7 @@ namespace {
 
 struct MoveToTrash : testing::Test {
     void TearDown() override {
-        renameFault = unlinkFault = 0;
+        faults = {};
         afterLink = nullptr;
     }
 
@@ -110,29 +122,21 @@ TEST_F(MoveToTrash, ReplacesNothingAndMovesLinksThemselves) {
     EXPECT_EQ(disk.entries(), expected);
 }
 
-TEST_F(MoveToTrash, KeepsAllItemsOfOneNameMovedByEightProcesses) {
-    constexpr int processes = 8;
-    constexpr int items = 100;
-    for (int p = 0; p < processes; ++p) {
-        const std::string path = "~/" + std::to_string(p) + "/same.txt";
-        if (fork() == 0) {
-            bool succeeded = true;
-            for (int i = 0; i < items; ++i) {
-                disk.write(path, std::to_string(p * items + i));
-                succeeded = move(path) && succeeded;
+TEST_F(MoveToTrash, KeepsAllItemsOfOneNameMovedByEightThreads) {
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 8; ++t)
+        threads.emplace_back([this, path = "~/" + std::to_string(t) + "/same.txt"] {
+            for (int i = 0; i < 100; ++i) {
+                disk.write(path, path + std::to_string(i));
+                EXPECT_TRUE(move(path));
             }
-            _exit(succeeded ? 0 : 1);
-        }
-    }
-    for (int p = 0; p < processes; ++p) {
-        int status = 0;
-        wait(&status);
-        EXPECT_EQ(status, 0);
-    }
+        });
+    for (std::thread& thread : threads)
+        thread.join();
     std::set<std::string> contents;
     for (const std::string& name : trash())
         contents.insert(disk.read("~/.Trash/" + name));
-    EXPECT_EQ(contents.size(), std::size_t{processes * items});
+    EXPECT_EQ(contents.size(), 800U);
 }
 
 TEST_F(MoveToTrash, RefusesATrashThatIsNoFolderAndCreatesAMissingOneWithMode0700) {
@@ -181,16 +185,19 @@ TEST_F(MoveToTrash, MovesCompletelyOrNotAtAllWhicheverCallFails) {
     disk.make("~/.Trash/source"); // so that a second name is needed
     const struct {
         const char* made;
-        int renameFault, unlinkFault;
-    } cases[]{{"~/source/", EIO, 0}, {"~/source", EINVAL, EACCES}, {"~/source -> target", EINVAL, 0}};
-    for (const auto& injected : cases) {
-        SCOPED_TRACE(injected.made);
-        disk.make(injected.made);
-        renameFault = injected.renameFault;
-        unlinkFault = injected.unlinkFault;
-        EXPECT_FALSE(move("~/source"));
-        TearDown();
-        EXPECT_TRUE(disk.exists("~/source"));
+        Faults faults;
+        const char* error;
+    } cases[]{{"~/source", {.renameat2 = EIO}, "512:5"},
+              {"~/source/", {.renameat2 = EINVAL, .mkdirat = ENOSPC}, "640:28"},
+              {"~/source/", {.renameat2 = ENOSYS, .renameat = EIO}, "512:5"},
+              {"~/source", {.renameat2 = EINVAL, .linkat = EPERM}, "513:1"},
+              {"~/source", {.renameat2 = EINVAL, .unlinkat = EACCES}, "513:13"},
+              {"~/source -> target", {.renameat2 = EINVAL}, "512:45"}};
+    for (const auto& [made, injected, error] : cases) {
+        disk.make(made);
+        faults = injected;
+        expectRefused("~/source", error);
+        faults = {};
         EXPECT_EQ(trash(), std::vector<std::string>{"source"});
         ASSERT_EQ(::remove(disk.host("~/source").c_str()), 0);
     }
@@ -199,7 +206,7 @@ TEST_F(MoveToTrash, MovesCompletelyOrNotAtAllWhicheverCallFails) {
 TEST_F(MoveToTrash, ReservesANameWithoutExclusiveRename) {
     disk.make({"~/.Trash/file", "~/.Trash/folder/", "~/folder/inside", "~/file 7", "~/home -> /Users/me"});
     auto expected = disk.entries();
-    renameFault = EINVAL;
+    faults.renameat2 = EINVAL;
     EXPECT_TRUE(move("~/file"));
     moveToTrash(expected, "~/file", "file 2");
     EXPECT_TRUE(move("~/folder"));

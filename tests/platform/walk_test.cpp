@@ -1,11 +1,11 @@
 #include "platform/walk/walk.h"
 
-#include "platform/system/system.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_disk.h"
 
 #include <atomic>
 #include <filesystem>
+#include <functional>
 #include <limits>
 #include <set>
 #include <thread>
@@ -25,10 +25,13 @@ constexpr auto inMemory = TemporaryDisk::Where::inMemory;
 
 /// Collects the paths that a walk visits. Does not descend into folders named "closed".
 struct Collector {
-    std::multiset<std::string> paths;
+    std::function<void(std::string_view)> atName = [](auto) {
+    };
+    std::multiset<std::string> paths{};
 
     Descend visit(const WalkEntry& entry) {
         paths.insert(entry.path());
+        atName(entry.name);
         return entry.name == "closed" ? Descend::no : Descend::yes;
     }
     void merge(Collector other) { paths.merge(other.paths); }
@@ -144,11 +147,28 @@ TEST(Walk, VisitsEveryEntryOnceWithAnyNumberOfWorkers) {
             << workers << " workers";
 }
 
-TEST(OpenFolderBelow, RefusesSymbolicLinks) {
-    const TemporaryDisk disk;
-    disk.make({"~/a/b/c/file", "~/a/link -> b", "~/a/b/up -> ..", "~/a/b/last -> c"});
-    const Descriptor folder(open(disk.host("~/a").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    EXPECT_TRUE(system::openFolderBelow(folder.number(), "b/c"));
-    for (const char* path : {"link", "link/c", "b/up", "b/last", "b/up/b", "b/c/file", "missing/c"})
-        EXPECT_FALSE(system::openFolderBelow(folder.number(), path)) << path;
+TEST(Walk, DoesNotFollowALinkThatReplacesAFolder) {
+    for (const int levels : {0, 100}) { // below 100 levels, folders are opened again from far above
+        const TemporaryDisk disk(inMemory);
+        std::string folder = "~/tree";
+        for (int level = 0; level < levels; ++level) {
+            disk.make({folder + "/before/", folder + "/next/", folder + "/zlast/"});
+            folder += "/next";
+        }
+        folder += "/folder";
+        disk.make({folder + "/sub/inner/file", "~/canary/sub/inner/canary", "~/canary/canary"});
+        disk.make("~/link -> " + disk.host("~/canary"));
+        for (const char* visited : {"folder", "sub", "inner"}) {
+            bool isReplaced = false;
+            const auto replace = [&](std::string_view name) {
+                if (name == visited)
+                    std::thread([&] { isReplaced = disk.exchange(folder, "~/link"); }).join();
+            };
+            auto found = walk(disk.disk(), at({"~/tree"}), Hidden::include, Collector{replace}, 1);
+            ASSERT_TRUE(isReplaced) << visited;
+            EXPECT_EQ(std::erase_if(found.paths, [](auto& path) { return path.ends_with("canary"); }), 0U)
+                << visited << " below " << levels << " levels";
+            disk.exchange(folder, "~/link");
+        }
+    }
 }

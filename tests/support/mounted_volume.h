@@ -4,18 +4,15 @@
 
 #include <sys/mount.h>
 
-/// Mounts a volume of 64 KiB in memory on a folder of the host until destroyed. Only root can mount; other
-/// users skip the test.
+/// Mounts a volume of 64 KiB in memory on a folder of the host until destroyed, or the folder `original` as
+/// another mount point of its volume. Only root can mount; other users skip the test.
 class MountedVolume {
 public:
-    explicit MountedVolume(std::string hostFolder)
+    explicit MountedVolume(std::string hostFolder, const std::string& original = "")
         : m_folder(std::move(hostFolder)),
-          m_isMounted(mount("lumvale-test", m_folder.c_str(), "tmpfs", 0, "size=64k,mode=0777") == 0) {}
-
-    /// Mounts the folder `original` on `hostFolder` as well: another mount point of the same volume.
-    MountedVolume(const std::string& original, std::string hostFolder)
-        : m_folder(std::move(hostFolder)),
-          m_isMounted(mount(original.c_str(), m_folder.c_str(), nullptr, MS_BIND, nullptr) == 0) {}
+          m_isMounted(mount(original.c_str(), m_folder.c_str(), "tmpfs", original.empty() ? 0 : MS_BIND,
+                            "size=64k,mode=0777")
+                      == 0) {}
     ~MountedVolume() {
         if (m_isMounted)
             umount2(m_folder.c_str(), MNT_DETACH);

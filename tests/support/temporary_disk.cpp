@@ -8,9 +8,7 @@
 #include <iterator>
 
 #include <fcntl.h>
-#include <linux/fs.h>
 #include <sys/fsuid.h>
-#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -25,14 +23,6 @@ void check(bool succeeded, const std::string& path) {
     std::abort();
 }
 
-/// Changes the identity for file access, which for root decides whether permissions count.
-void accessFilesAs(unsigned user) {
-    if (geteuid() != 0)
-        return;
-    setfsgid(user);
-    setfsuid(user);
-}
-
 } // namespace
 
 TemporaryDisk::TemporaryDisk(Where where) {
@@ -42,7 +32,7 @@ TemporaryDisk::TemporaryDisk(Where where) {
     fs::create_directories(host("~"));
     for (const char* folder : {"/", "/Users", "/Users/me"})
         setMode(folder, 0777);
-    m_disk = *platform::Disk::open(m_root, path("~"));
+    m_disk = *platform::Disk::open(m_root, at("~"));
 }
 
 TemporaryDisk::~TemporaryDisk() {
@@ -72,9 +62,8 @@ void TemporaryDisk::make(std::string_view line) const {
     } else if (target != line.npos) {
         fs::create_symlink(line.substr(target + arrow.size()), made);
     } else if (!line.ends_with('/')) {
-        const platform::Descriptor file(open(made.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
-        const std::int64_t size = hasSize ? std::stoll(std::string(line.substr(space + 1))) : 0;
-        check(ftruncate(file.number(), size) == 0, made);
+        check(static_cast<bool>(std::ofstream(made)), made);
+        fs::resize_file(made, hasSize ? std::stoull(std::string(line.substr(space + 1))) : 0);
     }
 }
 
@@ -101,18 +90,16 @@ void TemporaryDisk::setMode(std::string_view path, unsigned mode) const {
     check(chmod(host(path).c_str(), mode) == 0, host(path));
 }
 
-bool TemporaryDisk::setImmutable(std::string_view path, bool immutable) const {
-    const platform::Descriptor file(open(host(path).c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
-    int flags = 0;
-    if (!file || ioctl(file.number(), FS_IOC_GETFLAGS, &flags) != 0)
-        return false;
-    flags = immutable ? flags | FS_IMMUTABLE_FL : flags & ~FS_IMMUTABLE_FL;
-    return ioctl(file.number(), FS_IOC_SETFLAGS, &flags) == 0;
+bool TemporaryDisk::lock(std::string_view path) const {
+    return std::system(("chattr +i '" + host(path) + "' 2>/dev/null").c_str()) == 0;
+}
+
+bool TemporaryDisk::exchange(std::string_view path, std::string_view other) const {
+    return renameat2(AT_FDCWD, host(path).c_str(), AT_FDCWD, host(other).c_str(), RENAME_EXCHANGE) == 0;
 }
 
 bool TemporaryDisk::exists(std::string_view path) const {
-    struct stat status {};
-    return lstat(host(path).c_str(), &status) == 0;
+    return faccessat(AT_FDCWD, host(path).c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
 std::map<std::string, std::string> TemporaryDisk::entries() const {
@@ -120,21 +107,17 @@ std::map<std::string, std::string> TemporaryDisk::entries() const {
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(m_root)) {
         struct stat status {};
         check(lstat(entry.path().c_str(), &status) == 0, entry.path());
-        std::string facts = std::to_string(status.st_ino) + ' ' + std::to_string(status.st_mode);
+        std::string& facts = found[entry.path().string().substr(m_root.size())];
+        facts = std::to_string(status.st_ino) + ' ' + std::to_string(status.st_mode);
         if (!S_ISDIR(status.st_mode))
             facts += ' ' + std::to_string(status.st_size) + ' ' + std::to_string(status.st_mtim.tv_sec) + '.'
                      + std::to_string(status.st_mtim.tv_nsec);
-        found[entry.path().string().substr(m_root.size())] = facts;
     }
     return found;
 }
 
-std::string TemporaryDisk::path(std::string_view path) {
+std::string at(std::string_view path) {
     return path.starts_with('~') ? "/Users/me" + std::string(path.substr(1)) : std::string(path);
-}
-
-std::string TemporaryDisk::host(std::string_view path) const {
-    return m_root + TemporaryDisk::path(path);
 }
 
 std::vector<std::string> at(std::initializer_list<std::string_view> paths) {
@@ -159,10 +142,7 @@ void moveToTrash(std::map<std::string, std::string>& entries, std::string_view p
     entries = after;
 }
 
-OrdinaryUser::OrdinaryUser() {
-    accessFilesAs(65534); // nobody
-}
-
-OrdinaryUser::~OrdinaryUser() {
-    accessFilesAs(0);
+void OrdinaryUser::accessFilesAs(unsigned user) {
+    setfsgid(user);
+    setfsuid(user); // for root, decides whether permissions count
 }

@@ -11,6 +11,11 @@
 #include <string_view>
 #include <vector>
 
+/// Return paths on the disk, with "~" replaced by the home.
+std::string at(std::string_view path);
+std::vector<std::string> at(std::initializer_list<std::string_view> paths);
+std::set<std::string> setAt(std::initializer_list<std::string_view> paths);
+
 /// A Mac's disk made of real files in a temporary folder, with the home /Users/me. The destructor removes it,
 /// whatever modes and flags its entries have. Paths may begin with "~", which stands for the home. A failure
 /// to make or change an entry ends the program.
@@ -37,8 +42,11 @@ public:
     void setModified(std::string_view path, platform::Date date) const;
     void setMode(std::string_view path, unsigned mode) const;
 
-    /// Sets or clears the immutable flag. Returns false where the file system or the user cannot.
-    [[nodiscard]] bool setImmutable(std::string_view path, bool immutable) const;
+    /// Sets the immutable flag. Returns false where the file system or the user cannot.
+    [[nodiscard]] bool lock(std::string_view path) const;
+
+    /// Exchanges two entries in one step. Returns false when one of them is missing.
+    bool exchange(std::string_view path, std::string_view other) const;
 
     /// Returns whether the entry exists. A symbolic link is not followed.
     bool exists(std::string_view path) const;
@@ -47,10 +55,8 @@ public:
     /// for other entries than folders size and modification date.
     std::map<std::string, std::string> entries() const;
 
-    /// Returns the path with "~" replaced by the home.
-    static std::string path(std::string_view path);
     /// Returns the path of the real file on this machine.
-    std::string host(std::string_view path) const;
+    std::string host(std::string_view path) const { return m_root + at(path); }
 
 private:
     std::string m_root;
@@ -61,18 +67,14 @@ private:
 /// permissions count. Has an effect for root only.
 class OrdinaryUser {
 public:
-    OrdinaryUser();
-    ~OrdinaryUser();
+    OrdinaryUser() { accessFilesAs(65534); } // nobody
+    ~OrdinaryUser() { accessFilesAs(0); }
     OrdinaryUser(const OrdinaryUser&) = delete;
     OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-};
 
-/// Return paths on the disk, with "~" replaced by the home.
-inline std::string at(std::string_view path) {
-    return TemporaryDisk::path(path);
-}
-std::vector<std::string> at(std::initializer_list<std::string_view> paths);
-std::set<std::string> setAt(std::initializer_list<std::string_view> paths);
+private:
+    static void accessFilesAs(unsigned user);
+};
 
 /// Changes the result of entries() as moving the entry at `path` to the Trash under `name` does.
 void moveToTrash(std::map<std::string, std::string>& entries, std::string_view path, std::string_view name);
@@ -80,5 +82,5 @@ void moveToTrash(std::map<std::string, std::string>& entries, std::string_view p
 /// Sets the immutable flag of entries of the disk, or skips the test.
 #define LOCK_OR_SKIP(disk, ...)                                                                              \
     for (const char* const entry : {__VA_ARGS__})                                                            \
-        if (!(disk).setImmutable(entry, true))                                                               \
+        if (!(disk).lock(entry))                                                                             \
     GTEST_SKIP() << "no immutable flag here"
