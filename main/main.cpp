@@ -1,6 +1,5 @@
 #include "app/execution/qt_executor.h"
 #include "app/history/history_store.h"
-#include "app/i18n/localizer.h"
 #include "app/identity.h"
 #include "app/settings.h"
 #include "app/update/update_checker.h"
@@ -38,9 +37,6 @@ int main(int argc, char* argv[]) {
 
     platform::Executor::setCurrent(qtExecutor());
     std::optional<LumvaleWindow> window;
-    UpdateChecker::languageCode = [] {
-        return rawValue(Localizer::shared().effective());
-    };
     UpdateChecker::startIfNeeded(
         &application, [&](const UpdateAlert& update) { window->announce(update, Desktop::bringToFront); });
     window.emplace(platform::Disk::current(), HistoryStore::shared(), platform::Executor::current(),

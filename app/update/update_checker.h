@@ -17,12 +17,6 @@
 /// missing network connection, are ignored. Interface thread only.
 namespace UpdateChecker {
 
-/// Returns the code of the language of the announcement, as alertIn() takes it. Called when the announcement
-/// is shown. Set it before startIfNeeded().
-inline std::function<QString()> languageCode = [] {
-    return QStringLiteral("fr");
-};
-
 /// The options of a check. The defaults are those of the build.
 struct Options {
     std::optional<QString> name = Identity::name();
@@ -38,7 +32,8 @@ struct Options {
 
 /// Starts a check in the background if the last successful one was at least a day ago, and returns
 /// immediately. Calls `show` on this thread at most once, if there is a newer version that has not been
-/// announced yet. The check is aborted when `owner` is destroyed.
+/// announced yet, with the texts in the interface language of that moment. The check is aborted when `owner`
+/// is destroyed.
 void startIfNeeded(QObject* owner, std::function<void(const UpdateAlert&)> show, Options options = {});
 
 } // namespace UpdateChecker

@@ -1,52 +1,41 @@
 #include "tests/app/update_server.h"
 
-#include <QFile>
 #include <QProcess>
 #include <QSslCertificate>
+#include <QSslConfiguration>
 #include <QSslKey>
 #include <QSslSocket>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
-TestAuthority::TestAuthority() {
-    openssl(u"req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes "
-            "-subj /CN=Tests -days 1 -keyout authority.key -out authority.pem"_s);
-}
+UpdateServer::UpdateServer(int days, const QString& names) {
+    const QTemporaryDir folder;
+    QProcess openssl; // "openssl req" makes no expired certificates, "openssl x509" does
+    openssl.setWorkingDirectory(folder.path());
+    const QString script = u"openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes "
+                           "-subj /CN=Tests -addext subjectAltName=%1 -keyout key "
+                           "| openssl x509 -signkey key -days %2; cat key"_s;
+    openssl.start(u"sh"_s, {u"-c"_s, script.arg(names, QString::number(days))});
+    EXPECT_TRUE(openssl.waitForFinished(-1));
+    const QByteArray pem = openssl.readAllStandardOutput();
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setLocalCertificate(QSslCertificate(pem));
+    configuration.setPrivateKey(QSslKey(pem, QSsl::Ec));
+    EXPECT_FALSE(configuration.privateKey().isNull()) << openssl.readAllStandardError().toStdString();
 
-void TestAuthority::openssl(const QString& command) const {
-    QProcess openssl;
-    openssl.setWorkingDirectory(m_folder.path());
-    openssl.start(u"openssl"_s, command.split(u' '));
-    EXPECT_TRUE(openssl.waitForFinished() && openssl.exitCode() == 0)
-        << openssl.readAllStandardError().toStdString();
-}
-
-QSslConfiguration TestAuthority::identity(const QString& names, int days) const {
-    openssl(u"req -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes "
-            "-subj /CN=server -addext subjectAltName=%1 -keyout server.key -out server.csr"_s.arg(names));
-    openssl(u"x509 -req -in server.csr -CA authority.pem -CAkey authority.key "
-            "-CAcreateserial -copy_extensions copy -out server.pem -days %1"_s.arg(days));
-    QSslConfiguration identity = QSslConfiguration::defaultConfiguration();
-    identity.setLocalCertificate(QSslCertificate(file(u"server.pem"_s)));
-    identity.setPrivateKey(QSslKey(file(u"server.key"_s), QSsl::Ec));
-    return identity;
-}
-
-QByteArray TestAuthority::file(const QString& name) const {
-    QFile file(m_folder.filePath(name));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
-    return file.readAll();
-}
-
-UpdateServer::UpdateServer(const QSslConfiguration& identity) {
-    m_server.setSslConfiguration(identity);
+    m_server.setSslConfiguration(configuration);
     QObject::connect(&m_server, &QTcpServer::pendingConnectionAvailable, &m_server, [this] {
         while (auto* socket = qobject_cast<QSslSocket*>(m_server.nextPendingConnection()))
             QObject::connect(socket, &QIODevice::readyRead, socket, [this, socket] { answer(*socket); });
     });
     EXPECT_TRUE(m_server.listen(QHostAddress::LocalHost));
+}
+
+QByteArray UpdateServer::certificate() const {
+    return m_server.sslConfiguration().localCertificate().toPem();
 }
 
 QUrl UpdateServer::url(const QString& path, const QString& host) const {
@@ -66,7 +55,7 @@ void UpdateServer::answer(QSslSocket& socket) {
         return;
     const QByteArray head = socket.readAll();
     m_requests.append(head);
-    const auto [bytes, then] = m_answers.value(head.split(' ').value(1), {"HTTP/1.1 404 Not Found\r\n\r\n"});
+    const auto [bytes, then] = m_answers.value(head.split(' ').value(1));
     socket.write(bytes);
     if (then == Then::closes)
         socket.disconnectFromHost();
