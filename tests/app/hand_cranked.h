@@ -2,18 +2,16 @@
 
 #include "platform/base/executor.h"
 
-#include <algorithm>
 #include <deque>
 
 /// Queues jobs and runs them only when told to, so that a test can act between a request and its result.
 class HandCranked {
 public:
     platform::Executor executor() {
-        return {.background = [this](auto job) { m_background.push_back(std::move(job)); },
-                .interfaceThread =
-                    [this](auto job) {
-                        m_interface.push_back(std::move(job));
-                    }};
+        return {[this](Job job) { m_background.push_back(std::move(job)); },
+                [this](Job job) {
+                    m_interface.push_back(std::move(job));
+                }};
     }
 
     void runBackground() { runAll(m_background); }
@@ -25,25 +23,21 @@ public:
 
     /// Runs the newest background job before the others and publishes its result.
     void runLast() {
-        std::rotate(m_background.rbegin(), m_background.rbegin() + 1, m_background.rend());
-        runOne(m_background);
+        m_background.back()();
+        m_background.pop_back();
         publish();
     }
 
     bool isIdle() const { return m_background.empty() && m_interface.empty(); }
 
 private:
-    using Jobs = std::deque<platform::Executor::Job>;
+    using Job = platform::Executor::Job;
 
-    static void runAll(Jobs& jobs) {
-        while (!jobs.empty())
-            runOne(jobs);
-    }
-    static void runOne(Jobs& jobs) {
-        jobs.front()();
-        jobs.pop_front();
+    static void runAll(std::deque<Job>& jobs) {
+        for (; !jobs.empty(); jobs.pop_front())
+            jobs.front()();
     }
 
-    Jobs m_background; ///< the next job first
-    Jobs m_interface;
+    std::deque<Job> m_background;
+    std::deque<Job> m_interface;
 };

@@ -25,8 +25,7 @@ std::string entry(const std::string& date, const std::string& name, const std::s
 }
 
 const std::string good = R"([{"date":700000000.25,"name":"Caché","sizeBytes":12}])";
-const std::string folder = "~/Library/Application Support/Lumvale";
-const std::string file = folder + "/historique.json";
+const std::string file = "~/Library/Application Support/Lumvale/historique.json";
 
 } // namespace
 
@@ -65,35 +64,24 @@ TEST(HistoryFile, IsReadOnlyIfEveryEntryIsValid) {
         EXPECT_FALSE(decodeHistory(json)) << json.substr(0, 200);
 }
 
-TEST(HistoryStore, LoadsRecentEntriesAndWritesTheFileOnlyWhenAnEntryIsRecorded) {
-    const TemporaryDisk disk;
-    const platform::Date now = platform::now();
-    const std::pair<std::string, Names> files[]{
-        {encodeHistory({{now - std::chrono::days(40), "old", 1}, {now - std::chrono::days(10), "recent", 2}}),
-         {"recent"}},
-        {R"([{"date":700000000,"name":"no size"}])", {}}};
-    for (auto [before, kept] : files) {
-        disk.write(file, before);
-        HistoryStore store(disk.disk());
-        EXPECT_EQ(names(store.entries()), kept);
-        EXPECT_EQ(disk.read(file), before);
-        store.record("n\xffw\n", 3);
-        kept.insert(kept.begin(), "n\uFFFDw\n");
-        EXPECT_EQ(names(store.entries()), kept);
-        EXPECT_EQ(decodeHistory(disk.read(file)), store.entries());
-    }
-}
-
-TEST(HistoryStore, SortsByDateAndDropsEntriesOlderThan30DaysToTheSecond) {
+TEST(HistoryStore, SortsByDateDropsEntriesOlderThan30DaysAndSavesOnlyWhatIsRecorded) {
     const TemporaryDisk disk;
     const platform::Date base(
         std::chrono::duration<double>(std::floor(platform::secondsSince1970(platform::now()))));
-    disk.write(file, encodeHistory(
-                         {{base, "a", 1}, {base + 1s, "newest", 1}, {base, "b", 1}, {base - 1s, "old", 1}}));
+    const std::string before =
+        encodeHistory({{base - 1s, "a", 1}, {base, "newest", 1}, {base - 1s, "b", 1}, {base - 2s, "old", 1}});
+    disk.write(file, before);
     HistoryStore store(disk.disk());
     EXPECT_EQ(names(store.entries()), (Names{"newest", "a", "b", "old"}));
-    store.prune(base + std::chrono::days(30));
+    store.prune(base - 1s + std::chrono::days(30)); // to the second
     EXPECT_EQ(names(store.entries()), (Names{"newest", "a", "b"}));
+    EXPECT_EQ(disk.read(file), before);
+    store.record("n\xffw\n", 3);
+    EXPECT_EQ(names(store.entries()), (Names{"n\uFFFDw\n", "newest", "a", "b"}));
+    EXPECT_EQ(decodeHistory(disk.read(file)), store.entries());
+    disk.write(file, "["); // an unreadable file is replaced
+    HistoryStore(disk.disk()).record("first", 1);
+    EXPECT_EQ(names(HistoryStore(disk.disk()).entries()), Names{"first"});
 }
 
 TEST(HistoryStore, KeepsEntriesInMemoryIfTheFileCannotBeReadOrWritten) {
