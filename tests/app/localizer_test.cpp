@@ -36,11 +36,9 @@ QString inLatin(QString serbian) {
     static const QString cyrillic = u"абвгдђежзијклљмнњопрстћуфхцчџш"_s;
     static const QStringList latin =
         u"a b v g d đ e ž z i j k l lj m n nj o p r s t ć u f h c č dž š"_s.split(u' ');
-    for (qsizetype i = 0; i < cyrillic.size(); ++i) {
-        QString capital = latin[i];
-        capital[0] = capital[0].toUpper();
-        serbian.replace(cyrillic[i], latin[i]).replace(cyrillic[i].toUpper(), capital);
-    }
+    for (qsizetype i = 0; i < cyrillic.size(); ++i)
+        serbian.replace(cyrillic[i], latin[i])
+            .replace(cyrillic[i].toUpper(), latin[i].left(1).toUpper() + latin[i].mid(1));
     return serbian;
 }
 
