@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# debian_test.sh BUILD_FOLDER NAME VERSION IDENTIFIER PHOTOGRAPH: the Debian package of what is built brings what it
+# debian_test.sh BUILD_FOLDER NAME VERSION IDENTIFIER: the Debian package of what is built brings what it
 # may and asks for what it needs; unpacked into an empty folder and started as its menu entry says, it shows its
 # window, and writes nothing but the user's settings. The photograph stays in BUILD_FOLDER/packaging.
 set -euo pipefail
-build=$1 name=$2 version=$3 identifier=$4 photograph=$5
+build=$1 name=$2 version=$3 identifier=$4
 product=$(realpath "$(dirname "$0")/../..")
 work=$(realpath "$(mktemp -d)")
 chmod 755 "$work"
@@ -94,18 +94,21 @@ command=$(sed -n 's/^Exec=//p' "$entry")
 ) >"$work/said" 2>&1 &
 program=$!
 
+photograph=$build/packaging/photograph.png
+take_photograph() { import -silent -window "$window" "$photograph"; }
+
 # It may take a while to come up, and a moment more until all of it is drawn.
 window='' colours=0
 for ((tenth = 0; tenth < 200 && colours < 1000; ++tenth)); do
     kill -0 $program 2>/dev/null || fail "it ended by itself"
     sleep 0.1
     [ -n "$window" ] || window=$(xwininfo -name "$name" 2>/dev/null | grep -oE -m 1 '0x[0-9a-f]+') || continue
-    colours=$("$photograph" "$window" "$build/packaging/photograph.png") || colours=0
+    colours=$(take_photograph 2>/dev/null && identify -format %k "$photograph") || colours=0
 done
 [ -n "$window" ] || fail "no window with the title $name"
 ((colours >= 1000)) || fail "its window shows $colours colours"
 sleep 0.5 # what fades in is whole by then
-"$photograph" "$window" "$build/packaging/photograph.png" >/dev/null
+take_photograph
 
 of_window() { xprop -len 1000000 -id "$window" "$1"; } # icons are long
 pid=$(of_window _NET_WM_PID)

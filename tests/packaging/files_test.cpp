@@ -93,8 +93,7 @@ TEST(PackagingFiles, IconIsATileWithAStarInEverySize) {
     for (const int side : {16, 22, 24, 32, 48, 64, 128, 256, 512}) {
         SCOPED_TRACE(side);
         const QImage icon(u"%1icons/%2.png"_s.arg(folder).arg(side));
-        ASSERT_EQ(icon.size(), QSize(side, side));
-        EXPECT_EQ(icon.convertToFormat(programImage(side).format()), programImage(side));
+        ASSERT_EQ(icon.convertToFormat(programImage(side).format()), programImage(side));
         EXPECT_EQ(icon.pixelColor(0, 0).alpha(), 0);
         EXPECT_GT(icon.pixelColor(side / 2, side * 36 / 100).lightness(), 225);
         EXPECT_LT(icon.pixelColor(side / 5, side / 5).lightness(), 90);
