@@ -1,5 +1,6 @@
 pragma Singleton
 import QtQuick
+import Lumvale.Style
 
 /// The type scale: all fonts of the interface. Sizes are in device-independent pixels.
 QtObject {
