@@ -90,8 +90,8 @@ Error fileError(FileAction action, int hostErrno, std::string_view name) {
 Error fileError(FileAction action, const Error& cause, std::string_view name) {
     std::string description = "\"" + std::string(name) + "\" could not be ";
     description.append(verb(action)).append(": ").append(cause.description).append(".");
-    return {std::string(cocoaDomain), cocoaCode(action, cause.code), std::move(description),
-            std::make_shared<const Error>(cause)};
+    const int code = cause.domain == posixDomain ? cocoaCode(action, cause.code) : cocoa::writeUnknown;
+    return {std::string(cocoaDomain), code, std::move(description), std::make_shared<const Error>(cause)};
 }
 
 } // namespace platform

@@ -29,7 +29,7 @@ inline constexpr int propertyListCorrupt = 3840;
 struct Error {
     std::string domain;
     int code = 0;
-    std::string description;                 ///< an English sentence for technical details
+    std::string description; ///< a sentence for technical details: English, or the system's own
     std::shared_ptr<const Error> underlying; ///< the cause, or null; usually of the POSIX domain
 };
 
@@ -43,7 +43,8 @@ Error posixError(int hostErrno);
 /// error is underlying.
 Error fileError(FileAction action, int hostErrno, std::string_view name);
 
-/// Returns the same for a cause that is already an error of the POSIX domain.
+/// Returns the same for a cause that is already an error. The code is `cocoa::writeUnknown` unless the cause
+/// is of the POSIX domain.
 Error fileError(FileAction action, const Error& cause, std::string_view name);
 
 } // namespace platform

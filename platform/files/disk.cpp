@@ -130,11 +130,21 @@ std::optional<std::string> environment(const char* name) {
     return value == nullptr || *value == '\0' ? std::nullopt : std::optional<std::string>(value);
 }
 
+/// Returns the home that the user database has for this process's user; empty when it doesn't know the user.
+/// Read once, since getpwuid() isn't thread-safe.
+const std::string& homeInUserDatabase() {
+    static const std::string home = [] {
+        const passwd* user = getpwuid(getuid());
+        return std::string(user == nullptr ? "" : user->pw_dir);
+    }();
+    return home;
+}
+
 std::string homeOfThisMachine() {
     if (const auto home = environment("HOME"))
         return *home;
-    const passwd* user = getpwuid(getuid());
-    return user == nullptr ? "/" : user->pw_dir;
+    const std::string& home = homeInUserDatabase();
+    return home.empty() ? "/" : home;
 }
 
 std::optional<Disk>& currentDisk() {
@@ -182,9 +192,13 @@ Result<Disk> Disk::open(const std::string& hostRoot, std::string_view home,
     Resolver resolver(disk.m_root->number());
     if (Result<void> resolved = resolver.resolve(disk.m_home, LastName::follow); !resolved)
         return resolved.error();
-    if (const std::string& name = resolver.lastName();
-        !name.empty() && !system::openToPassThrough(resolver.current(), name.c_str()))
+    const std::string& name = resolver.lastName();
+    const Descriptor folder =
+        system::openToPassThrough(resolver.current(), name.empty() ? "." : name.c_str());
+    if (!folder)
         return posixError(errno);
+    disk.m_isOfThisUser =
+        disk.m_isOfThisMachine && isSameFolder(folder.number(), homeInUserDatabase().c_str());
     return disk;
 }
 

@@ -52,6 +52,10 @@ public:
     /// started.
     bool isOfThisMachine() const { return m_isOfThisMachine; }
 
+    /// Returns true when this is the running system's own disk with the home of this process's user: the only
+    /// disk and home for which the system's own services (Trash, photo library) work.
+    bool isOfThisUser() const { return m_isOfThisUser; }
+
     /// Opens the folder at `path` for reading. A symbolic link at the last name is followed.
     Result<Descriptor> openFolder(std::string_view path) const;
 
@@ -78,6 +82,7 @@ private:
     std::optional<std::string> m_userCache;
     std::shared_ptr<const Descriptor> m_root;
     bool m_isOfThisMachine = false;
+    bool m_isOfThisUser = false;
 };
 
 } // namespace platform

@@ -2,10 +2,12 @@
 
 #include "platform/files/folder_reader.h"
 #include "platform/files/path.h"
+#include "platform/removal/system_trash.h"
 #include "platform/system/system.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <optional>
 #include <utility>
 
 #include <fcntl.h>
@@ -163,6 +165,59 @@ Result<std::string> moveToFreeName(const Place& source, int trash) {
     return posixError(EEXIST);
 }
 
+/// Returns the identity of the Trash, which is created if it is missing. Doesn't open the Trash: a Mac
+/// refuses that to a program without full disk access, whose moves the system's service still performs.
+Result<system::Identity> identityOfTrash(const Disk& disk) {
+    const Result<Place> place = disk.place(trashFolder(disk));
+    if (!place)
+        return place.error();
+    const int home = place->folder.number();
+    if (mkdirat(home, place->name.c_str(), 0700) != 0 && errno != EEXIST)
+        return posixError(errno);
+    const std::optional<Attributes> attributes = system::attributesAt(home, place->name.c_str());
+    const std::optional<system::Identity> identity = system::identityAt(home, place->name.c_str());
+    if (!attributes || !identity)
+        return posixError(errno);
+    if (attributes->type != EntryType::folder)
+        return posixError(ENOTDIR);
+    return *identity;
+}
+
+Error replaced(const char* description) {
+    Error error = posixError(EBUSY);
+    error.description = description;
+    return error;
+}
+
+/// Moves the entry by the system's service, which takes a path: another process can replace the entry until
+/// the service has resolved that path. Fails unless the entry at `source` itself was moved. Entries of other
+/// volumes, which the service would move to another Trash, and mount points are refused as rename() does.
+Result<std::string> moveByService(const Place& source, const system::Identity& trash,
+                                  const TrashService& service) {
+    const std::optional<system::Identity> folder = system::identityOf(source.folder.number());
+    const std::optional<system::Identity> entry =
+        system::identityAt(source.folder.number(), source.name.c_str());
+    if (!folder || !entry)
+        return posixError(errno);
+    if (!folder->isOnSameMount(trash))
+        return posixError(EXDEV);
+    if (!entry->isOnSameMount(*folder))
+        return posixError(EBUSY);
+    const std::string path = joined(system::hostPath(source.folder.number()), source.name);
+    if (system::identityAtHost(path) != entry)
+        return replaced("Another process has moved or replaced it");
+    Result<std::string> moved = service(path);
+    if (!moved)
+        return moved;
+    // Without full disk access the entry's new place may be unreadable: then its old place decides.
+    if (const std::optional<system::Identity> arrived = system::identityAtHost(*moved);
+        arrived && arrived != entry)
+        return replaced("Another process has replaced it by an entry that is in the Trash now");
+    if (system::identityAt(source.folder.number(), source.name.c_str()) == entry)
+        return replaced("The system reports a move, but it is still in its place");
+    return moved;
+}
+
 } // namespace
 
 std::string trashFolder(const Disk& disk) {
@@ -210,19 +265,28 @@ Result<Place> placeInTrash(const Disk& disk, std::string_view path) {
 }
 
 Result<std::string> moveToTrash(const Disk& disk, std::string_view path) {
+    return moveToTrash(disk, path, disk.isOfThisUser() ? systemTrash() : TrashService());
+}
+
+Result<std::string> moveToTrash(const Disk& disk, std::string_view path, const TrashService& service) {
     const auto move = [&]() -> Result<std::string> {
         const Result<Place> source = disk.place(path);
         if (!source)
             return source.error();
+        if (service) {
+            const Result<system::Identity> trash = identityOfTrash(disk);
+            return trash ? moveByService(*source, *trash, service) : trash.error();
+        }
         const Result<Descriptor> trash = makeTrash(disk);
         if (!trash)
             return trash.error();
-        return moveToFreeName(*source, trash->number());
+        const Result<std::string> name = moveToFreeName(*source, trash->number());
+        return name ? joined(trashFolder(disk), *name) : name;
     };
-    const Result<std::string> name = move();
-    if (!name)
-        return fileError(FileAction::move, name.error(), lastComponent(path));
-    return joined(trashFolder(disk), *name);
+    Result<std::string> moved = move();
+    if (!moved && moved.error().domain != cocoaDomain) // the service's own errors are Cocoa's
+        return fileError(FileAction::move, moved.error(), lastComponent(path));
+    return moved;
 }
 
 std::string numberedName(std::string_view name, unsigned number) {

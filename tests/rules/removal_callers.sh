@@ -22,6 +22,8 @@ platform/linux/system.cpp renameExclusively
 platform/linux/system.cpp renameat2
 platform/macos/system.cpp renameExclusively
 platform/macos/system.cpp renameatx_np
+platform/macos/system_trash.mm moveToTrash
+platform/macos/system_trash.mm trashItemAtURL
 platform/photos/photo_catalogue.cpp openToChange
 platform/photos/photo_library.cpp deleteAssets
 platform/photos/photo_library.h deleteAssets
@@ -46,10 +48,10 @@ platform/system/system.h renameExclusively'
 # files.
 layer='removeForGood|moveToTrash|deleteAssets|openToChange|unlock|renameExclusively|writeFile|runProgram'
 calls='unlink|unlinkat|rmdir|rename|renameat|renameat2|renamex_np|renameatx_np|truncate|ftruncate|creat|system|popen|posix_spawnp?|exec[lv]p?e?'
-libraries='remove_all|resize_file|removeRecursively|removeDatabase|rmpath|ofstream|O_TRUNC|QSaveFile|QProcess|filesystem::remove|fs::remove|QFile::remove|WriteOnly|ReadWrite'
+libraries='remove_all|resize_file|removeRecursively|removeDatabase|rmpath|ofstream|O_TRUNC|QSaveFile|QProcess|filesystem::remove|fs::remove|QFile::remove|WriteOnly|ReadWrite|trashItemAtURL'
 
 callers() {
-    (cd "$1" && find core platform app ui main \( -name '*.cpp' -o -name '*.h' -o -name '*.qml' \) -exec awk \
+    (cd "$1" && find core platform app ui main \( -name '*.cpp' -o -name '*.h' -o -name '*.mm' -o -name '*.qml' \) -exec awk \
         -v pattern="(^|[^A-Za-z0-9_])(($layer|$calls)[ ]*\\\\(|($libraries))" '
         {
             sub(/\/\/.*/, "")
