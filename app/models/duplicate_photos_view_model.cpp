@@ -71,13 +71,16 @@ void DuplicatePhotosViewModel::confirmDelete() {
     if (items.empty() || m_isDeleting)
         return;
     setIsDeleting(true);
+    setHasDeletionFailed(false);
     core::LumvalePhotoDuplicates::deleteItems(
         items,
-        [model = QPointer(this), count = checkedCount(), sizeBytes = selectedBytes()](bool isDone) {
+        [model = QPointer(this), count = checkedCount(),
+         sizeBytes = selectedBytes()](platform::PhotoDeletion outcome) {
             if (!model)
                 return;
             model->setIsDeleting(false);
-            if (isDone)
+            model->setHasDeletionFailed(outcome == platform::PhotoDeletion::failed);
+            if (outcome == platform::PhotoDeletion::done)
                 model->takeDeletion(count, sizeBytes);
         },
         m_executor, m_library);
@@ -101,6 +104,11 @@ QString DuplicatePhotosViewModel::selectedSize() const {
 void DuplicatePhotosViewModel::setIsLoading(bool isLoading) {
     m_isLoading = isLoading;
     Q_EMIT isLoadingChanged();
+}
+
+void DuplicatePhotosViewModel::setHasDeletionFailed(bool hasFailed) {
+    m_hasDeletionFailed = hasFailed;
+    Q_EMIT hasDeletionFailedChanged();
 }
 
 void DuplicatePhotosViewModel::setIsDeleting(bool isDeleting) {

@@ -31,6 +31,7 @@ class DuplicatePhotosViewModel : public QObject {
     Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm WRITE setShowDeleteConfirm NOTIFY
                    showDeleteConfirmChanged)
     Q_PROPERTY(bool isDeleting READ isDeleting NOTIFY isDeletingChanged)
+    Q_PROPERTY(bool hasDeletionFailed READ hasDeletionFailed NOTIFY hasDeletionFailedChanged)
     Q_PROPERTY(int deletedCount READ deletedCount NOTIFY lastDeletedCountChanged)
 
 public:
@@ -55,7 +56,8 @@ public:
     Q_INVOKABLE void scan();
     Q_INVOKABLE void requestDelete();
     /// Moves the checked items to the library's "Recently Deleted" album, records the deletion in the history
-    /// and scans again. If the library refuses, nothing changes. Ignored while a deletion is running.
+    /// and scans again. If it fails, hasDeletionFailed() is set; if the user declines the system's own
+    /// question, nothing changes. Ignored while a deletion is running.
     Q_INVOKABLE void confirmDelete();
 
     // The same state for QML.
@@ -67,6 +69,7 @@ public:
     int checkedCount() const { return m_groups.checkedCount(); } ///< ids without an item are not counted
     QString selectedSize() const;
     bool isDeleting() const { return m_isDeleting; }
+    bool hasDeletionFailed() const { return m_hasDeletionFailed; }      ///< until the next deletion
     int deletedCount() const { return m_lastDeletedCount.value_or(0); } ///< 0 until a deletion succeeds
 
 Q_SIGNALS:
@@ -77,11 +80,13 @@ Q_SIGNALS:
     void selectionChanged();
     void showDeleteConfirmChanged();
     void isDeletingChanged();
+    void hasDeletionFailedChanged();
     void lastDeletedCountChanged();
 
 private:
     void setIsLoading(bool isLoading);
     void setIsDeleting(bool isDeleting);
+    void setHasDeletionFailed(bool hasFailed);
     void takeGroups(std::vector<core::DuplicatePhotoGroup> groups);
     void takeDeletion(int count, std::int64_t sizeBytes);
 
@@ -95,5 +100,6 @@ private:
     bool m_hasScanned = false;
     bool m_showDeleteConfirm = false;
     bool m_isDeleting = false;
+    bool m_hasDeletionFailed = false;
     std::optional<int> m_lastDeletedCount;
 };

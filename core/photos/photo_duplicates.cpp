@@ -63,13 +63,14 @@ void findExactDuplicates(std::function<void(std::vector<DuplicatePhotoGroup>)> c
         executor, [library] { return duplicates(library); }, std::move(completion));
 }
 
-void deleteItems(const std::vector<DuplicatePhotoItem>& items, std::function<void(bool)> completion,
-                 const platform::Executor& executor, const platform::PhotoLibrary& library) {
+void deleteItems(const std::vector<DuplicatePhotoItem>& items,
+                 std::function<void(platform::PhotoDeletion)> completion, const platform::Executor& executor,
+                 const platform::PhotoLibrary& library) {
     std::vector<std::string> ids;
     ids.reserve(items.size());
     for (const DuplicatePhotoItem& item : items)
         ids.push_back(item.id);
-    runInBackground<bool>(
+    runInBackground<platform::PhotoDeletion>(
         executor, [library, ids = std::move(ids)] { return library.deleteAssets(ids); },
         std::move(completion));
 }

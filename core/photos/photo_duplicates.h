@@ -34,8 +34,9 @@ void findExactDuplicates(std::function<void(std::vector<DuplicatePhotoGroup>)> c
                          const platform::PhotoLibrary& library = platform::Disk::current());
 
 /// Moves the items to the library's "Recently Deleted" album, all or none. Items that are no longer in the
-/// library are skipped. Passes on whether the library made the change.
-void deleteItems(const std::vector<DuplicatePhotoItem>& items, std::function<void(bool)> completion,
+/// library are skipped. Passes on the library's outcome.
+void deleteItems(const std::vector<DuplicatePhotoItem>& items,
+                 std::function<void(platform::PhotoDeletion)> completion,
                  const platform::Executor& executor = platform::Executor::current(),
                  const platform::PhotoLibrary& library = platform::Disk::current());
 

@@ -18,6 +18,26 @@ std::int64_t wholeSeconds(double secondsSince1970) {
     return static_cast<std::int64_t>(std::clamp(secondsSince1970, -maxSeconds, maxSeconds));
 }
 
+/// Real identifiers and names are shorter. The limit bounds the memory for a million assets, and lengths are
+/// stored in 16 bits.
+constexpr std::size_t maxTextBytes = 1024;
+
+bool isPhotoOrVideo(const platform::PhotoResource& resource) {
+    using enum platform::PhotoResourceType;
+    return resource.type == photo || resource.type == video || resource.type == fullSizePhoto
+           || resource.type == fullSizeVideo;
+}
+
+/// Returns the file that stands for the asset: the first photo or video, otherwise the first file; null
+/// without files.
+const platform::PhotoResource* chosenResource(const platform::PhotoAsset& asset) {
+    const auto& resources = asset.resources;
+    const auto chosen = std::find_if(resources.begin(), resources.end(), isPhotoOrVideo);
+    if (chosen != resources.end())
+        return &*chosen;
+    return resources.empty() ? nullptr : &resources.front();
+}
+
 } // namespace
 
 /// The values by which assets are compared.
@@ -41,11 +61,14 @@ struct PhotoGrouping::Key {
 };
 
 void PhotoGrouping::add(const platform::PhotoAsset& asset) {
-    if (!asset.resource || asset.resource->fileSize.value_or(0) < 1)
+    const platform::PhotoResource* const resource = chosenResource(asset);
+    if (resource == nullptr || resource->fileSize.value_or(0) < 1)
         return;
     const std::string_view id = asset.localIdentifier;
-    const std::string_view name = asset.resource->originalFilename;
-    m_assets.push_back({*asset.resource->fileSize, asset.pixelWidth, asset.pixelHeight,
+    const std::string_view name = resource->originalFilename;
+    if (id.size() > maxTextBytes || name.size() > maxTextBytes)
+        return;
+    m_assets.push_back({*resource->fileSize, asset.pixelWidth, asset.pixelHeight,
                         asset.creationDate ? platform::secondsSince1970(*asset.creationDate) : 0,
                         m_texts.size(), static_cast<std::uint16_t>(id.size()),
                         static_cast<std::uint16_t>(name.size()), asset.mediaType,

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/base/date.h"
+#include "platform/files/descriptor.h"
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 
 namespace platform {
@@ -11,13 +13,17 @@ namespace platform {
 /// The values are PHAssetMediaType's.
 enum class PhotoMediaType { unknown = 0, image = 1, video = 2, audio = 3 };
 
-/// The original file of an asset, which may not be on this disk.
+/// The values are PHAssetResourceType's, which has more than these.
+enum class PhotoResourceType { photo = 1, video = 2, audio = 3, fullSizePhoto = 5, fullSizeVideo = 6 };
+
+/// A file of an asset, which may not be on this disk.
 struct PhotoResource {
+    PhotoResourceType type;
     std::string_view originalFilename;    ///< untrusted bytes
     std::optional<std::int64_t> fileSize; ///< in bytes, if the library has an integer; may be 0 or less
 };
 
-/// A photo or video of the library. Its strings are valid only during the visit.
+/// A photo or video of the library. Its strings and resources are valid only during the visit.
 struct PhotoAsset {
     std::string_view localIdentifier;
     PhotoMediaType mediaType = PhotoMediaType::unknown;
@@ -25,7 +31,20 @@ struct PhotoAsset {
     std::int64_t pixelHeight = 0;
     std::optional<Date> creationDate;
     bool isFavorite = false;
-    std::optional<PhotoResource> resource; ///< the original
+    std::span<const PhotoResource> resources; ///< in the order of the library; may be empty
+};
+
+/// The file from which an asset can be shown.
+struct PhotoPicture {
+    Descriptor file;        ///< a small rendition or else the original, open for reading; may be empty
+    bool isInCloud = false; ///< the library lists the asset, but has neither file on this disk
+};
+
+/// The outcome of a deletion of assets. Except for `done`, the library is unchanged.
+enum class PhotoDeletion {
+    done,
+    declined, ///< the user answered the system's own question with "Don't Delete"
+    failed,
 };
 
 } // namespace platform

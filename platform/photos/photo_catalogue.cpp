@@ -61,6 +61,18 @@ PhotoMediaType mediaType(std::optional<std::int64_t> kind) {
     }
 }
 
+/// Returns the type of an asset's original. Callers treat all types but photo and video the same.
+PhotoResourceType originalType(PhotoMediaType type) {
+    switch (type) {
+    case PhotoMediaType::image:
+        return PhotoResourceType::photo;
+    case PhotoMediaType::video:
+        return PhotoResourceType::video;
+    default:
+        return PhotoResourceType::audio;
+    }
+}
+
 std::optional<Date> date(std::optional<double> secondsSince2001) {
     if (!secondsSince2001 || !std::isfinite(*secondsSince2001))
         return std::nullopt;
@@ -107,9 +119,10 @@ void visitRow(const SqliteStatement& row, std::string& identifier,
                      row.integer(height).value_or(0),
                      date(row.real(created)),
                      row.integer(favorite).value_or(0) != 0,
-                     std::nullopt};
+                     {}};
+    const PhotoResource original{originalType(asset.mediaType), filename, row.integer(size)};
     if (!row.isNull(owner))
-        asset.resource = PhotoResource{filename, row.integer(size)};
+        asset.resources = std::span(&original, 1);
     visit(asset);
 }
 

@@ -75,8 +75,18 @@ Result<Descriptor> openOriginal(const Disk& disk, const PhotoCatalogue::Original
 
 } // namespace
 
-PhotoLibrary::PhotoLibrary(Disk disk, PhotoAccess access)
-    : m_disk(std::move(disk)), m_access(std::move(access)) {}
+PhotoLibrary::PhotoLibrary(Disk disk, PhotoAccess access, const SystemPhotoLibrary* system)
+    : m_disk(std::move(disk)),
+      m_access(std::move(access)),
+      m_system(m_disk.isOfThisUser() ? system : nullptr) {}
+
+PhotoAuthorization PhotoLibrary::authorization() const {
+    return m_system ? m_system->status() : m_access.status(m_disk);
+}
+
+PhotoAuthorization PhotoLibrary::requestAuthorization() const {
+    return m_system ? m_system->request() : m_access.request(m_disk);
+}
 
 bool PhotoLibrary::isOpen() const {
     const PhotoAuthorization authorized = authorization();
@@ -85,18 +95,29 @@ bool PhotoLibrary::isOpen() const {
 
 bool PhotoLibrary::visitAssets(const std::function<void()>& begin,
                                const std::function<void(const PhotoAsset&)>& visit) const {
-    return isOpen() && read(m_disk, [&](const PhotoCatalogue& catalogue) {
-               begin();
-               return catalogue.visitAssets(visit);
-           });
+    if (!isOpen())
+        return false;
+    if (m_system) {
+        begin();
+        // Once access is revoked, the system leaves out assets without an error.
+        return m_system->visitAssets(visit) && isOpen();
+    }
+    return read(m_disk, [&](const PhotoCatalogue& catalogue) {
+        begin();
+        return catalogue.visitAssets(visit);
+    });
 }
 
 PhotoPicture PhotoLibrary::picture(std::string_view localIdentifier) const {
+    if (!isOpen())
+        return {};
+    if (m_system)
+        return m_system->picture(localIdentifier);
     std::optional<PhotoCatalogue::Original> original;
     const auto find = [&](const PhotoCatalogue& catalogue) {
         return catalogue.findOriginal(localIdentifier, original);
     };
-    if (!isOpen() || !read(m_disk, find) || !original)
+    if (!read(m_disk, find) || !original)
         return {};
     if (Descriptor small = rendition(m_disk, uuidOf(localIdentifier)))
         return {std::move(small), false};
@@ -106,8 +127,13 @@ PhotoPicture PhotoLibrary::picture(std::string_view localIdentifier) const {
     return {Descriptor(), file.error().code == ENOENT};
 }
 
-bool PhotoLibrary::deleteAssets(const std::vector<std::string>& localIdentifiers) const {
-    return isOpen() && PhotoCatalogue::moveToRecentlyDeleted(m_disk, localIdentifiers);
+PhotoDeletion PhotoLibrary::deleteAssets(const std::vector<std::string>& localIdentifiers) const {
+    if (!isOpen())
+        return PhotoDeletion::failed;
+    if (m_system)
+        return m_system->deleteAssets(localIdentifiers);
+    return PhotoCatalogue::moveToRecentlyDeleted(m_disk, localIdentifiers) ? PhotoDeletion::done
+                                                                           : PhotoDeletion::failed;
 }
 
 } // namespace platform

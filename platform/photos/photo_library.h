@@ -3,6 +3,7 @@
 #include "platform/files/disk.h"
 #include "platform/photos/photo_access.h"
 #include "platform/photos/photo_asset.h"
+#include "platform/photos/system_photo_library.h"
 
 #include <functional>
 #include <string>
@@ -11,40 +12,40 @@
 
 namespace platform {
 
-/// The file from which an asset can be shown.
-struct PhotoPicture {
-    Descriptor file;        ///< a small rendition or else the original, open for reading; may be empty
-    bool isInCloud = false; ///< the library lists the asset, but has neither file on this disk
-};
-
 /// The photo library of a disk's home. A value type, for any thread; every operation reads the library again
 /// and blocks until done. Without access or without a library there are no assets. Hidden and recently
 /// deleted items and copies in shared albums don't count as assets.
+///
+/// On this user's own disk the system's service is used if there is one, with its own permission; otherwise
+/// the catalogue on the disk.
 class PhotoLibrary {
 public:
-    PhotoLibrary(Disk disk, PhotoAccess access = PhotoAccess::ofSystem());
+    PhotoLibrary(Disk disk, PhotoAccess access = PhotoAccess::ofCatalogue(),
+                 const SystemPhotoLibrary* system = systemPhotoLibrary());
 
-    PhotoAuthorization authorization() const { return m_access.status(m_disk); }
-    PhotoAuthorization requestAuthorization() const { return m_access.request(m_disk); }
+    PhotoAuthorization authorization() const;
+    PhotoAuthorization requestAuthorization() const; ///< asks the user if it is not determined
 
-    /// Calls `visit` for every asset, oldest import first. Calls `begin` before the first one, and again when
-    /// the library changed during the visit: discard all earlier assets then. Returns false when the
-    /// catalogue can't be read completely; the visited assets are invalid then.
+    /// Calls `visit` for every asset in the library's order, which is that of the imports in a catalogue.
+    /// Calls `begin` before the first one, and again when the library changed during the visit: discard all
+    /// earlier assets then. Returns false without access, or when the library can't be read completely or
+    /// access was revoked during the visit; the visited assets are invalid then.
     bool visitAssets(const std::function<void()>& begin,
                      const std::function<void(const PhotoAsset&)>& visit) const;
 
     /// Returns the picture of the asset, whose file may have any format. Downloads nothing.
     PhotoPicture picture(std::string_view localIdentifier) const;
 
-    /// Moves all of the assets, or none, to the library's recently deleted items, and returns true on
-    /// success. Ignores unknown identifiers. Refuses libraries that were made by a Mac.
-    bool deleteAssets(const std::vector<std::string>& localIdentifiers) const;
+    /// Moves all of the assets, or none, to the library's recently deleted items. Ignores unknown
+    /// identifiers. Refuses catalogues that were made by a Mac.
+    PhotoDeletion deleteAssets(const std::vector<std::string>& localIdentifiers) const;
 
 private:
     bool isOpen() const;
 
     Disk m_disk;
     PhotoAccess m_access;
+    const SystemPhotoLibrary* m_system; ///< used instead of the catalogue unless null
 };
 
 } // namespace platform

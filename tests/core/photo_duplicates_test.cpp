@@ -104,10 +104,11 @@ TEST_F(PhotoDuplicates, GroupsHoldTheOldestFirstAndAreDeletedByIdentifier) {
     favourite.isFavorite = true;
     EXPECT_EQ(found[0].items, (std::vector{favourite, item("B/L0/001", 1000, 1'678'307'200.5)}));
 
-    EXPECT_TRUE(answer<bool>([&](auto completion, const auto& executor) {
+    const auto outcome = answer<platform::PhotoDeletion>([&](auto completion, const auto& executor) {
         core::LumvalePhotoDuplicates::deleteItems({found[0].items[1], item("unknown/L0/001", 1)}, completion,
                                                   executor, library());
-    }));
+    });
+    EXPECT_EQ(outcome, platform::PhotoDeletion::done);
     EXPECT_TRUE(groups().empty());
     EXPECT_EQ(catalogue.value("SELECT ZUUID FROM ZASSET WHERE ZTRASHEDSTATE = 1"), "B");
 }

@@ -15,6 +15,7 @@
 
 using platform::PhotoAsset;
 using platform::PhotoAuthorization;
+using platform::PhotoDeletion;
 using platform::PhotoLibrary;
 
 namespace {
@@ -183,10 +184,10 @@ TEST_F(PhotoLibraryOnDisk, ChangesOnlyOwnCataloguesAndOnlyWithAccess) {
         CatalogueWriter catalogue(of, Maker::lumvale);
         for (const char* uuid : {"B", "A", "C"})
             catalogue.add({.uuid = uuid});
-        EXPECT_FALSE(libraryOn(of, PhotoAuthorization::denied).deleteAssets({"A/L0/001"}));
+        EXPECT_EQ(libraryOn(of, PhotoAuthorization::denied).deleteAssets({"A/L0/001"}), PhotoDeletion::failed);
         catalogue.run(sql);
         const auto entries = of.entries();
-        EXPECT_FALSE(libraryOn(of).deleteAssets({"B/L0/001", "A/L0/001"})) << sql;
+        EXPECT_EQ(libraryOn(of).deleteAssets({"B/L0/001", "A/L0/001"}), PhotoDeletion::failed) << sql;
         EXPECT_EQ(catalogue.value("SELECT count(*) FROM ZASSET WHERE ZTRASHEDSTATE = 0"), "3") << sql;
         EXPECT_TRUE(!isUntouched || of.entries() == entries) << sql;
     }

@@ -17,13 +17,16 @@ core/startup/launch_agents.cpp runProgram
 platform/files/file.cpp ftruncate
 platform/files/file.cpp writeFile
 platform/files/file.h writeFile
-platform/linux/photo_access.cpp writeFile
 platform/linux/system.cpp renameExclusively
 platform/linux/system.cpp renameat2
 platform/macos/system.cpp renameExclusively
 platform/macos/system.cpp renameatx_np
+platform/macos/system_photo_library.mm deleteAssets
+platform/macos/system_photo_library.mm deleteAssets:
+platform/macos/system_photo_library.mm unlink
 platform/macos/system_trash.mm moveToTrash
 platform/macos/system_trash.mm trashItemAtURL
+platform/photos/photo_access.cpp writeFile
 platform/photos/photo_catalogue.cpp openToChange
 platform/photos/photo_library.cpp deleteAssets
 platform/photos/photo_library.h deleteAssets
@@ -48,7 +51,7 @@ platform/system/system.h renameExclusively'
 # files.
 layer='removeForGood|moveToTrash|deleteAssets|openToChange|unlock|renameExclusively|writeFile|runProgram'
 calls='unlink|unlinkat|rmdir|rename|renameat|renameat2|renamex_np|renameatx_np|truncate|ftruncate|creat|system|popen|posix_spawnp?|exec[lv]p?e?'
-libraries='remove_all|resize_file|removeRecursively|removeDatabase|rmpath|ofstream|O_TRUNC|QSaveFile|QProcess|filesystem::remove|fs::remove|QFile::remove|WriteOnly|ReadWrite|trashItemAtURL'
+libraries='remove_all|resize_file|removeRecursively|removeDatabase|rmpath|ofstream|O_TRUNC|QSaveFile|QProcess|filesystem::remove|fs::remove|QFile::remove|WriteOnly|ReadWrite|trashItemAtURL|deleteAssets:'
 
 callers() {
     (cd "$1" && find core platform app ui main \( -name '*.cpp' -o -name '*.h' -o -name '*.mm' -o -name '*.qml' \) -exec awk \

@@ -189,10 +189,10 @@ Json deletePhotos(const Request& request) {
     std::vector<core::DuplicatePhotoItem> items;
     for (const std::string& id : request.arguments)
         items.push_back({id, {}, 0, {}, false, false});
-    bool succeeded = false;
+    platform::PhotoDeletion outcome = platform::PhotoDeletion::failed;
     core::LumvalePhotoDuplicates::deleteItems(
-        items, [&](bool flag) { succeeded = flag; }, here(), photoLibrary(request));
-    return {{"succeeded", succeeded}};
+        items, [&](platform::PhotoDeletion result) { outcome = result; }, here(), photoLibrary(request));
+    return {{"succeeded", outcome == platform::PhotoDeletion::done}};
 }
 
 // Text

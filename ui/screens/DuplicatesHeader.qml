@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// Header of the duplicates screen: title, scan button and the result of the last deletion.
+/// Header of the duplicates screen: title, scan button, and the result or the failure of the last deletion.
 Column {
     id: root
 
@@ -51,10 +51,11 @@ Column {
     Label {
         objectName: "deletedLabel"
         width: parent.width
-        visible: root.model.deletedCount > 0
-        text: root.model.deletedCount + " " + Texts.tr("duplicates_deleted_suffix")
+        visible: root.model.deletedCount > 0 || root.model.hasDeletionFailed
+        text: root.model.hasDeletionFailed ? Texts.tr("duplicates_delete_failed")
+              : root.model.deletedCount + " " + Texts.tr("duplicates_deleted_suffix")
         font: Type.message
-        color: GCColor.glowTeal
+        color: root.model.hasDeletionFailed ? GCColor.danger : GCColor.glowTeal
         Accessible.role: Accessible.AlertMessage
     }
 }

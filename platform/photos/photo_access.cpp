@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <cstdlib>
 
-// Linux doesn't ask the user for access to photos. A file records that access was requested; until then the
+// No system asks the user for access to a catalogue. A file records that access was requested; until then the
 // program doesn't read the library. The permission itself follows from the disk's current file permissions.
 
 namespace platform {
@@ -54,7 +54,7 @@ PhotoAuthorization answerOnceAsked(const Disk& disk) {
 
 } // namespace
 
-PhotoAccess PhotoAccess::ofSystem() {
+PhotoAccess PhotoAccess::ofCatalogue() {
     return {presentStatus, answerOnceAsked};
 }
 
