@@ -24,8 +24,8 @@ namespace LumvaleScanner {
 
 /// Moves each path to the Trash, or removes it permanently if it is inside the Trash. Every deletion that
 /// the user requests, except emptying the Trash, goes through this function: it refuses a path whose
-/// standardized form fails isDeletionAllowed(). A failure does not stop the other deletions. Blocks; any
-/// thread.
+/// standardized form fails isDeletionAllowed() or whose place fails PlaceGuard. A failure does not stop the
+/// other deletions. Blocks; any thread.
 DeletionOutcome deletePaths(const std::vector<std::string>& paths,
                             const platform::Disk& disk = platform::Disk::current());
 

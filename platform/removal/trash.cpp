@@ -264,28 +264,25 @@ Result<Place> placeInTrash(const Disk& disk, std::string_view path) {
     return Place{std::move(*folder), std::string(rest)};
 }
 
-Result<std::string> moveToTrash(const Disk& disk, std::string_view path) {
-    return moveToTrash(disk, path, disk.isOfThisUser() ? systemTrash() : TrashService());
+Result<std::string> moveToTrash(const Disk& disk, const Place& source) {
+    return moveToTrash(disk, source, disk.isOfThisUser() ? systemTrash() : TrashService());
 }
 
-Result<std::string> moveToTrash(const Disk& disk, std::string_view path, const TrashService& service) {
+Result<std::string> moveToTrash(const Disk& disk, const Place& source, const TrashService& service) {
     const auto move = [&]() -> Result<std::string> {
-        const Result<Place> source = disk.place(path);
-        if (!source)
-            return source.error();
         if (service) {
             const Result<system::Identity> trash = identityOfTrash(disk);
-            return trash ? moveByService(*source, *trash, service) : trash.error();
+            return trash ? moveByService(source, *trash, service) : trash.error();
         }
         const Result<Descriptor> trash = makeTrash(disk);
         if (!trash)
             return trash.error();
-        const Result<std::string> name = moveToFreeName(*source, trash->number());
+        const Result<std::string> name = moveToFreeName(source, trash->number());
         return name ? joined(trashFolder(disk), *name) : name;
     };
     Result<std::string> moved = move();
     if (!moved && moved.error().domain != cocoaDomain) // the service's own errors are Cocoa's
-        return fileError(FileAction::move, moved.error(), lastComponent(path));
+        return fileError(FileAction::move, moved.error(), source.name);
     return moved;
 }
 

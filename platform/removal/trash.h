@@ -22,16 +22,16 @@ Result<std::vector<std::string>> listTrash(const Disk& disk);
 /// downwards aren't followed. Errors are of the POSIX domain: EINVAL for a path that isn't below the Trash.
 Result<Place> placeInTrash(const Disk& disk, std::string_view path);
 
-/// Moves the entry at `path` into the Trash and returns its new path: by the system's service on this user's
-/// own disk, otherwise by a rename. Never overwrites: if the name is taken, the entry gets another name with
-/// the same extension. Creates a missing Trash with mode 0700. Fails with a Cocoa error (as for
+/// Moves the entry at `source` into the Trash and returns its new path: by the system's service on this
+/// user's own disk, otherwise by a rename. Never overwrites: if the name is taken, the entry gets another
+/// name with the same extension. Creates a missing Trash with mode 0700. Fails with a Cocoa error (as for
 /// `FileAction::move`), with EXDEV for an entry on another volume; the entry is unchanged then. Fails with
 /// EBUSY when another process replaces the entry before the service moves it: the other entry may be in the
 /// Trash then.
-Result<std::string> moveToTrash(const Disk& disk, std::string_view path);
+Result<std::string> moveToTrash(const Disk& disk, const Place& source);
 
 /// Does the same by the given service; by a rename when it is empty.
-Result<std::string> moveToTrash(const Disk& disk, std::string_view path, const TrashService& service);
+Result<std::string> moveToTrash(const Disk& disk, const Place& source, const TrashService& service);
 
 /// Returns the `number`th candidate name for an entry called `name`: "a 2.txt" for "a.txt". The stem is
 /// truncated at a character boundary so that the name has at most 255 bytes.

@@ -119,7 +119,7 @@ TEST(AcceptablePage, IsAPlainHttpsAddressOnTheDomainOrBelowIt) {
          {"", "http://lumvale.example/", "https:///lumvale.example", "https://evillumvale.example/",
           "https://lumvale.example.evil.test/", "https://lumvale.example@evil.test/",
           "https://evil.test\\.lumvale.example/", "https://lumvale.example/a\\b",
-          "https://lumvale.ex\nample/", "https://lumvale.example/a b",
+          "https://lumvale.ex\nample/", "https://lumvale.example/a b", "https://lumvale.example/a|b",
           "https://evil.test%2F.lumvale.example/", "https://lumv\u0430le.example/" /* a Cyrillic letter */})
         EXPECT_FALSE(UpdateChecker::acceptablePage(page, u"lumvale.example"_s)) << page;
     EXPECT_FALSE(UpdateChecker::acceptablePage("https:///", u""_s));

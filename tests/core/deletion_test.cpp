@@ -111,6 +111,23 @@ TEST_F(Deletion, MovesEntriesToTheTrashAndRemovesThoseInTheTrash) {
     EXPECT_TRUE(disk.exists("~/Documents/kept"));
 }
 
+TEST_F(Deletion, JudgesTheRealFolderBehindSymbolicLinks) {
+    disk.make({"/System/Library/x", "/Volumes/Disk/x", "/private/tmp/x", "~/Documents/Mail/x",
+               "~/Library/a/x", "~/Library/system -> /System/Library", "~/Library/volume -> /Volumes/Disk",
+               "~/Library/documents -> ../Documents", "~/Library/mail -> documents/Mail",
+               "~/Library/home -> ..", "~/Library/b -> a", "~/Documents/m -> Mail", "/tmp -> private/tmp"});
+    const Lines refused = at({"~/Library/system/x", "~/Library/volume/x", "~/Library/documents/Mail",
+                              "~/Library/mail/x", "~/Library/home/Documents", "~/Library/home/Library"});
+    Lines expected;
+    for (const std::string& path : refused)
+        expected.push_back(path + " Lumvale 1");
+    const auto before = disk.entries();
+    EXPECT_EQ(failures(deletePaths(refused, disk.disk())), expected);
+    EXPECT_EQ(disk.entries(), before);
+    const Lines allowed = at({"~/Library/b/x", "~/Documents/m/x", "/tmp/x", "~/Library/documents"});
+    EXPECT_EQ(deletePaths(allowed, disk.disk()).succeeded, allowed);
+}
+
 TEST_F(Deletion, UnlocksNothing) {
     disk.make({"~/locked", "~/.Trash/locked"});
     LOCK_OR_SKIP(disk, "~/locked", "~/.Trash/locked");

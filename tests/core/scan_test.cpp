@@ -87,7 +87,9 @@ TEST(Scan, SkipsUnreadableFoldersAndFollowsNoLinks) {
     disk.make({"~/Library/Caches/good/x 5", "~/Library/Caches/bad/x 5", "~/Library/Caches/half/open/x 5",
                "~/Library/Caches/half/closed/x 5", "~/Library/Logs/x 5", "~/Downloads/loop -> loop",
                "~/Library/Caches/out -> /Applications", "/Applications/A.app/x 9",
-               "~/Library/Caches/file-link -> good/x", "~/Documents/letter 5", "~/.Trash -> Documents"});
+               "~/Library/Caches/file-link -> good/x", "~/Documents/letter 5", "~/.Trash -> Documents",
+               "~/Library/Containers -> ../Documents", "~/Documents/a.b.c 5", "/System/d.e.f 5",
+               "~/Library/WebKit -> /System"});
     for (const char* closed : {"~/Library/Caches/bad", "~/Library/Caches/half/closed", "~/Library/Logs"})
         disk.setMode(closed, 0);
     EXPECT_EQ(lines(core::LumvaleScanner::scan(disk.disk()).items),

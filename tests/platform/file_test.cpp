@@ -36,18 +36,21 @@ TEST(WriteFile, CreatesFoldersAndReplacesOnlyWritableRegularFiles) {
     const OrdinaryUser user;
     const TemporaryDisk disk;
     disk.make({"~/other/", "~/link -> /Users/me/other"});
+    EXPECT_EQ(writing(disk, "~/link/deep/file", "x"), "");
+    EXPECT_EQ(disk.read("~/other/deep/file"), "x");
+    disk.make("~/other/deep/to-new -> ../../other/deep/new"); // its target is missing at first
     for (const char* content : {"first and longest", "second", ""}) {
-        EXPECT_EQ(writing(disk, "~/link/deep/file", content), "");
-        EXPECT_EQ(disk.read("~/other/deep/file"), content);
+        EXPECT_EQ(writing(disk, "~/link/deep/to-new", content), "");
+        EXPECT_EQ(disk.read("~/other/deep/new"), content);
     }
-    disk.make({"~/target 7", "~/folder/", "~/to-target -> target", "~/dangling -> elsewhere",
+    disk.make({"~/target 7", "~/folder/", "~/to-folder -> folder", "~/loop -> loop",
                "~/nowhere -> lost/folder", "~/pipe |", "~/mine/locked"});
     disk.setMode("~/mine/locked", 0444);
     disk.setMode("~/mine", 0555);
     const auto before = disk.entries();
     const std::pair<std::string, const char*> refused[]{
-        {"~/folder", "512:21"},   {"~/to-target", "512:62"},
-        {"~/dangling", "512:62"}, {"~/pipe", "512:22"},
+        {"~/folder", "512:21"},   {"~/to-folder", "512:21"},
+        {"~/loop", "512:62"},     {"~/pipe", "512:22"},
         {"~/target/x", "512:20"}, {"~/nowhere/x", "4:2"},
         {"~/mine/new", "513:13"}, {"~/mine/locked", "513:13"},
         {"relative", "512:22"},   {std::string("/a\0b", 4), "512:22"}};
@@ -67,7 +70,10 @@ TEST(WriteFile, ReportsAFullAndAReadOnlyVolume) {
     ASSERT_TRUE(capacity);
     EXPECT_EQ(capacity->totalBytes, 65536);
     EXPECT_EQ(capacity->availableBytes, 65536 - 16384);
-    EXPECT_EQ(writing(disk, "~/volume/file", std::string(100'000, 'x')), "640:28");
+    // The old content stays, and nothing else.
+    const auto before = disk.entries();
+    EXPECT_EQ(writing(disk, "~/volume/folder/file", std::string(100'000, 'x')), "640:28");
+    EXPECT_EQ(disk.entries(), before);
     ASSERT_TRUE(volume.makeReadOnly());
     EXPECT_EQ(writing(disk, "~/volume/file", "new"), "642:30");
 }

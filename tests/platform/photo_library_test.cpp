@@ -184,7 +184,8 @@ TEST_F(PhotoLibraryOnDisk, ChangesOnlyOwnCataloguesAndOnlyWithAccess) {
         CatalogueWriter catalogue(of, Maker::lumvale);
         for (const char* uuid : {"B", "A", "C"})
             catalogue.add({.uuid = uuid});
-        EXPECT_EQ(libraryOn(of, PhotoAuthorization::denied).deleteAssets({"A/L0/001"}), PhotoDeletion::failed);
+        EXPECT_EQ(libraryOn(of, PhotoAuthorization::denied).deleteAssets({"A/L0/001"}),
+                  PhotoDeletion::failed);
         catalogue.run(sql);
         const auto entries = of.entries();
         EXPECT_EQ(libraryOn(of).deleteAssets({"B/L0/001", "A/L0/001"}), PhotoDeletion::failed) << sql;

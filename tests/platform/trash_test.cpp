@@ -75,7 +75,8 @@ struct MoveToTrash : testing::Test {
     }
 
     platform::Result<std::string> move(std::string_view path) const {
-        return platform::moveToTrash(disk.disk(), at(path));
+        const auto source = disk.disk().place(at(path));
+        return source ? platform::moveToTrash(disk.disk(), *source) : source.error();
     }
 
     std::vector<std::string> trash() const { return *platform::listTrash(disk.disk()); }

@@ -44,7 +44,7 @@ of_one_system() {
 
 headers='linux/|asm/|sys/(epoll|eventfd|fsuid|inotify|prctl|sendfile|signalfd|statfs|syscall|sysinfo|sysmacros|timerfd|vfs|xattr)\.h'
 calls='accept4|copy_file_range|dup3|fallocate|getdents64|memfd_create|openat2|pipe2|posix_fadvise|prctl|renameat2|statx|syscall'
-constants='\b(AT_EMPTY_PATH|FS_IOC_[A-Z]+|O_NOATIME|O_PATH|O_TMPFILE|RENAME_NOREPLACE|RESOLVE_[A-Z_]+|SYS_[a-z0-9_]+)|"/proc|\.st_[amc]tim'
+constants='\b(AT_EMPTY_PATH|FS_IOC_[A-Z]+|O_NOATIME|O_PATH|O_TMPFILE|RENAME_NOREPLACE|RESOLVE_[A-Z_]+|SYS_[a-z0-9_]+)|"/pro[c]|\.st_[amc]tim'
 of_one_system linux "$headers" "$calls" "$constants"
 
 headers='(AppKit|CoreFoundation|CoreText|Foundation|Photos|mach|objc)/|TargetConditionals|crt_externs|sys/(attr|clonefile|vnode)\.h'

@@ -14,7 +14,8 @@ core/removal/deletion.cpp removeForGood
 core/removal/trash.cpp removeForGood
 core/removal/trash.cpp unlock
 core/startup/launch_agents.cpp runProgram
-platform/files/file.cpp ftruncate
+platform/files/file.cpp renameat
+platform/files/file.cpp unlinkat
 platform/files/file.cpp writeFile
 platform/files/file.h writeFile
 platform/linux/system.cpp renameExclusively
