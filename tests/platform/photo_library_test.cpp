@@ -41,12 +41,14 @@ Texts assets(const PhotoLibrary& library) {
     return isWhole ? lines : unreadable;
 }
 
-/// Returns the catalogue with a tree for a table that pretends to have up to `levels` levels more: all
-/// branches of its root page lead to a copy of this page, and so on, those of the last copy to the first
-/// leaf. See https://www.sqlite.org/fileformat.html.
-std::string looped(std::string catalogue, std::size_t page, int levels) {
+/// Returns the bytes of a catalogue with `levels` copies of a table's root page: the branches of the root
+/// lead to a copy, its branches to the next one, and those of the last to the first leaf, so that a few pages
+/// seem to hold more rows than can be read. See https://www.sqlite.org/fileformat.html.
+std::string looped(CatalogueWriter& writer, const std::string& table, int levels, std::string catalogue) {
     constexpr std::size_t pageSize = 4096;
-    std::string root = catalogue.substr((page - 1) * pageSize, pageSize);
+    const std::string page = "SELECT rootpage - 1 FROM sqlite_master WHERE name = '" + table + "'";
+    const std::size_t start = std::stoul(writer.value(page)) * pageSize;
+    std::string root = catalogue.substr(start, pageSize);
     const auto number = [&root](std::size_t at) {
         return 256U * static_cast<unsigned char>(root[at]) + static_cast<unsigned char>(root[at + 1]);
     };
@@ -55,7 +57,7 @@ std::string looped(std::string catalogue, std::size_t page, int levels) {
         root.replace(8, 4, target);
         for (std::size_t branch = 0; branch < number(3); ++branch)
             root.replace(number(12 + 2 * branch), 4, target);
-        catalogue.replace(level < levels ? catalogue.size() : (page - 1) * pageSize, pageSize, root);
+        catalogue.replace(level < levels ? catalogue.size() : start, pageSize, root);
         target[3] = static_cast<char>(catalogue.size() / pageSize);
     }
     catalogue[31] = target[3]; // number of pages
@@ -99,14 +101,11 @@ TEST_F(PhotoLibraryOnDisk, ReadsTheWriteAheadLogAndLeavesNoTrace) {
             catalogue.run(transaction);
         else
             catalogue.abandon();
-        for (const unsigned mode : {0755U, 0555U}) {
-            of.setMode(libraryFolder + "/database", mode);
-            const auto entries = of.entries();
-            const std::size_t open = openDescriptors();
-            EXPECT_EQ(assets(libraryOn(of)), Texts{"A/L0/001"});
-            EXPECT_EQ(openDescriptors(), open);
-            EXPECT_EQ(of.entries(), entries);
-        }
+        const auto entries = of.entries();
+        const std::size_t open = openDescriptors();
+        EXPECT_EQ(assets(libraryOn(of)), Texts{"A/L0/001"});
+        EXPECT_EQ(openDescriptors(), open);
+        EXPECT_EQ(of.entries(), entries);
         if (log == Log::pending) {
             of.setMode(file + "-wal", 0);
             EXPECT_EQ(assets(libraryOn(of)), unreadable); // the database alone is outdated
@@ -138,12 +137,8 @@ TEST_F(PhotoLibraryOnDisk, ReportsDamagedAndForeignFilesAsUnreadable) {
         catalogue.add({.uuid = std::to_string(i), .name = "'" + std::string(60, 'x') + "'"});
     const std::string good = disk.read(file);
     EXPECT_EQ(assets(library).size(), 200U);
-    const auto root = [&](const char* table) {
-        return std::stoul(
-            catalogue.value("SELECT rootpage FROM sqlite_master WHERE name = '" + std::string(table) + "'"));
-    };
     for (const std::string& bad :
-         {looped(good, root("ZASSET"), 0), looped(good, root("ZADDITIONALASSETATTRIBUTES"), 18),
+         {looped(catalogue, "ZASSET", 0, good), looped(catalogue, "ZADDITIONALASSETATTRIBUTES", 18, good),
           good.substr(0, 10), good.substr(0, 4096), good.substr(0, good.size() - 4096)}) {
         disk.write(file, bad);
         EXPECT_EQ(assets(library), unreadable) << bad.size();
@@ -168,12 +163,9 @@ TEST_F(PhotoLibraryOnDisk, ReportsDamagedAndForeignFilesAsUnreadable) {
 }
 
 TEST_F(PhotoLibraryOnDisk, ChangesOnlyOwnCataloguesAndOnlyWithAccess) {
-    const struct {
-        bool isUntouched; ///< no file changes at all
-        const char* sql;
-    } cases[]{
+    const std::pair<bool, const char*> cases[]{
+        // whether no file changes at all, and what is wrong
         {true, "PRAGMA application_id = 0"}, // a Mac's
-        {true, "PRAGMA application_id = 1"},
         {true, "CREATE TRIGGER t AFTER UPDATE ON ZASSET BEGIN DELETE FROM ZASSET; END"},
         {false, "UPDATE ZASSET SET ZUUID = 'A' WHERE Z_PK = 3"}, // ambiguous
         {false,
@@ -205,21 +197,19 @@ TEST_F(PhotoLibraryOnDisk, OpensPicturesInsideTheLibraryOnly) {
                derivatives + "/T/TRICK_1_105_c.jpeg -> /Users/me/secret"});
     constexpr off_t none = -1;
     constexpr off_t inCloud = -2;
-    const struct {
-        CataloguedAsset asset;
-        off_t size;
-    } cases[]{{{.uuid = "HERE"}, 1},
-              {{.uuid = "SMALL"}, 3},
-              {{.uuid = "ONLY"}, 2},
-              {{.uuid = "AWAY"}, inCloud},
-              {{.uuid = "TRICK"}, inCloud},
-              {{.uuid = "LINK"}, none},
-              {{.uuid = "HIDDEN", .hidden = "1", .file = "'HERE.jpeg'"}, none},
-              {{.uuid = "ABSOLUTE", .directory = "'/etc'", .file = "'secret'"}, none},
-              {{.uuid = "UP", .directory = "'A/../../../..'", .file = "'secret'"}, none},
-              {{.uuid = "OUT", .directory = "'OUT'", .file = "'secret'"}, none},
-              {{.uuid = "NAME", .file = "'../../../../secret'"}, none},
-              {{.uuid = "ZERO", .directory = "'A' || char(0) || 'B'"}, none}};
+    const std::pair<CataloguedAsset, off_t> cases[]{
+        {{.uuid = "HERE"}, 1},
+        {{.uuid = "SMALL"}, 3},
+        {{.uuid = "ONLY"}, 2},
+        {{.uuid = "AWAY"}, inCloud},
+        {{.uuid = "TRICK"}, inCloud},
+        {{.uuid = "LINK"}, none},
+        {{.uuid = "HIDDEN", .hidden = "1", .file = "'HERE.jpeg'"}, none},
+        {{.uuid = "ABSOLUTE", .directory = "'/etc'", .file = "'secret'"}, none},
+        {{.uuid = "UP", .directory = "'A/../../../..'", .file = "'secret'"}, none},
+        {{.uuid = "OUT", .directory = "'OUT'", .file = "'secret'"}, none},
+        {{.uuid = "NAME", .file = "'../../../../secret'"}, none},
+        {{.uuid = "ZERO", .directory = "'A' || char(0) || 'B'"}, none}};
     for (const auto& [asset, size] : cases)
         catalogue.add(asset);
     for (const auto& [asset, size] : cases) {

@@ -17,15 +17,12 @@ CatalogueWriter::CatalogueWriter(const TemporaryDisk& disk, Maker maker, Log log
     : PhotoCatalogueWriter(inNewFolder(disk.host(file)), maker, log, form) {}
 
 std::string CatalogueWriter::value(const std::string& sql) {
-    std::string result;
-    sqlite3_exec(
-        database(), sql.c_str(),
-        [](void* out, int count, char** values, char**) {
-            *static_cast<std::string*>(out) = count > 0 && values[0] != nullptr ? values[0] : "null";
-            return 1;
-        },
-        &result, nullptr);
-    return result;
+    char** table = nullptr; // a name, then the values
+    int rows = 0;
+    sqlite3_get_table(database(), sql.c_str(), &table, &rows, nullptr, nullptr);
+    const std::string value = rows > 0 && table[1] != nullptr ? table[1] : "null";
+    sqlite3_free_table(table);
+    return value;
 }
 
 void CatalogueWriter::abandon() {
