@@ -46,3 +46,18 @@ TEST(MacosFolderReader, ReadsTypeHiddenFlagAndAttributesWithTheName) {
     EXPECT_GT(withAttributes, entries / 3);
     EXPECT_LT(withAttributes, entries);
 }
+
+TEST(MacosFolderReader, ReadsNamesAndTypesOfAFolderThatCannotBeSearched) {
+    const OrdinaryUser user;
+    const TemporaryDisk disk;
+    disk.make({"~/folder/file", "~/folder/inner/"});
+    disk.setMode("~/folder", 0444);
+    const Result<Descriptor> folder = disk.disk().openFolder(at("~/folder"));
+    FolderReader reader;
+    reader.start(folder->number());
+    std::map<std::string, EntryType> types;
+    while (const FolderEntry* entry = reader.next())
+        types.emplace(entry->name, entry->type);
+    EXPECT_EQ(types,
+              (std::map<std::string, EntryType>{{"file", EntryType::file}, {"inner", EntryType::folder}}));
+}
