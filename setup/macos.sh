@@ -26,7 +26,7 @@ start_display() { true; }
 open_program() {
     local name output=$PWD/build/$1/output
     local options=(-n -W --stdout "$output" --stderr "$output")
-    for name in "${!LUMVALE_@}" XDG_CONFIG_HOME; do
+    for name in "${!LUMVALE_@}"; do
         [ -z "${!name+set}" ] || options+=(--env "$name=${!name}")
     done
     : >"$output"

@@ -1,6 +1,5 @@
 #include "app/update/update_checker.h"
 
-#include "app/i18n/localizer.h"
 #include "app/qt_log.h"
 #include "app/update/secure_fetch.h"
 #include "app/update/update_description.h"
@@ -85,7 +84,7 @@ private:
 
     void show() {
         QSettings().setValue(notifiedVersionKey, QString::fromStdString(*m_version));
-        m_show(UpdateChecker::alertIn(rawValue(Localizer::shared().effective()), *m_options.name, *m_version,
+        m_show(UpdateChecker::alertIn(UpdateChecker::languageCode(), *m_options.name, *m_version,
                                       m_options.version, m_page));
         deleteLater();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/i18n/localizer.h"
 #include "app/identity.h"
 #include "app/update/update_alert.h"
 #include "platform/base/date.h"
@@ -17,6 +18,12 @@
 /// missing network connection, are ignored. Interface thread only.
 namespace UpdateChecker {
 
+/// Returns the code of the language of the announcement, as alertIn() takes it. Called when the announcement
+/// is shown. By default it is the interface language at that moment.
+inline std::function<QString()> languageCode = [] {
+    return rawValue(Localizer::shared().effective());
+};
+
 /// The options of a check. The defaults are those of the build.
 struct Options {
     std::optional<QString> name = Identity::name();
@@ -32,8 +39,7 @@ struct Options {
 
 /// Starts a check in the background if the last successful one was at least a day ago, and returns
 /// immediately. Calls `show` on this thread at most once, if there is a newer version that has not been
-/// announced yet, with the texts in the interface language of that moment. The check is aborted when `owner`
-/// is destroyed.
+/// announced yet. The check is aborted when `owner` is destroyed.
 void startIfNeeded(QObject* owner, std::function<void(const UpdateAlert&)> show, Options options = {});
 
 } // namespace UpdateChecker

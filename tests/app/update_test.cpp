@@ -5,6 +5,7 @@
 #include "tests/app/update_server.h"
 
 #include <QNetworkProxy>
+#include <QPointer>
 #include <QSettings>
 #include <QTcpServer>
 #include <QTest>
@@ -137,7 +138,7 @@ TEST(UpdateAlert, IsTranslatedAndNamesTheProgramAndBothVersions) {
         for (const QString& part : {u"Lumvale"_s, u"1.5"_s, u"1.4"_s})
             EXPECT_TRUE(translated[1].contains(part)) << translated[1].toStdString();
         for (qsizetype i = 0; i < french.size(); ++i)
-            EXPECT_NE(translated[i], french[i]);
+            EXPECT_NE(translated[i], french[i]) << translated[i].toStdString();
     }
     EXPECT_EQ(texts(u"sr"_s, "1.5"), texts(u"srLatin"_s, "1.5"));
     EXPECT_EQ(texts(u"sr-Cyrl"_s, "1.5"), texts(u"srCyrillic"_s, "1.5"));
@@ -272,8 +273,8 @@ TEST_F(UpdateTest, AnnouncesNothingBeforeTheDelayIsOver) {
         QObject owner;
         UpdateChecker::startIfNeeded(
             &owner, [](const UpdateAlert&) { ADD_FAILURE(); }, m_options);
-        auto* thread = owner.findChild<QThread*>();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return thread->isFinished(); }, patience));
+        const QPointer<QThread> thread = owner.findChild<QThread*>(); // is deleted if the check fails
+        ASSERT_TRUE(QTest::qWaitFor([&] { return thread && thread->isFinished(); }, patience));
         thread->wait();                    // until it has sent its last signal,
         QCoreApplication::processEvents(); // which is handled here
     }
