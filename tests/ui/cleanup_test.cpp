@@ -52,7 +52,6 @@ void CleanupTest::drawsProposalsAndDiskHealth() {
     QVERIFY(row->text(QAccessible::Description).endsWith(", " + translated("exp_old_downloads")));
     row->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
     QVERIFY(row->state().checkable && row->state().checked);
-    QCOMPARE(ticks(), "++++");
     m_driver->item("resultsList")->forceActiveFocus(Qt::TabFocusReason);
     for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Return, Qt::Key_End, Qt::Key_Space})
         m_driver->key(key);
@@ -63,23 +62,21 @@ void CleanupTest::drawsProposalsAndDiskHealth() {
 
 void CleanupTest::movesOnlyTickedItems() {
     openAndScan();
-    const auto selection = [](const char* count, const char* size) {
-        return count + (' ' + translated("selected_count_suffix")) + " · " + size;
-    };
+    const QString suffix = ' ' + translated("selected_count_suffix") + " · ";
     QCOMPARE(ticks(), "+++-");
-    QCOMPARE(m_driver->text("selectionLabel"), selection("3", "4 KB"));
+    QCOMPARE(m_driver->text("selectionLabel"), "3" + suffix + "4 KB");
     m_driver->doubleClick(*m_driver->row("old.zip")); // counts as one click
     for (const char* name : {"com.example.a", "b.log", "thrown away"})
         m_driver->click(*m_driver->row(name));
     QCOMPARE(ticks(), "---+");
-    QCOMPARE(m_driver->text("selectionLabel"), selection("1", "500 bytes"));
+    QCOMPARE(m_driver->text("selectionLabel"), "1" + suffix + "500 bytes");
     confirm("deleteButton");
     QVERIFY(m_disk->exists("~/.Trash/old.zip") && !m_disk->exists("~/Downloads/old.zip"));
     QVERIFY(m_disk->exists("~/Library/Logs/b.log") && m_disk->exists("~/.Trash/thrown away"));
     QCOMPARE(ticks(), "---");
     QVERIFY(!m_driver->row("old.zip"));
     QCOMPARE(announced("deletedLabel"), "1 " + translated("deleted_confirmation"));
-    QCOMPARE(m_driver->text("selectionLabel"), selection("0", "Zero KB"));
+    QCOMPARE(m_driver->text("selectionLabel"), "0" + suffix + "Zero KB");
     press(told("deleteButton")); // disabled
     QVERIFY(!m_driver->isEnabled("deleteButton") && !m_driver->isShown("confirm"));
 }

@@ -62,10 +62,10 @@ std::vector<QQuickItem*> Driver::itemsInSight(const char* name) const {
     return found;
 }
 
-QQuickItem* Driver::row(const QString& name) const {
-    for (QQuickItem* row : rows())
-        if (row->property("name").toString() == name)
-            return row;
+QQuickItem* Driver::itemInSight(const char* name, const QString& text) const {
+    for (QQuickItem* item : itemsInSight(name))
+        if (texts(*item).value(0) == text)
+            return item;
     return nullptr;
 }
 
@@ -74,10 +74,6 @@ bool Driver::click(const char* name) const {
     if (found)
         click(*found);
     return found;
-}
-
-void Driver::click(const QQuickItem& item) const {
-    QTest::mouseClick(&m_window, Qt::LeftButton, Qt::NoModifier, centre(item));
 }
 
 QRectF Driver::place(const QQuickItem& item) {
@@ -100,10 +96,6 @@ std::jthread Driver::queueClick(QPoint place) const {
     hasStarted.wait();
     QThread::msleep(300); // Qt has no public function that tells when the event is in its queue
     return sender;
-}
-
-void Driver::doubleClick(const QQuickItem& item) const {
-    QTest::mouseDClick(&m_window, Qt::LeftButton, Qt::NoModifier, centre(item));
 }
 
 void Driver::holdKey(Qt::Key key) const {

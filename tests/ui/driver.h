@@ -22,19 +22,23 @@ public:
     std::vector<QQuickItem*> items(const char* name) const; ///< all such items
     /// Returns those that are not scrolled out of view, from top to bottom.
     std::vector<QQuickItem*> itemsInSight(const char* name) const;
+    /// Returns the first of those whose first drawn text is this one; null if there is none.
+    QQuickItem* itemInSight(const char* name, const QString& text) const;
     bool isShown(const char* name) const { return item(name) != nullptr; }
 
     /// Returns a property of a visible item as text; empty if the item is not visible.
     QString text(const char* name, const char* property = "text") const;
     bool isEnabled(const char* name) const { return text(name, "enabled") == "true"; }
 
-    /// Returns the rows of lists in sight, and the one with this name.
+    /// Returns the rows of lists in sight, and the one with this first text, its name.
     std::vector<QQuickItem*> rows() const { return itemsInSight("row"); }
-    QQuickItem* row(const QString& name) const;
+    QQuickItem* row(const QString& name) const { return itemInSight("row", name); }
 
     /// Clicks the centre of the item; returns false if no such item is visible.
     bool click(const char* name) const;
-    void click(const QQuickItem& item) const;
+    void click(const QQuickItem& item) const {
+        QTest::mouseClick(&m_window, Qt::LeftButton, {}, centre(item));
+    }
     static QPoint centre(const QQuickItem& item) { return place(item).center().toPoint(); }
     static QRectF place(const QQuickItem& item); ///< in window coordinates
 
@@ -45,7 +49,9 @@ public:
     void key(Qt::Key key) const { QTest::keyClick(&m_window, key); }
 
     /// Sends a double click, or a key press with repeats.
-    void doubleClick(const QQuickItem& item) const;
+    void doubleClick(const QQuickItem& item) const {
+        QTest::mouseDClick(&m_window, Qt::LeftButton, {}, centre(item));
+    }
     void holdKey(Qt::Key key) const;
 
     /// Returns the blocking action of the open dialog; null without a dialog.

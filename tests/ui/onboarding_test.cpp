@@ -3,14 +3,6 @@
 
 #include <QSettings>
 
-namespace {
-
-bool didOnboard() {
-    return QSettings().value("didOnboard").toBool();
-}
-
-} // namespace
-
 /// The introduction in the real window.
 class OnboardingTest : public WindowTest {
     Q_OBJECT
@@ -26,6 +18,7 @@ private Q_SLOTS:
 private:
     void openIntroduction(int page = 0);
     bool showsPage(int page) const;
+    static bool didOnboard() { return QSettings().value("didOnboard").toBool(); }
 };
 
 void OnboardingTest::init() {
@@ -57,10 +50,8 @@ bool OnboardingTest::showsPage(int page) const {
 
 void OnboardingTest::leadsThroughItsPagesByClicks() {
     openIntroduction();
-    for (const char* behind : {"scanButton", "emptyTrashButton", "tab_history", "languageMenu"})
-        QVERIFY(m_driver->click(behind));
-    QVERIFY(!model<ScanViewModel>()->isScanning() && !model<ScanViewModel>()->showEmptyTrashConfirm());
-    QVERIFY(!m_driver->isShown("menuEntry"));
+    QVERIFY(m_driver->click("scanButton") && m_driver->click("languageMenu")); // behind it
+    QVERIFY(!model<ScanViewModel>()->isScanning() && !m_driver->isShown("menuEntry"));
     for (int page = 0; page < 4; ++page) {
         QVERIFY(showsPage(page) && !didOnboard());
         QCOMPARE(told("onboardingContent")->role(), QAccessible::Dialog);

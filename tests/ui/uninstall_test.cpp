@@ -12,9 +12,7 @@ private Q_SLOTS:
 
 private:
     void choose(const QString& app); ///< as a screen reader does
-    QString banner(const QString& app) const {
-        return "✓ « " + app + " » " + translated("uninstalled_suffix");
-    }
+    QString banner(const QString& app) { return "✓ « " + app + " » " + translated("uninstalled_suffix"); }
 };
 
 void UninstallTest::init() {

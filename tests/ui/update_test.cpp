@@ -11,8 +11,6 @@ class UpdateTest : public WindowTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-
     void opensThePageOnlyIfChosen();
     void standsAboveTheIntroduction();
     void standsAboveAConfirmation();
@@ -25,11 +23,6 @@ private:
     const QString m_page = "https://localhost/get";
     const UpdateAlert m_announcement = UpdateChecker::alertIn("en", "Lumvale", "1.5", "1.4", m_page);
 };
-
-void UpdateTest::init() {
-    WindowTest::init();
-    m_disk->make("~/Library/Caches/com.example.a/blob 4000");
-}
 
 void UpdateTest::announce() {
     m_lumvale->announce(m_announcement);
@@ -76,6 +69,7 @@ void UpdateTest::standsAboveTheIntroduction() {
 }
 
 void UpdateTest::standsAboveAConfirmation() {
+    m_disk->make("~/Library/Caches/com.example.a/blob 4000");
     open();
     scan();
     QVERIFY(m_driver->click("deleteButton"));

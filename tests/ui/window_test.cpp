@@ -3,11 +3,7 @@
 #include <QDesktopServices>
 #include <QSettings>
 
-namespace {
-
-constexpr const char* schemes[]{"https", "x-apple.systempreferences"};
-
-} // namespace
+static constexpr const char* schemes[]{"https", "x-apple.systempreferences"};
 
 void WindowTest::init() {
     m_opened.clear();
@@ -84,11 +80,6 @@ QString WindowTest::current() const {
     return {};
 }
 
-bool WindowTest::hasFocus(const char* name) const {
-    const QQuickItem* found = m_driver->item(name);
-    return found && found->hasActiveFocus();
-}
-
 QStringList WindowTest::menuEntries() const {
     QStringList texts;
     for (const QQuickItem* entry : m_driver->items("menuEntry"))
@@ -96,21 +87,9 @@ QStringList WindowTest::menuEntries() const {
     return texts;
 }
 
-QQuickItem* WindowTest::menuEntry(const QString& text) const {
-    for (QQuickItem* entry : m_driver->items("menuEntry"))
-        if (entry->property("text").toString() == text)
-            return entry;
-    return nullptr;
-}
-
 QString WindowTest::announced(const char* name) const {
     const auto* label = told(name);
-    const QString text = m_driver->text(name);
-    const bool isAnnounced =
-        label && label->role() == QAccessible::AlertMessage && label->text(QAccessible::Name) == text;
-    return isAnnounced ? text : QString();
-}
-
-void WindowTest::press(QAccessibleInterface* control) {
-    control->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    const bool isAnnounced = label && label->role() == QAccessible::AlertMessage
+                             && label->text(QAccessible::Name) == m_driver->text(name);
+    return isAnnounced ? m_driver->text(name) : QString();
 }

@@ -9,7 +9,6 @@
 
 #include <QAccessible>
 #include <QGuiApplication>
-#include <QTest>
 
 #include <optional>
 #include <string>
@@ -56,9 +55,9 @@ protected:
     QStringList drawn() const; ///< the rows in sight: the texts of each as drawn, joined by " | "
     QString ticks() const;     ///< the rows in sight: "+" for a drawn check mark, "-" for none
     QString current() const;   ///< name of the row or photo with visual focus; empty if none
-    bool hasFocus(const char* name) const;
+    bool hasFocus(const char* name) const { return m_driver->text(name, "activeFocus") == "true"; }
     QStringList menuEntries() const; ///< of the open menu; the current one with a "*"
-    QQuickItem* menuEntry(const QString& text) const;
+    QQuickItem* menuEntry(const QString& text) const { return m_driver->itemInSight("menuEntry", text); }
 
     /// Returns the accessible interface of a visible item.
     QAccessibleInterface* told(const char* name) const { return told(m_driver->item(name)); }
@@ -67,7 +66,9 @@ protected:
     }
     /// The text of a visible label that screen readers announce; empty when it isn't shown or announced.
     QString announced(const char* name) const;
-    static void press(QAccessibleInterface* control); ///< as a screen reader does
+    static void press(QAccessibleInterface* control) { ///< as a screen reader does
+        control->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    }
 
     std::optional<OrdinaryUser> m_user; ///< file permissions do not apply to root
     std::optional<TemporaryDisk> m_disk;
