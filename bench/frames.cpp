@@ -51,7 +51,8 @@ std::unique_ptr<QObject> makeScroll(QQmlEngine& engine, QQuickItem* list) {
                 {{"target", QVariant::fromValue(list)}});
 }
 
-/// A home whose scan finds as many rows, the first so large that its tick changes the sum that is shown.
+/// Creates a home whose scan finds the number of rows to measure. The first row is so large that its tick
+/// changes the displayed sum.
 void fillHome(const std::filesystem::path& home) {
     const std::filesystem::path caches = home / "Library/Caches";
     std::filesystem::create_directories(caches);

@@ -60,7 +60,7 @@ public:
     /// question, nothing changes. Ignored while a deletion is running.
     Q_INVOKABLE void confirmDelete();
 
-    // The same state for QML.
+    // The state above as properties for QML.
     bool isUndecided() const { return m_authState == core::PhotoAccessState::notDetermined; }
     bool isDenied() const { return m_authState == core::PhotoAccessState::denied; }
     DuplicateGroupsModel* groupsModel() { return &m_groups; }

@@ -84,7 +84,7 @@ public:
     /// Empties the Trash and removes its items from the result. Blocks.
     Q_INVOKABLE void confirmEmptyTrash();
 
-    // The same state for QML; -1 for absent numbers, empty for absent texts.
+    // The state above as properties for QML. Absent numbers are -1, absent texts are empty.
     bool hasResult() const { return m_result.has_value(); }
     ScanItemsModel* items() { return &m_items; }
     int checkedCount() const;

@@ -40,7 +40,7 @@ public:
     /// itemToDisable() in both cases. Blocks.
     Q_INVOKABLE void confirmDisable();
 
-    // The same state for QML; texts are empty for absent values.
+    // The state above as properties for QML. Absent texts are empty.
     StartupItemsModel* itemsModel() { return &m_items; }
     bool hasItems() const { return !items().empty(); }
     bool showDisableConfirm() const { return m_itemToDisable.has_value(); }

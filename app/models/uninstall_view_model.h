@@ -67,7 +67,7 @@ public:
     /// even if a file could not be deleted. Blocks.
     Q_INVOKABLE void confirmUninstall();
 
-    // The same state for QML; texts are empty for absent values.
+    // The state above as properties for QML. Absent texts are empty.
     InstalledAppsModel* appsModel() { return &m_apps; }
     bool hasApps() const { return !apps().empty(); }
     bool hasSelectedApp() const { return m_selectedApp.has_value(); }

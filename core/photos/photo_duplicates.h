@@ -15,8 +15,8 @@ enum class PhotoAccessState { notDetermined, denied, limited, authorized };
 
 /// Finds and deletes duplicates in the photo library. Compares the library's metadata only; no image file is
 /// read. Stateless: every operation reads the library again; errors give an empty result. Operations with a
-/// `completion` run in the background and call it once, on the interface thread. A disk converts to the
-/// library of its home folder.
+/// `completion` run in the background and call it once, on the interface thread. A
+/// `platform::Disk` may be passed for the library of its home.
 namespace LumvalePhotoDuplicates {
 
 /// Returns the current permission without asking the user. Any thread.

@@ -17,8 +17,9 @@ namespace core::LumvalePhotoDuplicates {
 /// cache misses of a hash table of that size take longer than reading the library.
 class PhotoGrouping {
 public:
-    /// Adds an asset by its first photo or video (otherwise its first file). Assets without a file, without a
-    /// known size, or with an identifier or file name of more than 1024 bytes are ignored.
+    /// Adds an asset. Its first photo or video represents it, or its first file if it has neither. Ignores
+    /// assets without a file, without a known size, or with an identifier or file name of more than 1024
+    /// bytes.
     void add(const platform::PhotoAsset& asset);
 
     /// Returns the groups, largest `totalWastedBytes` first; equal ones in the order in which their first

@@ -18,7 +18,7 @@ install(CODE "
     set(bundle \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${PROJECT_NAME}.app\")
     execute_process(COMMAND \"${MACDEPLOYQT}\" \"\${bundle}\" \"-qmldir=${PROJECT_SOURCE_DIR}/ui\"
         COMMAND_ERROR_IS_FATAL ANY)
-    # Without a certificate (\"-\"), so that the program starts on this Mac only without a question.
+    # An ad-hoc signature (\"-\"), without a certificate: only this Mac starts the program without a warning.
     execute_process(COMMAND codesign --force --deep -s - \"\${bundle}\" COMMAND_ERROR_IS_FATAL ANY)
 ")
 

@@ -24,8 +24,8 @@ namespace {
 
 constexpr int maxLinks = 40;
 
-/// Folders kept open for "..". Only symbolic links go upwards, and real ones by far fewer levels, while a
-/// path can have more levels than a process has descriptors.
+/// Maximum number of parent folders that are kept open to resolve "..". Only the targets of symbolic links
+/// contain "..", usually few. A path can have more levels than the process may have descriptors.
 constexpr std::size_t maxOpenFolders = 16;
 
 enum class LastName { follow, keep };

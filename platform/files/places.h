@@ -6,8 +6,7 @@
 
 namespace platform {
 
-/// Returns the path on the disk of the home's folder for the programs' own files: "Library/Application
-/// Support" in the home.
+/// Returns the path of "Library/Application Support" in the disk's home, where programs keep their own files.
 std::string applicationSupportFolder(const Disk& disk);
 
 } // namespace platform

@@ -21,8 +21,8 @@ using Owned = std::unique_ptr<std::remove_pointer_t<Reference>, CoreFoundationDe
 /// Returns the string as UTF-8; empty for null.
 std::string utf8(CFStringRef string);
 
-/// Returns a property (kCFURL…Key) of the entry at a path of the host, or null when the system doesn't report
-/// it.
+/// Returns a resource property (kCFURL…Key) of the file or folder at this path of the host, or null when the
+/// system doesn't report it.
 Owned<CFTypeRef> resourceProperty(const std::string& hostPath, CFStringRef key);
 
 } // namespace platform

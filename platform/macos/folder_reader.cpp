@@ -17,8 +17,8 @@ namespace {
 constexpr attrgroup_t namesOnly = ATTR_CMN_RETURNED_ATTRS | ATTR_CMN_ERROR | ATTR_CMN_NAME | ATTR_CMN_OBJTYPE;
 
 #pragma pack(push, 4)
-/// An entry as getattrlistbulk(2) packs it for the attributes requested below: in this order, aligned to 4
-/// bytes, and with FSOPT_PACK_INVAL_ATTRS also those that the file system doesn't report.
+/// An entry as getattrlistbulk(2) returns it for the attributes requested below. Fields are aligned to 4
+/// bytes. FSOPT_PACK_INVAL_ATTRS keeps the place of fields that the file system doesn't report.
 struct Record {
     std::uint32_t length;     ///< of the record, with the name's bytes
     attribute_set_t returned; ///< the attributes that are valid

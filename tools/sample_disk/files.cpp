@@ -135,7 +135,7 @@ constexpr Row documents[] = {
     {"Movies/TV recordings/Documentary.ts", 3'460_MB, 130},
     {"Music/Albums/First Light/", 118_MB, 1'300, songs},
     {"Pictures/Scans/negatives-1988.tif", 612_MB, 2'100},
-    // Packages: folders that count as one file. The large files in them are not offered.
+    // Packages: folders that count as one file. A scan does not list large files inside them.
     {"Movies/Wedding.fcpbundle/", 6'120_MB, 640, filmProject},
     {"Movies/Old Holiday.iMovieLibrary/", 2'040_MB, 1'400, filmProject},
     {"Documents/Backups/Keys.sparsebundle/", 1'280_MB, 90, sparseBands},

@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// The startup screen: lists the items that start at login and disables them.
+/// The startup screen: lists the items that start at login and lets the user disable them.
 FocusScope {
     id: root
 
@@ -94,7 +94,7 @@ FocusScope {
         message: "« " + subject + " »\n" + Texts.tr("alert_confirm_disable_message")
         cancelText: Texts.tr("btn_cancel")
         confirmText: Texts.tr("btn_disable")
-        // The focus returns to the list, since the row that had it may have been removed.
+        // When the dialog closes, the list gets the focus: the row that had it may have been removed.
         onAboutToShow: {
             returnTo = null;
             returnReason = list.hasVisualFocus ? Qt.TabFocusReason : Qt.MouseFocusReason;

@@ -7,7 +7,7 @@ T.Popup {
 
     /// The item that had the focus before the popup opened; null if it was destroyed since.
     property Item returnTo
-    /// Focus reason to restore; the item may have been destroyed.
+    /// Focus reason to restore together with `returnTo`, which may have been destroyed.
     property int returnReason: Qt.PopupFocusReason
 
     /// Emitted on closing if `returnTo` can't take the focus; the screen has to choose another item.

@@ -53,7 +53,7 @@ T.AbstractButton {
         radius: Metrics.tileRadius
         color: root.color
 
-        // Darkens the face behind the text for contrast.
+        // Darkens the tile behind the text for contrast.
         Rectangle {
             anchors.fill: parent
             radius: parent.radius
