@@ -51,7 +51,7 @@ DeletionOutcome deletePaths(const std::vector<std::string>& paths, const platfor
             outcome.succeeded.push_back(std::move(path));
         else
             outcome.failed.push_back(
-                {deleted.error().domain == refusalDomain ? given : std::move(path), deleted.error()});
+                {deleted.error().domain == refusalDomain ? given : path, deleted.error()});
     }
     return outcome;
 }
