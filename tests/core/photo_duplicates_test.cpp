@@ -47,7 +47,7 @@ TEST_F(PhotoDuplicates, AgreeInSizeDimensionsSecondAndMediaType) {
     CatalogueWriter catalogue(m_disk);
     for (const char* half : {"2", "1"})
         for (CataloguedAsset asset : {CataloguedAsset{.uuid = "plain"},
-                                      {.uuid = "size", .size = "1001"},
+                                      {.uuid = "size", .size = "2001"},
                                       {.uuid = "second", .created = "700000001.0"},
                                       {.uuid = "height", .height = "31"},
                                       {.uuid = "turned", .width = "30", .height = "40"},
@@ -69,8 +69,9 @@ TEST_F(PhotoDuplicates, AgreeInSizeDimensionsSecondAndMediaType) {
     Texts found;
     for (const core::DuplicatePhotoGroup& group : groups())
         found.push_back(group.id);
-    Texts expected{"plain1/L0/001-plain2/L0/001-plain3/L0/001"}; // the largest waste first
-    for (const std::string name : {"size", "second", "height", "turned", "video", "undated", "cut"})
+    // The largest waste first.
+    Texts expected{"size1/L0/001-size2/L0/001", "plain1/L0/001-plain2/L0/001-plain3/L0/001"};
+    for (const std::string name : {"second", "height", "turned", "video", "undated", "cut"})
         expected.push_back(name + "1/L0/001-" + name + "2/L0/001");
     EXPECT_EQ(found, expected);
 }
