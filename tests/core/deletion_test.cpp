@@ -112,12 +112,14 @@ TEST_F(Deletion, MovesEntriesToTheTrashAndRemovesThoseInTheTrash) {
 }
 
 TEST_F(Deletion, JudgesTheRealFolderBehindSymbolicLinks) {
-    disk.make({"/System/Library/x", "/Volumes/Disk/x", "/private/tmp/x", "~/Documents/Mail/x",
-               "~/Library/a/x", "~/Library/system -> /System/Library", "~/Library/volume -> /Volumes/Disk",
+    disk.make({"/System/Library/x", "/Library/Apple/x", "~/Library/apple -> /Library/Apple",
+               "/Volumes/Disk/x", "/private/tmp/x", "~/Documents/Mail/x", "~/Library/a/x",
+               "~/Library/system -> /System/Library", "~/Library/volume -> /Volumes/Disk",
                "~/Library/documents -> ../Documents", "~/Library/mail -> documents/Mail",
                "~/Library/home -> ..", "~/Library/b -> a", "~/Documents/m -> Mail", "/tmp -> private/tmp"});
-    const Lines refused = at({"~/Library/system/x", "~/Library/volume/x", "~/Library/documents/Mail",
-                              "~/Library/mail/x", "~/Library/home/Documents", "~/Library/home/Library"});
+    const Lines refused =
+        at({"~/Library/system/x", "~/Library/apple/x", "~/Library/volume/x", "~/Library/documents/Mail",
+            "~/Library/mail/x", "~/Library/home/Documents", "~/Library/home/Library"});
     Lines expected;
     for (const std::string& path : refused)
         expected.push_back(path + " Lumvale 1");

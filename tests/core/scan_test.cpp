@@ -88,7 +88,7 @@ TEST(Scan, SkipsUnreadableFoldersAndFollowsNoLinks) {
                "~/Library/Caches/half/closed/x 5", "~/Library/Logs/x 5", "~/Downloads/loop -> loop",
                "~/Library/Caches/out -> /Applications", "/Applications/A.app/x 9",
                "~/Library/Caches/file-link -> good/x", "~/Documents/letter 5", "~/.Trash -> Documents",
-               "~/Library/Containers -> ../Documents", "~/Documents/a.b.c 5", "/System/d.e.f 5",
+               "~/Library/Containers -> ../Documents", "~/Documents/a.b.c.plist 5", "/System/a.b.c.plist 5",
                "~/Library/WebKit -> /System"});
     for (const char* closed : {"~/Library/Caches/bad", "~/Library/Caches/half/closed", "~/Library/Logs"})
         disk.setMode(closed, 0);
