@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// Where QSettings stores the settings: by default in the user's preferences, as this system keeps them.
+/// The folder of the settings that QSettings stores: by default the system's folder for preferences.
 namespace Settings {
 
 /// Stores them as an INI file below this folder instead, so that the user's preferences are neither read nor

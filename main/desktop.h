@@ -1,6 +1,6 @@
 #pragma once
 
-/// What a desktop shows of the program outside the content of its window.
+/// Integration with the desktop: program icon, title bar, menus and bringing the window to the front.
 namespace Desktop {
 
 /// Sets up the icon, the title bar and the menus. Requires the application object.

@@ -58,14 +58,14 @@ Result<Place> placeToWrite(const Disk& disk, std::string path) {
     return posixError(ELOOP);
 }
 
-/// Returns the mode for the new content of the file at this place, by default that of a new file.
-Result<mode_t> modeToKeep(const Place& place) {
+/// Returns the mode of the file at this place, or nullopt when there is none.
+Result<std::optional<mode_t>> modeToKeep(const Place& place) {
     struct stat status {};
     if (fstatat(place.folder.number(), place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return errno == ENOENT ? Result<mode_t>(mode_t{0666}) : posixError(errno);
+        return errno == ENOENT ? Result<std::optional<mode_t>>(std::nullopt) : posixError(errno);
     if (std::optional<Error> error = refusal(status.st_mode))
         return *std::move(error);
-    return status.st_mode & 0777;
+    return std::optional<mode_t>(status.st_mode & 0777);
 }
 
 Result<std::string> readAll(int file, std::size_t limit) {
@@ -102,7 +102,7 @@ Result<void> writeAll(int file, std::string_view content) {
 
 /// Writes `content` to a new file beside the place and renames it onto the place.
 Result<void> replace(const Place& place, std::string_view content) {
-    const Result<mode_t> mode = modeToKeep(place);
+    const Result<std::optional<mode_t>> mode = modeToKeep(place);
     if (!mode)
         return mode.error();
     const int folder = place.folder.number();
@@ -110,10 +110,12 @@ Result<void> replace(const Place& place, std::string_view content) {
     const std::string temporary = ".lumvale-" + std::to_string(getpid());
     unlinkat(folder, temporary.c_str(), 0);
     const Descriptor file(
-        openat(folder, temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, *mode));
+        openat(folder, temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
     if (!file)
         return posixError(errno);
-    Result<void> written = writeAll(file.number(), content);
+    // open() removes the bits of the umask from the mode.
+    Result<void> written = *mode && fchmod(file.number(), **mode) != 0 ? Result<void>(posixError(errno))
+                                                                       : writeAll(file.number(), content);
     if (written && renameat(folder, temporary.c_str(), folder, place.name.c_str()) != 0)
         written = posixError(errno);
     if (!written)

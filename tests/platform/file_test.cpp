@@ -42,7 +42,10 @@ TEST(WriteFile, CreatesFoldersAndReplacesOnlyWritableRegularFiles) {
     for (const char* content : {"first and longest", "second", ""}) {
         EXPECT_EQ(writing(disk, "~/link/deep/to-new", content), "");
         EXPECT_EQ(disk.read("~/other/deep/new"), content);
+        disk.setMode("~/other/deep/new", 0602); // which a usual umask doesn't allow
     }
+    EXPECT_EQ(writing(disk, "~/other/deep/new", ""), "");
+    EXPECT_TRUE(disk.entries()[at("~/other/deep/new")].find(std::to_string(0100602)) != std::string::npos);
     disk.make({"~/target 7", "~/folder/", "~/to-folder -> folder", "~/loop -> loop",
                "~/nowhere -> lost/folder", "~/pipe |", "~/mine/locked"});
     disk.setMode("~/mine/locked", 0444);

@@ -67,7 +67,7 @@ private:
 /// permissions count. Has an effect for root only.
 class OrdinaryUser {
 public:
-    OrdinaryUser() { accessFilesAs(65534); } // nobody
+    OrdinaryUser() { accessFilesAs(65534); } // without privileges
     ~OrdinaryUser() { accessFilesAs(0); }
     OrdinaryUser(const OrdinaryUser&) = delete;
     OrdinaryUser& operator=(const OrdinaryUser&) = delete;

@@ -27,7 +27,7 @@ has_window() {
 }
 
 # Without a display: opening a window would fail with another status.
-for case in "$disk/missing /Users/me" "$disk/file /" "$disk /Users/nobody" "$disk /file"; do
+for case in "$disk/missing /Users/me" "$disk/file /" "$disk /Users/absent" "$disk /file"; do
     read -r root inside <<<"$case"
     status=0
     env -u DISPLAY LUMVALE_DISK="$root" LUMVALE_HOME="$inside" "$lumvale" >"$disk/said" 2>&1 || status=$?
