@@ -1,0 +1,39 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+namespace platform {
+
+/// The progress of a long operation, and the request to stop it. Shared by the threads of the operation and
+/// the interface: every member may be called from any thread.
+class Progress {
+public:
+    /// Counts what the operation has processed since the last beginPhase().
+    void add(std::int64_t entries, std::int64_t bytes) {
+        m_entries.fetch_add(entries, std::memory_order_relaxed);
+        m_bytes.fetch_add(bytes, std::memory_order_relaxed);
+    }
+    std::int64_t entries() const { return m_entries.load(std::memory_order_relaxed); }
+    std::int64_t bytes() const { return m_bytes.load(std::memory_order_relaxed); }
+
+    /// Sets the counters to zero and the number of entries that the next phase will process; 0 if unknown.
+    void beginPhase(std::int64_t totalEntries) {
+        m_entries.store(0, std::memory_order_relaxed);
+        m_bytes.store(0, std::memory_order_relaxed);
+        m_totalEntries.store(totalEntries, std::memory_order_relaxed);
+    }
+    std::int64_t totalEntries() const { return m_totalEntries.load(std::memory_order_relaxed); }
+
+    /// Asks the operation to return as soon as possible with what it has done so far. Cannot be taken back.
+    void stop() { m_isStopped.store(true, std::memory_order_relaxed); }
+    bool isStopped() const { return m_isStopped.load(std::memory_order_relaxed); }
+
+private:
+    std::atomic<std::int64_t> m_entries = 0;
+    std::atomic<std::int64_t> m_bytes = 0;
+    std::atomic<std::int64_t> m_totalEntries = 0;
+    std::atomic<bool> m_isStopped = false;
+};
+
+} // namespace platform
