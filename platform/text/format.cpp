@@ -143,6 +143,20 @@ std::string formatByteCount(std::int64_t bytes, const std::string& locale) {
     return (*latest)(bytes);
 }
 
+std::string formatCount(std::int64_t count, const std::string& locale) {
+    struct Latest {
+        std::string localeName;
+        icu::number::LocalizedNumberFormatter format;
+    };
+    thread_local std::unique_ptr<const Latest> latest;
+    const std::string name = locale.empty() ? userLocale() : locale;
+    if (!latest || latest->localeName != name)
+        latest = std::make_unique<const Latest>(
+            Latest{name, icu::number::NumberFormatter::withLocale(icuLocale(name))});
+    UErrorCode status = U_ZERO_ERROR;
+    return utf8(latest->format.formatInt(count, status).toString(status));
+}
+
 std::string formatMediumDate(Date date, const std::string& locale, TimeZone zone) {
     thread_local MediumDateFormat latest;
     const std::string name = locale.empty() ? userLocale() : locale;
