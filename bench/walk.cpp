@@ -20,5 +20,5 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::vector<std::string> paths{"/"};
-    std::printf("%lld\n", static_cast<long long>(platform::measure(*disk, paths, workers).front()));
+    std::printf("%lld\n", static_cast<long long>(platform::measure(*disk, paths, nullptr, workers).front()));
 }

@@ -28,13 +28,13 @@ std::vector<Candidate> inAllowedFolders(const platform::Disk& disk, std::vector<
 } // namespace
 
 std::vector<ScanItem> measureCandidates(const platform::Disk& disk, std::vector<Candidate> found,
-                                        ZeroSize zeroSize) {
+                                        ZeroSize zeroSize, platform::Progress* progress) {
     const std::vector<Candidate> candidates = inAllowedFolders(disk, std::move(found));
     std::vector<std::string> paths;
     paths.reserve(candidates.size());
     for (const Candidate& candidate : candidates)
         paths.push_back(candidate.path);
-    const std::vector<std::int64_t> sizes = platform::measure(disk, paths);
+    const std::vector<std::int64_t> sizes = platform::measure(disk, paths, progress);
 
     std::vector<ScanItem> items;
     for (std::size_t i = 0; i < candidates.size(); ++i) {

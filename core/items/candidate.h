@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/items/scan_item.h"
+#include "platform/base/progress.h"
 #include "platform/files/disk.h"
 
 #include <string>
@@ -23,8 +24,10 @@ enum class ZeroSize { skip, keep };
 
 /// Returns the candidates as items with their sizes and modification dates, in the order given, without those
 /// in folders whose entries may not be deleted because a symbolic link leads elsewhere. Blocks while their
-/// content is walked; any thread.
+/// content is walked; any thread. Counts what is walked in `progress`, which may be null; when that is
+/// stopped, the sizes are incomplete.
 std::vector<ScanItem> measureCandidates(const platform::Disk& disk, std::vector<Candidate> found,
-                                        ZeroSize zeroSize = ZeroSize::skip);
+                                        ZeroSize zeroSize = ZeroSize::skip,
+                                        platform::Progress* progress = nullptr);
 
 } // namespace core

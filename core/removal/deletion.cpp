@@ -5,7 +5,11 @@
 #include "platform/files/path.h"
 #include "platform/removal/remove.h"
 #include "platform/removal/trash.h"
+#include "platform/walk/walk.h"
 
+#include <algorithm>
+#include <iterator>
+#include <map>
 #include <string_view>
 #include <utility>
 
@@ -32,28 +36,68 @@ platform::Result<void> moveToTrash(const platform::Disk& disk, const PlaceGuard&
     return moved ? platform::Result<void>() : moved.error();
 }
 
+/// Returns the sizes of the paths in the Trash, which are removed entry by entry, and begins the phase of the
+/// removal with the number of entries. Returns nothing without a progress.
+std::map<std::string, std::int64_t> measuredInTrash(const std::vector<std::string>& paths,
+                                                    const platform::Disk& disk,
+                                                    platform::Progress* progress) {
+    if (!progress)
+        return {};
+    std::vector<std::string> inTrash;
+    std::copy_if(paths.begin(), paths.end(), std::back_inserter(inTrash),
+                 [trash = platform::trashFolder(disk)](const std::string& path) {
+                     return platform::isBelow(path, trash);
+                 });
+    const std::vector<std::int64_t> sizes = platform::measure(disk, inTrash, progress);
+    progress->beginPhase(progress->entries() + static_cast<std::int64_t>(paths.size() - inTrash.size()));
+    std::map<std::string, std::int64_t> sizesByPath;
+    for (std::size_t i = 0; i < inTrash.size(); ++i)
+        sizesByPath[inTrash[i]] = sizes[i];
+    return sizesByPath;
+}
+
 } // namespace
 
-DeletionOutcome deletePaths(const std::vector<std::string>& paths, const platform::Disk& disk) {
+DeletionOutcome deletePaths(const std::vector<std::string>& given, const platform::Disk& disk,
+                            platform::Progress* progress) {
     const std::string trash = platform::trashFolder(disk);
     const PlaceGuard guard(disk);
+    std::vector<std::string> paths;
+    for (const std::string& path : given)
+        paths.push_back(platform::standardized(path));
+    const std::map<std::string, std::int64_t> sizesInTrash = measuredInTrash(paths, disk, progress);
+
     DeletionOutcome outcome;
-    for (const std::string& given : paths) {
-        std::string path = platform::standardized(given);
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        const std::string& path = paths[i];
+        if (progress && progress->isStopped()) {
+            outcome.left.insert(outcome.left.end(), paths.begin() + static_cast<std::ptrdiff_t>(i),
+                                paths.end());
+            break;
+        }
+        const bool isInTrash = platform::isBelow(path, trash);
         const platform::Result<void> deleted = [&]() -> platform::Result<void> {
             if (!isDeletionAllowed(path, disk))
                 return refusal();
             // Removal from the Trash follows no link at all.
-            return platform::isBelow(path, trash) ? platform::removeForGood(disk, path)
-                                                  : moveToTrash(disk, guard, path);
+            return isInTrash ? platform::removeForGood(disk, path, progress) : moveToTrash(disk, guard, path);
         }();
-        if (deleted)
-            outcome.succeeded.push_back(std::move(path));
-        else
-            outcome.failed.push_back(
-                {deleted.error().domain == refusalDomain ? given : path, deleted.error()});
+        if (deleted) {
+            outcome.succeeded.push_back(path);
+            if (progress && !isInTrash)
+                progress->add(1, 0);
+        } else if (isInTrash && progress && progress->isStopped()) {
+            outcome.partial = partialRemoval(disk, path, sizesInTrash.at(path));
+            outcome.left.push_back(path);
+        } else {
+            outcome.failed.push_back({isRefusal(deleted.error()) ? given[i] : path, deleted.error()});
+        }
     }
     return outcome;
+}
+
+bool isRefusal(const platform::Error& error) {
+    return error.domain == refusalDomain;
 }
 
 } // namespace core::LumvaleScanner

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "core/removal/partial_removal.h"
 #include "platform/base/error.h"
+#include "platform/base/progress.h"
 #include "platform/files/disk.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,10 +17,12 @@ struct DeletionFailure {
     platform::Error error;
 };
 
-/// The result of a deletion; both lists in the order of the input.
+/// The result of a deletion; all lists in the order of the input.
 struct DeletionOutcome {
     std::vector<std::string> succeeded; ///< standardized paths
     std::vector<DeletionFailure> failed;
+    std::vector<std::string> left;         ///< standardized paths that were not deleted because of a stop
+    std::optional<PartialRemoval> partial; ///< of the first of those, if it was in the Trash
 };
 
 namespace LumvaleScanner {
@@ -25,9 +30,14 @@ namespace LumvaleScanner {
 /// Moves each path to the Trash, or removes it permanently if it is inside the Trash. Every deletion that
 /// the user requests, except emptying the Trash, goes through this function: it refuses a path whose
 /// standardized form fails isDeletionAllowed() or whose place fails PlaceGuard. A failure does not stop the
-/// other deletions. Blocks; any thread.
+/// other deletions. Blocks; any thread. Counts in `progress`, which may be null, first the entries of the
+/// paths to remove permanently, then those removed and the paths moved; ends early when that is stopped.
 DeletionOutcome deletePaths(const std::vector<std::string>& paths,
-                            const platform::Disk& disk = platform::Disk::current());
+                            const platform::Disk& disk = platform::Disk::current(),
+                            platform::Progress* progress = nullptr);
+
+/// Returns whether the error says that the guard refused the path.
+bool isRefusal(const platform::Error& error);
 
 } // namespace LumvaleScanner
 

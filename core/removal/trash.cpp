@@ -15,19 +15,22 @@ namespace {
 
 /// Removes an entry; if that fails, unlocks it and everything in it and tries again. Returns the error of the
 /// first attempt, which describes the original problem, or nothing if the entry was removed.
-std::optional<platform::Error> removeWithRetry(const platform::Disk& disk, const std::string& path) {
-    const platform::Result<void> first = platform::removeForGood(disk, path);
+std::optional<platform::Error> removeWithRetry(const platform::Disk& disk, const std::string& path,
+                                               platform::Progress* progress) {
+    const platform::Result<void> first = platform::removeForGood(disk, path, progress);
     if (first)
         return std::nullopt;
+    if (progress && progress->isStopped())
+        return first.error();
     platform::unlock(disk, path);
-    if (platform::removeForGood(disk, path))
+    if (platform::removeForGood(disk, path, progress))
         return std::nullopt;
     return first.error();
 }
 
 } // namespace
 
-TrashReport emptyTrash(const platform::Disk& disk) {
+TrashReport emptyTrash(const platform::Disk& disk, platform::Progress* progress) {
     TrashReport report;
     const platform::Result<std::vector<std::string>> names = platform::listTrash(disk);
     if (!names) {
@@ -37,14 +40,29 @@ TrashReport emptyTrash(const platform::Disk& disk) {
     std::vector<std::string> paths;
     for (const std::string& name : *names)
         paths.push_back(platform::joined(platform::trashFolder(disk), name));
-    const std::vector<std::int64_t> sizes = platform::measure(disk, paths);
+    const std::vector<std::int64_t> sizes = platform::measure(disk, paths, progress);
+    const auto isStopped = [&] {
+        return progress && progress->isStopped();
+    };
+    if (progress)
+        progress->beginPhase(progress->entries());
     for (std::size_t i = 0; i < paths.size(); ++i) {
-        if (const std::optional<platform::Error> error = removeWithRetry(disk, paths[i])) {
+        if (isStopped()) {
+            report.left.insert(report.left.end(), paths.begin() + static_cast<std::ptrdiff_t>(i),
+                               paths.end());
+            break;
+        }
+        const std::optional<platform::Error> error = removeWithRetry(disk, paths[i], progress);
+        if (!error) {
+            ++report.succeeded;
+            report.bytesFreed = platform::addBytes(report.bytesFreed, sizes[i]);
+        } else if (!isStopped()) {
             ++report.failed;
             report.failedDetails.push_back({(*names)[i], std::string(reasonKey(*error)), error->description});
         } else {
-            ++report.succeeded;
-            report.bytesFreed = platform::addBytes(report.bytesFreed, sizes[i]);
+            report.partial = partialRemoval(disk, paths[i], sizes[i]);
+            report.bytesFreed = platform::addBytes(report.bytesFreed, report.partial->bytesFreed);
+            report.left.push_back(paths[i]);
         }
     }
     return report;

@@ -94,7 +94,8 @@ private:
 } // namespace
 
 std::vector<ScanItem> scanLargeFiles(const platform::Disk& disk, const std::string& root,
-                                     std::int64_t minBytes, std::size_t maxResults) {
+                                     std::int64_t minBytes, std::size_t maxResults,
+                                     platform::Progress* progress) {
     const platform::Result<std::vector<std::string>> names =
         platform::listFolder(disk, root, platform::Hidden::skip);
     if (!names)
@@ -116,7 +117,8 @@ std::vector<ScanItem> scanLargeFiles(const platform::Disk& disk, const std::stri
             direct.push_back({std::move(path), attributes->sizeBytes, attributes->modified});
     }
     std::vector<LargeFile> nested =
-        platform::walk(disk, folders, platform::Hidden::skip, LargeFileVisitor(minBytes, maxNested)).files();
+        platform::walk(disk, folders, platform::Hidden::skip, LargeFileVisitor(minBytes, maxNested), progress)
+            .files();
     std::sort(nested.begin(), nested.end(), isWalkedBefore);
 
     // Merged in walk order. The limit applies to files in subfolders only, but counts the direct ones before

@@ -23,7 +23,7 @@ void append(std::vector<T>& list, std::vector<T> more) {
 
 } // namespace
 
-ScanResult scan(const platform::Disk& disk) {
+ScanResult scan(const platform::Disk& disk, platform::Progress* progress) {
     using enum ScanCategory;
     const auto childrenOf = [&](std::string_view folder, ScanCategory category,
                                 std::string_view explanation) {
@@ -41,8 +41,8 @@ ScanResult scan(const platform::Disk& disk) {
     append(candidates, LumvaleUninstaller::orphanCandidates(disk));
     append(candidates, LumvaleUninstaller::virtualMachineCandidates(disk));
 
-    std::vector<ScanItem> items = measureCandidates(disk, candidates);
-    append(items, scanLargeFiles(disk, disk.home(), minLargeFileBytes, maxLargeFiles));
+    std::vector<ScanItem> items = measureCandidates(disk, candidates, ZeroSize::skip, progress);
+    append(items, scanLargeFiles(disk, disk.home(), minLargeFileBytes, maxLargeFiles, progress));
 
     std::stable_sort(items.begin(), items.end(),
                      [](const ScanItem& a, const ScanItem& b) { return a.sizeBytes > b.sizeBytes; });

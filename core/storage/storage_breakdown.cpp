@@ -10,7 +10,7 @@
 
 namespace core::LumvaleScanner {
 
-std::vector<StorageEntry> storageBreakdown(const platform::Disk& disk) {
+std::vector<StorageEntry> storageBreakdown(const platform::Disk& disk, platform::Progress* progress) {
     std::vector<std::string> paths;
     if (const auto names = platform::listFolder(disk, disk.home(), platform::Hidden::skip)) {
         for (const std::string& name : *names) {
@@ -20,7 +20,7 @@ std::vector<StorageEntry> storageBreakdown(const platform::Disk& disk) {
         }
     }
     paths.emplace_back("/Applications"); // must be last: its name below is not localized
-    const std::vector<std::int64_t> sizes = platform::measure(disk, paths);
+    const std::vector<std::int64_t> sizes = platform::measure(disk, paths, progress);
 
     std::vector<StorageEntry> entries;
     for (std::size_t i = 0; i < paths.size(); ++i) {

@@ -61,13 +61,13 @@ std::vector<InstalledApp> discoverApps(const platform::Disk& disk) {
     return apps;
 }
 
-std::vector<InstalledApp> scanInstalledApps(const platform::Disk& disk) {
+std::vector<InstalledApp> scanInstalledApps(const platform::Disk& disk, platform::Progress* progress) {
     std::vector<InstalledApp> apps = discoverApps(disk);
     std::vector<std::string> paths;
     paths.reserve(apps.size());
     for (const InstalledApp& app : apps)
         paths.push_back(app.path);
-    const std::vector<std::int64_t> sizes = platform::measure(disk, paths);
+    const std::vector<std::int64_t> sizes = platform::measure(disk, paths, progress);
     for (std::size_t i = 0; i < apps.size(); ++i)
         apps[i].sizeBytes = sizes[i];
     return apps;

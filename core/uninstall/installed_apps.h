@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/uninstall/installed_app.h"
+#include "platform/base/progress.h"
 #include "platform/files/disk.h"
 
 #include <string>
@@ -11,8 +12,10 @@
 namespace core::LumvaleUninstaller {
 
 /// Returns the applications in /Applications and in the home's Applications folder, with their sizes, in the
-/// order of their names. Leaves out some applications of the system and this program.
-std::vector<InstalledApp> scanInstalledApps(const platform::Disk& disk = platform::Disk::current());
+/// order of their names. Leaves out some applications of the system and this program. Counts in
+/// `progress`, which may be null; the sizes are incomplete when that is stopped.
+std::vector<InstalledApp> scanInstalledApps(const platform::Disk& disk = platform::Disk::current(),
+                                            platform::Progress* progress = nullptr);
 
 /// Returns the same applications without measuring them: all sizes are 0.
 std::vector<InstalledApp> discoverApps(const platform::Disk& disk);

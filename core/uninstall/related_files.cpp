@@ -69,7 +69,8 @@ std::optional<std::string> darwinUserCacheDirectory(const platform::Disk& disk) 
     return folder && platform::isBelow(*folder, "/private/var/folders") ? folder : std::nullopt;
 }
 
-std::vector<ScanItem> relatedFiles(const InstalledApp& app, const platform::Disk& disk) {
+std::vector<ScanItem> relatedFiles(const InstalledApp& app, const platform::Disk& disk,
+                                   platform::Progress* progress) {
     const std::vector<std::string> keys = validMatchKeys(app);
     if (keys.empty())
         return {};
@@ -90,7 +91,7 @@ std::vector<ScanItem> relatedFiles(const InstalledApp& app, const platform::Disk
         search(std::string(folder), explanation);
     if (const std::optional<std::string> folder = darwinUserCacheDirectory(disk))
         search(*folder, "exp_app_darwin_cache");
-    return measureCandidates(disk, candidates, ZeroSize::keep);
+    return measureCandidates(disk, candidates, ZeroSize::keep, progress);
 }
 
 } // namespace core::LumvaleUninstaller

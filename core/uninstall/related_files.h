@@ -2,6 +2,7 @@
 
 #include "core/items/scan_item.h"
 #include "core/uninstall/installed_app.h"
+#include "platform/base/progress.h"
 #include "platform/files/disk.h"
 
 #include <optional>
@@ -12,9 +13,11 @@ namespace core::LumvaleUninstaller {
 
 /// Returns the files that `app` keeps outside its bundle, all safe by default: entries of the usual folders
 /// whose names contain one of its matchKeys(), ignoring case. In the order of the folders, then of the names;
-/// entries of size 0 included. Blocks; not for the interface thread.
+/// entries of size 0 included. Blocks; not for the interface thread. Counts in `progress`, which may be null;
+/// the sizes are incomplete when that is stopped.
 std::vector<ScanItem> relatedFiles(const InstalledApp& app,
-                                   const platform::Disk& disk = platform::Disk::current());
+                                   const platform::Disk& disk = platform::Disk::current(),
+                                   platform::Progress* progress = nullptr);
 
 /// Returns the user's cache folder for temporary files (DARWIN_USER_CACHE_DIR of confstr(3)); nothing if the
 /// disk has none or it is outside /private/var/folders.

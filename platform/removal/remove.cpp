@@ -32,7 +32,7 @@ constexpr int openForReading = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 /// others are removed, so a folder that isn't empty is read again as long as a pass removes something.
 class Removal {
 public:
-    explicit Removal(Place entry) {
+    Removal(Place entry, Progress* progress) : m_progress(progress) {
         m_pending.push_back(std::move(entry.name));
         m_levels.emplace_back(); // the entry's parent, which is neither read nor removed
         lowest().identity = system::identityOf(entry.folder.number()).value_or(system::Identity{});
@@ -42,13 +42,15 @@ public:
     /// Returns 0 when the entry was removed, otherwise the host's errno of the first failure.
     int run() {
         remove(m_pending.back().c_str());
-        while (m_levels.size() > 1 && !m_parentIsLost) {
+        while (m_levels.size() > 1 && !m_parentIsLost && !isStopped()) {
             if (m_pending.size() > m_levels.back().firstChild)
                 remove(m_pending.back().c_str());
             else
                 leave();
         }
-        return m_entryIsRemoved ? 0 : m_failure;
+        if (m_entryIsRemoved)
+            return 0;
+        return m_failure == 0 ? ECANCELED : m_failure;
     }
 
 private:
@@ -68,6 +70,14 @@ private:
     static constexpr int maxPasses = 1000;
 
     Level& lowest() { return m_levels.back(); }
+
+    bool isStopped() const { return m_progress && m_progress->isStopped(); }
+
+    void countRemoved() {
+        lowest().progressed = true;
+        if (m_progress)
+            m_progress->add(1, 0);
+    }
 
     /// Removes the entry with this name in the lowest level; a folder becomes the new lowest level instead.
     void remove(const char* name) {
@@ -106,7 +116,7 @@ private:
     void finish(int failure) {
         const bool isEntryItself = m_levels.size() == 1;
         if (failure == 0) {
-            lowest().progressed = true;
+            countRemoved();
             m_entryIsRemoved = isEntryItself;
         } else if (isEntryItself || failure != ENOENT) {
             note(failure);
@@ -128,12 +138,14 @@ private:
         ++lowest().passes;
         m_reader.start(folder);
         while (const FolderEntry* entry = m_reader.next()) {
+            if (isStopped())
+                return;
             const char* name = entry->name.data();
             if (entry->typeIsKnown ? entry->type == EntryType::folder : isFolder(folder, name)) {
                 if (std::string copy(entry->name); !lowest().stuck.contains(copy))
                     m_pending.push_back(std::move(copy));
             } else if (unlinkat(folder, name, 0) == 0) {
-                lowest().progressed = true;
+                countRemoved();
             } else if (errno != ENOENT) {
                 note(errno);
             }
@@ -186,6 +198,7 @@ private:
         ++m_firstOpen;
     }
 
+    Progress* m_progress; ///< may be null
     FolderReader m_reader;
     std::vector<Level> m_levels;
     std::vector<std::string> m_pending; ///< for each level its own name, then its pending child folders
@@ -228,11 +241,11 @@ private:
 
 } // namespace
 
-Result<void> removeForGood(const Disk& disk, std::string_view path) {
+Result<void> removeForGood(const Disk& disk, std::string_view path, Progress* progress) {
     Result<Place> place = placeInTrash(disk, path);
     if (!place)
         return fileError(FileAction::remove, place.error(), lastComponent(path));
-    if (const int failure = Removal(std::move(*place)).run(); failure != 0)
+    if (const int failure = Removal(std::move(*place), progress).run(); failure != 0)
         return fileError(FileAction::remove, failure, lastComponent(path));
     return {};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/base/progress.h"
 #include "platform/files/disk.h"
 
 #include <string_view>
@@ -17,7 +18,10 @@ namespace platform {
 ///
 /// If something can't be removed, everything else still is, and the result is a Cocoa error (as for
 /// `FileAction::remove`) with the first cause.
-Result<void> removeForGood(const Disk& disk, std::string_view path);
+///
+/// Counts removed entries in `progress`, which may be null. When that is stopped, fails soon after, with the
+/// entry removed in part.
+Result<void> removeForGood(const Disk& disk, std::string_view path, Progress* progress = nullptr);
 
 /// Clears the user's immutable flag of the entry at `path` (standardised, below the Trash) and of everything
 /// below it on its volume, hidden entries included. Ignores failures. Changes no other flag or mode.

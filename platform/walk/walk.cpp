@@ -6,6 +6,7 @@
 #include "platform/walk/walk_worker.h"
 
 #include <algorithm>
+#include <thread>
 
 namespace platform {
 
@@ -24,9 +25,15 @@ RootOpener rootsOn(const Disk& disk) {
     };
 }
 
+unsigned defaultWalkWorkers() {
+    static const unsigned workers = std::clamp(std::thread::hardware_concurrency(), 4U, 8U);
+    return workers;
+}
+
 void detail::walk(const RootOpener& openRoot, std::span<const std::string> roots, Hidden hidden,
-                  unsigned workers, const std::function<Descend(unsigned worker, const WalkEntry&)>& visit) {
-    SharedWalk walk{openRoot, roots, hidden, visit};
+                  Progress* progress, unsigned workers,
+                  const std::function<Descend(unsigned worker, const WalkEntry&)>& visit) {
+    SharedWalk walk{openRoot, roots, hidden, progress, visit};
     for (unsigned index = 0; index < workers; ++index) {
         walk.workers.push_back(std::make_unique<WalkWorker>(walk, index));
         walk.allWorkers |= std::uint64_t{1} << index;
@@ -57,7 +64,8 @@ struct Sums {
 
 } // namespace
 
-std::vector<std::int64_t> measure(const Disk& disk, std::span<const std::string> paths, unsigned workers) {
+std::vector<std::int64_t> measure(const Disk& disk, std::span<const std::string> paths, Progress* progress,
+                                  unsigned workers) {
     std::vector<std::int64_t> sizes(paths.size());
     std::vector<std::string> folders;
     std::vector<std::size_t> indices; // of the folders among the paths
@@ -71,9 +79,11 @@ std::vector<std::int64_t> measure(const Disk& disk, std::span<const std::string>
         } else if (attributes->type == EntryType::file || kindOf(disk, paths[i]) == Kind::file) {
             sizes[i] = attributes->sizeBytes;
         }
+        if (progress)
+            progress->add(1, sizes[i]);
     }
     const Sums sums =
-        walk(disk, folders, Hidden::skip, Sums{std::vector<std::int64_t>(folders.size())}, workers);
+        walk(disk, folders, Hidden::skip, Sums{std::vector<std::int64_t>(folders.size())}, progress, workers);
     for (std::size_t i = 0; i < folders.size(); ++i)
         sizes[indices[i]] = sums.bytes[i];
     return sizes;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/base/progress.h"
 #include "platform/files/attributes.h"
 #include "platform/files/disk.h"
 #include "platform/files/folder.h"
@@ -58,22 +59,26 @@ using RootOpener = std::function<Descriptor(const std::string& root)>;
 RootOpener rootsOn(const Disk& disk);
 
 namespace detail {
-void walk(const RootOpener& openRoot, std::span<const std::string> roots, Hidden hidden, unsigned workers,
-          const std::function<Descend(unsigned worker, const WalkEntry&)>& visit);
+void walk(const RootOpener& openRoot, std::span<const std::string> roots, Hidden hidden, Progress* progress,
+          unsigned workers, const std::function<Descend(unsigned worker, const WalkEntry&)>& visit);
 }
 
-/// The default number of threads of a walk, which can be 1 to 64.
-inline constexpr unsigned defaultWalkWorkers = 4;
+/// Returns the default number of threads of a walk, which can be 1 to 64: one per core, but at least 4, since
+/// threads wait for the disk, and at most 8, since more are slower on a cold disk.
+unsigned defaultWalkWorkers();
 
 /// Visits every entry below the roots once, in unspecified order, and returns the merged visitor. The roots
 /// themselves aren't visited. Symbolic links are visited but never followed, not even as roots. Folders that
 /// can't be read or have vanished are skipped. Mount points are crossed. `Hidden::skip` leaves out hidden
 /// entries and everything below them. Blocks until done, and has at most about 128 descriptors open.
+///
+/// Counts visited entries and their bytes in `progress`, which may be null. When that is stopped, returns
+/// soon after, with some entries not visited.
 template <WalkVisitor V>
 V walk(const RootOpener& openRoot, std::span<const std::string> roots, Hidden hidden, V visitor,
-       unsigned workers = defaultWalkWorkers) {
+       Progress* progress = nullptr, unsigned workers = defaultWalkWorkers()) {
     std::vector<V> visitors(workers, visitor);
-    detail::walk(openRoot, roots, hidden, workers,
+    detail::walk(openRoot, roots, hidden, progress, workers,
                  [&](unsigned worker, const WalkEntry& entry) { return visitors[worker].visit(entry); });
     for (unsigned i = 1; i < workers; ++i)
         visitors[0].merge(std::move(visitors[i]));
@@ -82,14 +87,16 @@ V walk(const RootOpener& openRoot, std::span<const std::string> roots, Hidden hi
 
 template <WalkVisitor V>
 V walk(const Disk& disk, std::span<const std::string> roots, Hidden hidden, V visitor,
-       unsigned workers = defaultWalkWorkers) {
-    return walk(rootsOn(disk), roots, hidden, std::move(visitor), workers);
+       Progress* progress = nullptr, unsigned workers = defaultWalkWorkers()) {
+    return walk(rootsOn(disk), roots, hidden, std::move(visitor), progress, workers);
 }
 
 /// Returns the size in bytes of every path, in the same order: for a folder the sum of the lengths of all
 /// files and symbolic links below it that aren't hidden, for a file or a link to one its own length. 0 for
-/// anything else, and for what is missing or unreadable. Sums are clamped to the largest value.
+/// anything else, and for what is missing or unreadable. Sums are clamped to the largest value. Counts the
+/// paths and all entries below them in `progress`, which may be null; the sizes are incomplete if that is
+/// stopped.
 std::vector<std::int64_t> measure(const Disk& disk, std::span<const std::string> paths,
-                                  unsigned workers = defaultWalkWorkers);
+                                  Progress* progress = nullptr, unsigned workers = defaultWalkWorkers());
 
 } // namespace platform

@@ -1,5 +1,6 @@
 #include "platform/walk/walk_worker.h"
 
+#include "platform/base/bytes.h"
 #include "platform/files/path.h"
 #include "platform/system/system.h"
 
@@ -8,6 +9,7 @@
 #include <climits>
 #include <iterator>
 #include <system_error>
+#include <utility>
 
 namespace platform::detail {
 
@@ -23,6 +25,9 @@ constexpr int reservedForAnchors = 32;
 
 /// A smaller walk is faster without further threads.
 constexpr std::size_t minEntriesBeforeSharing = 1000;
+
+/// The progress is shared by all threads, so they report to it less often than they read entries.
+constexpr std::int64_t entriesPerReport = 256;
 
 std::string_view lastName(const std::string& names) {
     const std::size_t start = names.rfind('\0', names.size() - 2) + 1;
@@ -54,7 +59,18 @@ void WalkWorker::join() {
         m_thread.join();
 }
 
+bool WalkWorker::report() {
+    if (!m_walk.progress)
+        return true;
+    m_walk.progress->add(std::exchange(m_unreportedEntries, 0), std::exchange(m_unreportedBytes, 0));
+    return !m_walk.progress->isStopped();
+}
+
 bool WalkWorker::readNext() {
+    if (isStopped()) {
+        m_branches.clear();
+        return false;
+    }
     if (m_branches.empty())
         return readNextRoot();
     readNextFolder();
@@ -125,6 +141,9 @@ void WalkWorker::readEntries(const Descriptor& folder) {
         entry.modified = attributes.modified;
         if (m_walk.visit(m_index, entry) == Descend::yes && entry.type == EntryType::folder)
             m_names.append(found->name).push_back('\0');
+        m_unreportedBytes = addBytes(m_unreportedBytes, entry.sizeBytes);
+        if (++m_unreportedEntries >= entriesPerReport && !report())
+            return;
     }
 }
 
@@ -241,6 +260,7 @@ bool WalkWorker::accept(std::vector<Branch>& work) {
 
 bool WalkWorker::waitForWork() {
     m_handover.store(Handover::none, std::memory_order_relaxed);
+    report();
     if ((m_walk.idle.fetch_or(bit(), std::memory_order_acq_rel) | bit()) == m_walk.allWorkers) {
         for (const std::unique_ptr<WalkWorker>& worker : m_walk.workers) {
             worker->m_handover.store(Handover::end, std::memory_order_release);

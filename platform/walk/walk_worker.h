@@ -74,6 +74,7 @@ struct SharedWalk {
     const RootOpener& openRoot;
     std::span<const std::string> roots;
     Hidden hidden;
+    Progress* progress; ///< may be null
     const std::function<Descend(unsigned worker, const WalkEntry&)>& visit;
 
     std::atomic<std::size_t> nextRoot = 0;
@@ -100,6 +101,9 @@ public:
 private:
     enum class Handover { none, work, end };
 
+    /// Adds what was counted since the last report to the progress. Returns false if the walk is stopped.
+    bool report();
+    bool isStopped() const { return m_walk.progress && m_walk.progress->isStopped(); }
     bool readNext();
     bool readNextRoot();
     void readNextFolder();
@@ -128,6 +132,8 @@ private:
     Descriptor m_reopenedFolder;
 
     std::size_t m_entriesSeen = 0;
+    std::int64_t m_unreportedEntries = 0;
+    std::int64_t m_unreportedBytes = 0;
 
     // The folder that is being read.
     std::size_t m_root = 0;

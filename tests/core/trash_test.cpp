@@ -1,5 +1,6 @@
 #include "core/removal/trash.h"
 
+#include "core/removal/deletion.h"
 #include "core/removal/permissions.h"
 #include "tests/support/mounted_volume.h"
 #include "tests/support/temporary_disk.h"
@@ -7,6 +8,22 @@
 #include <gtest/gtest.h>
 
 using core::LumvaleScanner::emptyTrash;
+
+namespace {
+
+platform::Progress* stoppedByThirdRemoval = nullptr;
+
+} // namespace
+
+extern "C" {
+int __real_unlinkat(int folder, const char* name, int flags);
+int __wrap_unlinkat(int folder, const char* name, int flags) {
+    if (stoppedByThirdRemoval && stoppedByThirdRemoval->totalEntries() != 0
+        && stoppedByThirdRemoval->entries() == 2)
+        stoppedByThirdRemoval->stop();
+    return __real_unlinkat(folder, name, flags);
+}
+}
 
 namespace {
 
@@ -59,6 +76,32 @@ TEST(EmptyTrash, UnlocksLockedEntriesAndTriesOnceMore) {
     SKIP_UNLESS_MOUNTED(volume);
     EXPECT_EQ(text(emptyTrash(disk.disk())), "0 removed, 1 kept, 0 bytes, used: permission");
     EXPECT_FALSE(disk.exists("~/.Trash/used/locked"));
+}
+
+TEST(EmptyTrash, StopsInsideAFolderAsDeletePathsDoes) {
+    const TemporaryDisk disk;
+    disk.make({"~/.Trash/a 1", "~/.Trash/b/1 10", "~/.Trash/b/2 10", "~/.Trash/b/3 10", "~/.Trash/b/4 10",
+               "~/.Trash/c 1000", "~/Library/Logs/d 5"});
+    platform::Progress emptying;
+    stoppedByThirdRemoval = &emptying;
+    const core::TrashReport report = emptyTrash(disk.disk(), &emptying);
+    EXPECT_EQ(text(report), "1 removed, 0 kept, 21 bytes");
+    EXPECT_EQ(report.left, at({"~/.Trash/b", "~/.Trash/c"}));
+    EXPECT_EQ(report.partial->bytesFreed, 20);
+    EXPECT_EQ(emptying.totalEntries(), 7);
+    EXPECT_EQ(emptying.entries(), 3);
+
+    disk.make({"~/.Trash/b/5 10", "~/.Trash/b/6 10"});
+    platform::Progress deleting;
+    stoppedByThirdRemoval = &deleting;
+    const std::vector<std::string> paths = at({"~/.Trash/b", "~/.Trash/c", "~/Library/Logs/d"});
+    const core::DeletionOutcome outcome = core::LumvaleScanner::deletePaths(paths, disk.disk(), &deleting);
+    stoppedByThirdRemoval = nullptr;
+    EXPECT_TRUE(outcome.succeeded.empty() && outcome.failed.empty());
+    EXPECT_EQ(outcome.left, paths);
+    EXPECT_EQ(outcome.partial->path + ' ' + std::to_string(outcome.partial->bytesFreed), paths[0] + " 30");
+    EXPECT_EQ(deleting.totalEntries(), 7);
+    EXPECT_TRUE(disk.exists("~/.Trash/c") && disk.exists("~/Library/Logs/d"));
 }
 
 TEST(FullDiskAccess, RequiresAReadableMailFolder) {

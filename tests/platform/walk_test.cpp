@@ -106,7 +106,8 @@ TEST(Measure, ReachesEveryLevelOfDeepTreesWithFewDescriptors) {
     }
     for (const unsigned workers : {1U, 4U, 16U}) {
         const DescriptorLimit limit(128);
-        EXPECT_EQ(measure(disk.disk(), at({"~/deep"}), workers), Sizes{3000}) << workers << " workers";
+        EXPECT_EQ(measure(disk.disk(), at({"~/deep"}), nullptr, workers), Sizes{3000})
+            << workers << " workers";
     }
 }
 
@@ -140,11 +141,19 @@ TEST(Walk, VisitsEveryEntryOnceWithAnyNumberOfWorkers) {
         disk.make(folder + "/file");
         expected.insert({at(folder), at(folder + "/file")});
     }
-    for (const unsigned workers : {1U, 2U, 4U, 16U})
-        EXPECT_EQ(
-            walk(disk.disk(), at({"~/a/", "~/missing", "~/b"}), Hidden::include, Collector{}, workers).paths,
-            expected)
-            << workers << " workers";
+    for (const unsigned workers : {1U, 2U, 4U, 16U}) {
+        SCOPED_TRACE(workers);
+        Progress progress;
+        const auto paths = at({"~/a/", "~/missing", "~/b"});
+        EXPECT_EQ(walk(disk.disk(), paths, Hidden::include, Collector{}, &progress, workers).paths, expected);
+        EXPECT_EQ(static_cast<std::size_t>(progress.entries()), expected.size());
+        // Stopped within the wide folder, the walk leaves it.
+        const Collector stopping{[&](auto) {
+            progress.stop();
+        }};
+        EXPECT_LT(walk(disk.disk(), paths, Hidden::include, stopping, &progress, workers).paths.size(),
+                  1'000U);
+    }
 }
 
 TEST(Walk, DoesNotFollowALinkThatReplacesAFolder) {
@@ -164,7 +173,7 @@ TEST(Walk, DoesNotFollowALinkThatReplacesAFolder) {
                 if (name == visited)
                     std::thread([&] { isReplaced = disk.exchange(folder, "~/link"); }).join();
             };
-            auto found = walk(disk.disk(), at({"~/tree"}), Hidden::include, Collector{replace}, 1);
+            auto found = walk(disk.disk(), at({"~/tree"}), Hidden::include, Collector{replace}, nullptr, 1);
             ASSERT_TRUE(isReplaced) << visited;
             EXPECT_EQ(std::erase_if(found.paths, [](auto& path) { return path.ends_with("canary"); }), 0U)
                 << visited << " below " << levels << " levels";

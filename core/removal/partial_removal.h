@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/files/disk.h"
+
+#include <cstdint>
+#include <string>
+
+namespace core {
+
+/// The part of an entry of the Trash that was removed before the removal was stopped.
+struct PartialRemoval {
+    std::string path; ///< of the entry, which is still in the Trash with the other part
+    std::int64_t bytesFreed = 0;
+};
+
+/// Returns it for an entry that had this size before. Walks what is left of it.
+PartialRemoval partialRemoval(const platform::Disk& disk, const std::string& path, std::int64_t sizeBefore);
+
+} // namespace core
