@@ -43,6 +43,10 @@ QString Localizer::text(const QString& key) const {
     return Translations::text(key, effective());
 }
 
+QString Localizer::text(const QString& key, std::int64_t number) const {
+    return Translations::text(key, effective(), number);
+}
+
 void Localizer::setLanguageIndex(int index) {
     if (index >= 0 && index < static_cast<int>(allAppLanguages.size()))
         setLanguage(allAppLanguages[static_cast<std::size_t>(index)]);
@@ -84,6 +88,10 @@ AppLanguage effectiveLanguage(AppLanguage choice, const std::vector<std::string>
 
 QString tr(const QString& key) {
     return Localizer::shared().text(key);
+}
+
+QString tr(const QString& key, std::int64_t number) {
+    return Localizer::shared().text(key, number);
 }
 
 QString localizedCategoryName(core::ScanCategory category) {

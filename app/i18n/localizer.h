@@ -30,6 +30,7 @@ public:
 
     /// Returns the text of `key` in the effective language; see Translations::text(). Any thread.
     QString text(const QString& key) const;
+    QString text(const QString& key, std::int64_t number) const; ///< in the plural form for this number
 
     // For QML. Indexes are positions in allAppLanguages.
     int languageIndex() const { return static_cast<int>(language()); }
@@ -54,6 +55,7 @@ AppLanguage effectiveLanguage(AppLanguage choice, const std::vector<std::string>
 
 /// Returns the text of `key` in the interface language. Any thread.
 QString tr(const QString& key);
+QString tr(const QString& key, std::int64_t number); ///< in the plural form for this number
 
 /// Returns the category's name in the interface language. Any thread.
 QString localizedCategoryName(core::ScanCategory category);

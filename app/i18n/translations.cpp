@@ -1,5 +1,7 @@
 #include "app/i18n/translations.h"
 
+#include "platform/text/plural.h"
+
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -17,8 +19,13 @@ Texts readTexts(const QString& folder) {
         if (!file.open(QIODevice::ReadOnly)) // there is none for automatic
             continue;
         const QJsonObject object = QJsonDocument::fromJson(file.readAll()).object();
-        for (auto text = object.begin(); text != object.end(); ++text)
-            texts[text.key()].insert(language, text.value().toString());
+        for (auto text = object.begin(); text != object.end(); ++text) {
+            const QJsonObject forms = text.value().toObject();
+            for (auto form = forms.begin(); form != forms.end(); ++form)
+                texts[u"%1/%2"_s.arg(text.key(), form.key())].insert(language, form.value().toString());
+            if (forms.isEmpty())
+                texts[text.key()].insert(language, text.value().toString());
+        }
     }
     return texts;
 }
@@ -43,6 +50,15 @@ QString text(const QString& key, AppLanguage language) {
             return found->value(language, found->value(AppLanguage::fr, key));
     }
     return key;
+}
+
+QString text(const QString& key, AppLanguage language, std::int64_t number) {
+    // Identifiers of languages start with the ISO 639-1 code.
+    const std::string code = rawValue(language).left(2).toStdString();
+    const QString form = u"%1/%2"_s.arg(key, QString::fromStdString(platform::pluralCategory(code, number)));
+    const auto found = additionalTexts().constFind(form);
+    const bool isTranslated = found != additionalTexts().constEnd() && found->contains(language);
+    return isTranslated ? (*found)[language] : text(key + u"/other"_s, language);
 }
 
 } // namespace Translations

@@ -1,18 +1,22 @@
 #include "app/models/scan_view_model.h"
 
-#include "app/execution/qt_executor.h"
 #include "app/i18n/localizer.h"
 #include "app/text/display.h"
 #include "app/text/health_text.h"
+#include "app/text/outcome_text.h"
 #include "core/removal/deletion.h"
 #include "core/scan/scanner.h"
 #include "core/storage/storage_breakdown.h"
 #include "platform/files/path.h"
 #include "platform/removal/trash.h"
 
+#include <QPointer>
+
 #include <algorithm>
 #include <iterator>
 #include <unordered_set>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -40,11 +44,27 @@ std::vector<std::string> inDeletionOrder(const std::set<std::string>& ids, const
     return paths;
 }
 
+template <class Paths>
+int countInTrash(const Paths& paths, const platform::Disk& disk) {
+    return static_cast<int>(std::count_if(paths.begin(), paths.end(),
+                                          [trash = platform::trashFolder(disk)](const std::string& path) {
+                                              return platform::isBelow(path, trash);
+                                          }));
+}
+
 template <class Predicate>
 core::ScanResult without(const core::ScanResult& result, Predicate isRemoved) {
     std::vector<core::ScanItem> items;
     std::remove_copy_if(result.items.begin(), result.items.end(), std::back_inserter(items), isRemoved);
     return core::ScanResult(std::move(items));
+}
+
+/// Reduces the size of an entry that was removed in part.
+core::ScanResult withoutPart(core::ScanResult result, const std::optional<core::PartialRemoval>& partial) {
+    for (core::ScanItem& item : result.items)
+        if (partial && item.path == partial->path)
+            item.sizeBytes = std::max<std::int64_t>(item.sizeBytes - partial->bytesFreed, 0);
+    return core::ScanResult(std::move(result.items));
 }
 
 } // namespace
@@ -56,13 +76,25 @@ ScanViewModel::ScanViewModel(platform::Disk disk, HistoryStore& history, platfor
       m_history(history),
       m_executor(std::move(executor)),
       m_items(this),
+      m_scan(this),
+      m_removal(this),
+      m_storage(this),
       m_storageEntries(this) {
     connect(&m_items, &ScanItemsModel::checkedChanged, this, &ScanViewModel::selectionChanged);
-    connect(&Localizer::shared(), &Localizer::languageChanged, this, &ScanViewModel::healthChanged);
+    connect(&m_scan, &BackgroundTask::runningChanged, this, &ScanViewModel::isScanningChanged);
+    connect(&m_storage, &BackgroundTask::runningChanged, this,
+            &ScanViewModel::isLoadingStorageBreakdownChanged);
+    for (const auto signal : {&ScanViewModel::healthChanged, &ScanViewModel::lastDeletedCountChanged,
+                              &ScanViewModel::trashReportChanged})
+        connect(&Localizer::shared(), &Localizer::languageChanged, this, signal);
 }
 
 std::int64_t ScanViewModel::selectedBytes() const {
     return m_items.checkedBytes();
+}
+
+std::optional<int> ScanViewModel::lastDeletedCount() const {
+    return m_deletion ? std::optional(static_cast<int>(m_deletion->succeeded.size())) : std::nullopt;
 }
 
 std::optional<int> ScanViewModel::lastTrashEmptiedCount() const {
@@ -92,84 +124,160 @@ void ScanViewModel::setShowEmptyTrashConfirm(bool show) {
 }
 
 void ScanViewModel::setShowStorageBreakdown(bool show) {
+    if (!show)
+        m_storage.stop();
     m_showStorageBreakdown = show;
     Q_EMIT showStorageBreakdownChanged();
 }
 
 void ScanViewModel::runScan() {
-    setIsScanning(true);
-    setResult(std::nullopt);
-    setTrashReport(std::nullopt);
-
+    m_wasScanStopped = false;
     // Read before the scan, published together with its result.
     const core::HealthScore health = core::LumvaleScanner::healthScore(m_disk);
-    runInBackground(
-        m_executor, this, [disk = m_disk] { return core::LumvaleScanner::scan(disk); },
-        [health](ScanViewModel& model, core::ScanResult result) {
+    m_scan.run(
+        m_executor,
+        [disk = m_disk](platform::Progress& progress) { return core::LumvaleScanner::scan(disk, &progress); },
+        [this, health](core::ScanResult result) {
             std::set<std::string> safe = safeIds(result);
-            model.setResult(std::move(result));
-            model.setHealth(health);
-            model.setChecked(std::move(safe));
-            model.setIsScanning(false);
+            setResult(std::move(result));
+            setHealth(health);
+            setChecked(std::move(safe));
         });
+    setResult(std::nullopt);
+    setTrashReport(std::nullopt);
+}
+
+void ScanViewModel::stopScan() {
+    m_wasScanStopped = isScanning();
+    m_scan.stop();
 }
 
 void ScanViewModel::loadStorageBreakdown() {
-    m_isLoadingStorageBreakdown = true;
-    Q_EMIT storageBreakdownChanged();
-    setShowStorageBreakdown(true);
-    runInBackground(
-        m_executor, this, [disk = m_disk] { return core::LumvaleScanner::storageBreakdown(disk); },
-        [](ScanViewModel& model, std::vector<core::StorageEntry> entries) {
-            model.m_storageEntries.setEntries(std::move(entries));
-            model.m_isLoadingStorageBreakdown = false;
-            Q_EMIT model.storageBreakdownChanged();
+    m_storage.run(
+        m_executor,
+        [disk = m_disk](platform::Progress& progress) {
+            return core::LumvaleScanner::storageBreakdown(disk, &progress);
+        },
+        [this](std::vector<core::StorageEntry> entries) {
+            m_storageEntries.setEntries(std::move(entries));
+            Q_EMIT storageBreakdownChanged();
         });
+    setShowStorageBreakdown(true);
 }
 
 void ScanViewModel::confirmDelete() {
-    if (checked().empty())
+    if (checked().empty() || m_removal.isRunning())
         return;
-    const core::DeletionOutcome outcome =
-        core::LumvaleScanner::deletePaths(inDeletionOrder(checked(), m_disk), m_disk);
-    m_lastDeletedCount = static_cast<int>(outcome.succeeded.size());
-    Q_EMIT lastDeletedCountChanged();
+    std::vector<core::ScanItem> items;
+    if (m_result)
+        std::copy_if(m_result->items.begin(), m_result->items.end(), std::back_inserter(items),
+                     [this](const core::ScanItem& item) { return checked().contains(item.id); });
+    m_removal.runRemoval(
+        m_executor,
+        [paths = inDeletionOrder(checked(), m_disk), disk = m_disk](platform::Progress& progress) {
+            return core::LumvaleScanner::deletePaths(paths, disk, &progress);
+        },
+        [items = std::move(items), history = QPointer(&m_history)](const core::DeletionOutcome& outcome) {
+            const std::unordered_set<std::string> deleted(outcome.succeeded.begin(), outcome.succeeded.end());
+            std::vector<HistoryStore::Deletion> deletions;
+            for (const core::ScanItem& item : items) {
+                if (deleted.contains(item.path))
+                    deletions.push_back({item.name, item.sizeBytes});
+                else if (outcome.partial && outcome.partial->path == item.path)
+                    deletions.push_back({item.name, outcome.partial->bytesFreed});
+            }
+            if (history)
+                history->record(deletions);
+        },
+        [this](core::DeletionOutcome outcome) { takeDeletion(std::move(outcome)); });
+}
 
+void ScanViewModel::takeDeletion(core::DeletionOutcome outcome) {
+    m_deletion = std::move(outcome);
+    Q_EMIT lastDeletedCountChanged();
     if (m_result) {
-        const std::unordered_set<std::string> deleted(outcome.succeeded.begin(), outcome.succeeded.end());
-        const auto isDeleted = [&](const core::ScanItem& item) {
-            return deleted.contains(item.path);
-        };
-        std::vector<HistoryStore::Deletion> deletions;
-        for (const core::ScanItem& item : m_result->items)
-            if (isDeleted(item))
-                deletions.push_back({item.name, item.sizeBytes});
-        m_history.record(deletions);
-        setResult(without(*m_result, isDeleted));
+        const std::unordered_set<std::string> deleted(m_deletion->succeeded.begin(),
+                                                      m_deletion->succeeded.end());
+        setResult(
+            without(*m_result, [&](const core::ScanItem& item) { return deleted.contains(item.path); }));
     }
-    // Items that could not be deleted stay in the list, unchecked.
+    // Items that were not deleted stay in the list, unchecked.
     setChecked({});
     setHealth(core::LumvaleScanner::healthScore(m_disk));
 }
 
 void ScanViewModel::confirmEmptyTrash() {
-    const core::TrashReport report = core::LumvaleScanner::emptyTrash(m_disk);
-    setTrashReport(report);
-    if (report.succeeded >= 1)
-        m_history.record(localizedCategoryName(core::ScanCategory::trash).toStdString(), report.bytesFreed);
+    if (m_removal.isRunning())
+        return;
+    m_removal.runRemoval(
+        m_executor,
+        [disk = m_disk](platform::Progress& progress) {
+            return core::LumvaleScanner::emptyTrash(disk, &progress);
+        },
+        [history = QPointer(&m_history)](const core::TrashReport& report) {
+            if (history && (report.succeeded >= 1 || report.partial))
+                history->record(localizedCategoryName(core::ScanCategory::trash).toStdString(),
+                                report.bytesFreed);
+        },
+        [this](core::TrashReport report) { takeTrashReport(std::move(report)); });
+}
 
+void ScanViewModel::takeTrashReport(core::TrashReport report) {
+    setTrashReport(std::move(report));
     if (m_result) {
-        const auto isTrash = [](const core::ScanItem& item) {
-            return item.category == core::ScanCategory::trash;
-        };
+        const std::unordered_set<std::string> left(m_trashReport->left.begin(), m_trashReport->left.end());
         std::set<std::string> stillChecked = checked();
         for (const core::ScanItem& item : m_result->items)
-            if (isTrash(item))
+            if (item.category == core::ScanCategory::trash)
                 stillChecked.erase(item.id);
-        setResult(without(*m_result, isTrash));
+        setResult(without(withoutPart(*m_result, m_trashReport->partial), [&](const core::ScanItem& item) {
+            return item.category == core::ScanCategory::trash && !left.contains(item.path);
+        }));
         setChecked(std::move(stillChecked));
     }
     setHealth(core::LumvaleScanner::healthScore(m_disk));
+}
+
+QString ScanViewModel::deleteMessage() const {
+    const int forGood = checkedInTrash();
+    if (forGood == 0)
+        return {};
+    const QString removes = outcome::counted(u"delete_removes"_s, forGood);
+    const int moves = checkedCount() - forGood;
+    return moves == 0 ? removes : outcome::counted(u"delete_moves"_s, moves) + u'\n' + removes;
+}
+
+bool ScanViewModel::deletesOnlyForGood() const {
+    return !checked().empty() && checkedInTrash() == checkedCount();
+}
+
+int ScanViewModel::checkedInTrash() const {
+    return countInTrash(checked(), m_disk);
+}
+
+QString ScanViewModel::deletedText() const {
+    if (!m_deletion)
+        return {};
+    const int removed = countInTrash(m_deletion->succeeded, m_disk);
+    const int moved = static_cast<int>(m_deletion->succeeded.size()) - removed;
+    QStringList texts;
+    if (moved > 0)
+        texts.append(QString::number(moved) + u' ' + ::tr(u"deleted_confirmation"_s));
+    if (removed > 0)
+        texts.append(QString::number(removed) + u' ' + ::tr(u"trash_emptied_confirmation"_s));
+    return texts.join(u" · "_s);
+}
+
+QString ScanViewModel::stayedText() const {
+    return m_deletion ? outcome::stayed(*m_deletion) : QString();
+}
+
+QString ScanViewModel::trashNote() const {
+    if (!m_trashReport || m_trashReport->couldNotAccess)
+        return {};
+    if (!m_trashReport->left.empty())
+        return outcome::counted(u"removal_stopped"_s, static_cast<std::int64_t>(m_trashReport->left.size()));
+    return m_trashReport->succeeded + m_trashReport->failed == 0 ? ::tr(u"trash_already_empty"_s) : QString();
 }
 
 int ScanViewModel::checkedCount() const {
@@ -208,11 +316,6 @@ QStringList ScanViewModel::trashFailedReasonKeys() const {
     for (const core::TrashFailure& failure : lastTrashFailedDetails())
         keys.append(display::text(failure.reasonKey));
     return keys;
-}
-
-void ScanViewModel::setIsScanning(bool isScanning) {
-    m_isScanning = isScanning;
-    Q_EMIT isScanningChanged();
 }
 
 void ScanViewModel::setResult(std::optional<core::ScanResult> result) {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "app/execution/background_task.h"
 #include "app/history/history_store.h"
 #include "app/models/scan_items_model.h"
 #include "app/models/storage_entries_model.h"
 #include "core/health/health_score.h"
+#include "core/removal/deletion.h"
 #include "core/removal/trash.h"
 #include "core/scan/scan_result.h"
 #include "platform/base/executor.h"
@@ -17,12 +19,16 @@
 #include <string>
 #include <vector>
 
-/// The view model of the cleanup screen. Interface thread only. The scan and the storage breakdown run in the
-/// background; results that arrive after the model is destroyed are dropped. Change signals are emitted after
+/// The view model of the cleanup screen. Interface thread only. Scans and removals run in the background; a
+/// removal is recorded in the history even if the model has been destroyed. Change signals are emitted after
 /// the new value is readable.
 class ScanViewModel : public QObject {
     Q_OBJECT
+    Q_PROPERTY(BackgroundTask* scanTask READ scanTask CONSTANT)
+    Q_PROPERTY(BackgroundTask* removalTask READ removalTask CONSTANT)
+    Q_PROPERTY(BackgroundTask* storageTask READ storageTask CONSTANT)
     Q_PROPERTY(bool isScanning READ isScanning NOTIFY isScanningChanged)
+    Q_PROPERTY(bool wasScanStopped READ wasScanStopped NOTIFY isScanningChanged)
     Q_PROPERTY(bool hasResult READ hasResult NOTIFY resultChanged)
     Q_PROPERTY(ScanItemsModel* items READ items CONSTANT)
     Q_PROPERTY(int checkedCount READ checkedCount NOTIFY selectionChanged)
@@ -35,15 +41,20 @@ class ScanViewModel : public QObject {
                    showDeleteConfirmChanged)
     Q_PROPERTY(bool showEmptyTrashConfirm READ showEmptyTrashConfirm WRITE setShowEmptyTrashConfirm NOTIFY
                    showEmptyTrashConfirmChanged)
-    Q_PROPERTY(int deletedCount READ deletedCount NOTIFY lastDeletedCountChanged)
+    Q_PROPERTY(QString deleteMessage READ deleteMessage NOTIFY showDeleteConfirmChanged)
+    Q_PROPERTY(bool deletesOnlyForGood READ deletesOnlyForGood NOTIFY showDeleteConfirmChanged)
+    Q_PROPERTY(QString deletedText READ deletedText NOTIFY lastDeletedCountChanged)
+    Q_PROPERTY(QString stayedText READ stayedText NOTIFY lastDeletedCountChanged)
     Q_PROPERTY(int trashEmptiedCount READ trashEmptiedCount NOTIFY trashReportChanged)
     Q_PROPERTY(QString trashEmptiedSize READ trashEmptiedSize NOTIFY trashReportChanged)
     Q_PROPERTY(int trashFailedCount READ trashFailedCount NOTIFY trashReportChanged)
     Q_PROPERTY(bool trashCouldNotAccess READ lastTrashCouldNotAccess NOTIFY trashReportChanged)
+    Q_PROPERTY(QString trashNote READ trashNote NOTIFY trashReportChanged)
     Q_PROPERTY(QStringList trashFailedNames READ trashFailedNames NOTIFY trashReportChanged)
     Q_PROPERTY(QStringList trashFailedReasonKeys READ trashFailedReasonKeys NOTIFY trashReportChanged)
     Q_PROPERTY(StorageEntriesModel* storageEntries READ storageEntries CONSTANT)
-    Q_PROPERTY(bool isLoadingStorageBreakdown READ isLoadingStorageBreakdown NOTIFY storageBreakdownChanged)
+    Q_PROPERTY(
+        bool isLoadingStorageBreakdown READ isLoadingStorageBreakdown NOTIFY isLoadingStorageBreakdownChanged)
     Q_PROPERTY(bool showStorageBreakdown READ showStorageBreakdown WRITE setShowStorageBreakdown NOTIFY
                    showStorageBreakdownChanged)
 
@@ -52,21 +63,21 @@ public:
     ScanViewModel(platform::Disk disk, HistoryStore& history, platform::Executor executor,
                   QObject* parent = nullptr);
 
-    bool isScanning() const { return m_isScanning; }
+    bool isScanning() const { return m_scan.isRunning(); }
     const std::optional<core::ScanResult>& result() const { return m_result; }
     const std::optional<core::HealthScore>& health() const { return m_health; }
     const std::set<std::string>& checked() const { return m_items.checked(); }
     std::int64_t selectedBytes() const; ///< total size of the checked rows
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
     bool showEmptyTrashConfirm() const { return m_showEmptyTrashConfirm; }
-    std::optional<int> lastDeletedCount() const { return m_lastDeletedCount; }
+    std::optional<int> lastDeletedCount() const;
     std::optional<int> lastTrashEmptiedCount() const;
     std::optional<std::int64_t> lastTrashEmptiedBytes() const;
     std::optional<int> lastTrashEmptiedFailed() const;
     bool lastTrashCouldNotAccess() const { return m_trashReport && m_trashReport->couldNotAccess; }
     std::vector<core::TrashFailure> lastTrashFailedDetails() const;
     const std::vector<core::StorageEntry>& storageBreakdown() const { return m_storageEntries.entries(); }
-    bool isLoadingStorageBreakdown() const { return m_isLoadingStorageBreakdown; }
+    bool isLoadingStorageBreakdown() const { return m_storage.isRunning(); }
     bool showStorageBreakdown() const { return m_showStorageBreakdown; }
 
     void setChecked(std::set<std::string> ids) { m_items.setChecked(std::move(ids)); }
@@ -75,16 +86,21 @@ public:
     void setShowStorageBreakdown(bool show);
 
     Q_INVOKABLE void runScan();
+    Q_INVOKABLE void stopScan(); ///< leaves no result
     Q_INVOKABLE void loadStorageBreakdown();
     Q_INVOKABLE void requestDelete() { setShowDeleteConfirm(true); }
-    /// Deletes the checked items, removes the deleted ones from the result and records them in the history.
-    /// Blocks.
+    /// Starts deleting the checked items. At the end the deleted ones are recorded in the history and leave
+    /// the result. Does nothing during a removal.
     Q_INVOKABLE void confirmDelete();
     Q_INVOKABLE void requestEmptyTrash() { setShowEmptyTrashConfirm(true); }
-    /// Empties the Trash and removes its items from the result. Blocks.
+    /// Starts emptying the Trash. At the end its items leave the result. Does nothing during a removal.
     Q_INVOKABLE void confirmEmptyTrash();
 
     // The state above as properties for QML. Absent numbers are -1, absent texts are empty.
+    BackgroundTask* scanTask() { return &m_scan; }
+    BackgroundTask* removalTask() { return &m_removal; }
+    BackgroundTask* storageTask() { return &m_storage; }
+    bool wasScanStopped() const { return m_wasScanStopped; }
     bool hasResult() const { return m_result.has_value(); }
     ScanItemsModel* items() { return &m_items; }
     int checkedCount() const;
@@ -93,10 +109,15 @@ public:
     int healthScore() const;
     QString healthKey() const; ///< translation key of the health band
     QString freeSpaceText() const;
-    int deletedCount() const { return m_lastDeletedCount.value_or(-1); }
+    QString deleteMessage() const;   ///< the number of checked items to move and to remove; empty if none is
+                                     ///< in the Trash
+    bool deletesOnlyForGood() const; ///< all checked items are in the Trash
+    QString deletedText() const;     ///< what the last deletion moved and removed
+    QString stayedText() const;      ///< what it left and why
     int trashEmptiedCount() const { return lastTrashEmptiedCount().value_or(-1); }
     QString trashEmptiedSize() const;
     int trashFailedCount() const { return lastTrashEmptiedFailed().value_or(-1); }
+    QString trashNote() const; ///< the Trash was empty, or emptying it was stopped
     QStringList trashFailedNames() const;
     QStringList trashFailedReasonKeys() const;
     StorageEntriesModel* storageEntries() { return &m_storageEntries; }
@@ -111,26 +132,31 @@ Q_SIGNALS:
     void lastDeletedCountChanged();
     void trashReportChanged();
     void storageBreakdownChanged();
+    void isLoadingStorageBreakdownChanged();
     void showStorageBreakdownChanged();
 
 private:
-    void setIsScanning(bool isScanning);
     void setResult(std::optional<core::ScanResult> result);
     void setHealth(const core::HealthScore& health);
+    int checkedInTrash() const;
+    void takeDeletion(core::DeletionOutcome outcome);
+    void takeTrashReport(core::TrashReport report);
     void setTrashReport(std::optional<core::TrashReport> report);
 
     platform::Disk m_disk;
     HistoryStore& m_history;
     platform::Executor m_executor;
     ScanItemsModel m_items;
-    bool m_isScanning = false;
+    BackgroundTask m_scan;
+    BackgroundTask m_removal;
+    BackgroundTask m_storage;
+    bool m_wasScanStopped = false;
     std::optional<core::ScanResult> m_result;
     std::optional<core::HealthScore> m_health;
     bool m_showDeleteConfirm = false;
     bool m_showEmptyTrashConfirm = false;
-    std::optional<int> m_lastDeletedCount;
+    std::optional<core::DeletionOutcome> m_deletion;
     std::optional<core::TrashReport> m_trashReport; ///< reset by runScan()
     StorageEntriesModel m_storageEntries;
-    bool m_isLoadingStorageBreakdown = false;
     bool m_showStorageBreakdown = false;
 };

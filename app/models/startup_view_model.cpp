@@ -1,20 +1,29 @@
 #include "app/models/startup_view_model.h"
 
-#include "app/execution/qt_executor.h"
+#include "app/i18n/localizer.h"
 #include "app/text/display.h"
+#include "app/text/outcome_text.h"
 #include "core/startup/startup_items.h"
 
+using namespace Qt::StringLiterals;
+
 StartupViewModel::StartupViewModel(platform::Disk disk, platform::Executor executor, QObject* parent)
-    : QObject(parent), m_disk(std::move(disk)), m_executor(std::move(executor)), m_items(this) {}
+    : QObject(parent),
+      m_disk(std::move(disk)),
+      m_executor(std::move(executor)),
+      m_items(this),
+      m_loading(this),
+      m_removal(this) {
+    connect(&m_loading, &BackgroundTask::runningChanged, this, &StartupViewModel::isLoadingChanged);
+    connect(&Localizer::shared(), &Localizer::languageChanged, this, &StartupViewModel::failureChanged);
+}
 
 void StartupViewModel::load() {
-    setIsLoading(true);
-    runInBackground(
-        m_executor, this, [disk = m_disk] { return core::LumvaleStartupItems::scan(disk); },
-        [](StartupViewModel& model, std::vector<core::StartupItem> items) {
-            model.m_items.setItems(std::move(items));
-            Q_EMIT model.itemsChanged();
-            model.setIsLoading(false);
+    m_loading.run(
+        m_executor, [disk = m_disk](platform::Progress&) { return core::LumvaleStartupItems::scan(disk); },
+        [this](std::vector<core::StartupItem> items) {
+            m_items.setItems(std::move(items));
+            Q_EMIT itemsChanged();
         });
 }
 
@@ -24,20 +33,35 @@ void StartupViewModel::requestDisable(int row) {
 }
 
 void StartupViewModel::confirmDisable() {
-    if (!m_itemToDisable)
+    if (!m_itemToDisable || m_removal.isRunning())
         return;
-    const core::StartupItem item = *m_itemToDisable;
-    if (core::LumvaleStartupItems::disable(item, m_disk)) {
+    m_removal.runRemoval(
+        m_executor,
+        [item = *m_itemToDisable, disk = m_disk](platform::Progress&) {
+            return core::LumvaleStartupItems::disable(item, disk);
+        },
+        [](const platform::Result<void>&) {},
+        [this, item = *m_itemToDisable](const platform::Result<void>& disabled) {
+            takeResult(item, disabled);
+        });
+}
+
+void StartupViewModel::takeResult(const core::StartupItem& item, const platform::Result<void>& disabled) {
+    m_failure.reset();
+    if (disabled) {
         m_items.remove(item.id);
         Q_EMIT itemsChanged();
         m_lastDisabledName = item.displayName;
         Q_EMIT lastDisabledNameChanged();
+    } else {
+        m_failure = Failure{item.displayName, disabled.error()};
     }
+    Q_EMIT failureChanged();
     setItemToDisable(std::nullopt);
 }
 
 void StartupViewModel::setShowDisableConfirm(bool show) {
-    if (!show)
+    if (!show && m_itemToDisable)
         setItemToDisable(std::nullopt);
 }
 
@@ -49,9 +73,10 @@ QString StartupViewModel::disabledName() const {
     return m_lastDisabledName ? display::name(*m_lastDisabledName) : QString();
 }
 
-void StartupViewModel::setIsLoading(bool isLoading) {
-    m_isLoading = isLoading;
-    Q_EMIT isLoadingChanged();
+QString StartupViewModel::failedText() const {
+    return m_failure ? ::tr(u"disable_failed"_s)
+                           .arg(display::name(m_failure->name), outcome::reason(m_failure->error))
+                     : QString();
 }
 
 void StartupViewModel::setItemToDisable(std::optional<core::StartupItem> item) {

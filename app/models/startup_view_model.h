@@ -1,7 +1,9 @@
 #pragma once
 
+#include "app/execution/background_task.h"
 #include "app/models/startup_items_model.h"
 #include "platform/base/executor.h"
+#include "platform/base/result.h"
 #include "platform/files/disk.h"
 
 #include <QObject>
@@ -10,11 +12,11 @@
 #include <string>
 #include <vector>
 
-/// The view model of the startup screen. Interface thread only. Items are loaded in the background; a result
-/// that arrives after the model is destroyed is dropped. Change signals are emitted after the new value is
-/// readable.
+/// The view model of the startup screen. Interface thread only. Items are loaded and disabled in the
+/// background. Change signals are emitted after the new value is readable.
 class StartupViewModel : public QObject {
     Q_OBJECT
+    Q_PROPERTY(BackgroundTask* removalTask READ removalTask CONSTANT)
     Q_PROPERTY(StartupItemsModel* items READ itemsModel CONSTANT)
     Q_PROPERTY(bool hasItems READ hasItems NOTIFY itemsChanged)
     Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged)
@@ -23,24 +25,26 @@ class StartupViewModel : public QObject {
     Q_PROPERTY(QString itemToDisableName READ itemToDisableName NOTIFY itemToDisableChanged)
     Q_PROPERTY(bool hasDisabled READ hasDisabled NOTIFY lastDisabledNameChanged)
     Q_PROPERTY(QString lastDisabledName READ disabledName NOTIFY lastDisabledNameChanged)
+    Q_PROPERTY(QString failedText READ failedText NOTIFY failureChanged)
 
 public:
     /// Does not access the disk.
     StartupViewModel(platform::Disk disk, platform::Executor executor, QObject* parent = nullptr);
 
     const std::vector<core::StartupItem>& items() const { return m_items.items(); }
-    bool isLoading() const { return m_isLoading; }
+    bool isLoading() const { return m_loading.isRunning(); }
     const std::optional<core::StartupItem>& itemToDisable() const { return m_itemToDisable; }
     const std::optional<std::string>& lastDisabledName() const { return m_lastDisabledName; }
 
     Q_INVOKABLE void load();
     void requestDisable(core::StartupItem item) { setItemToDisable(std::move(item)); }
     Q_INVOKABLE void requestDisable(int row); ///< ignores rows that do not exist
-    /// Disables itemToDisable() and removes it from the list; keeps it in the list if that fails. Resets
-    /// itemToDisable() in both cases. Blocks.
+    /// Starts disabling itemToDisable(). At the end it leaves the list, unless that failed; itemToDisable()
+    /// is reset in both cases. Does nothing while an item is being disabled.
     Q_INVOKABLE void confirmDisable();
 
     // The state above as properties for QML. Absent texts are empty.
+    BackgroundTask* removalTask() { return &m_removal; }
     StartupItemsModel* itemsModel() { return &m_items; }
     bool hasItems() const { return !items().empty(); }
     bool showDisableConfirm() const { return m_itemToDisable.has_value(); }
@@ -48,21 +52,29 @@ public:
     QString itemToDisableName() const;
     bool hasDisabled() const { return m_lastDisabledName.has_value(); }
     QString disabledName() const;
+    QString failedText() const; ///< why the last item could not be disabled; empty if it could
 
 Q_SIGNALS:
     void itemsChanged();
     void isLoadingChanged();
     void itemToDisableChanged();
     void lastDisabledNameChanged();
+    void failureChanged();
 
 private:
-    void setIsLoading(bool isLoading);
+    void takeResult(const core::StartupItem& item, const platform::Result<void>& disabled);
     void setItemToDisable(std::optional<core::StartupItem> item);
 
     platform::Disk m_disk;
     platform::Executor m_executor;
     StartupItemsModel m_items;
-    bool m_isLoading = false;
+    BackgroundTask m_loading;
+    BackgroundTask m_removal;
     std::optional<core::StartupItem> m_itemToDisable;
     std::optional<std::string> m_lastDisabledName;
+    struct Failure {
+        std::string name;
+        platform::Error error;
+    };
+    std::optional<Failure> m_failure; ///< of the last item, if it could not be disabled
 };

@@ -1,13 +1,21 @@
 #include "app/models/uninstall_view_model.h"
 
-#include "app/execution/qt_executor.h"
 #include "app/i18n/localizer.h"
 #include "app/text/display.h"
 #include "app/text/health_text.h"
+#include "app/text/outcome_text.h"
 #include "core/removal/deletion.h"
 #include "core/uninstall/installed_apps.h"
 #include "core/uninstall/related_files.h"
 #include "platform/base/bytes.h"
+
+#include <QPointer>
+#include <QStringList>
+
+#include <algorithm>
+#include <map>
+
+using namespace Qt::StringLiterals;
 
 UninstallViewModel::UninstallViewModel(platform::Disk disk, HistoryStore& history,
                                        platform::Executor executor, QObject* parent)
@@ -16,9 +24,17 @@ UninstallViewModel::UninstallViewModel(platform::Disk disk, HistoryStore& histor
       m_history(history),
       m_executor(std::move(executor)),
       m_apps(this),
-      m_leftovers(this) {
+      m_loading(this),
+      m_leftovers(this),
+      m_search(this),
+      m_removal(this) {
+    connect(&m_loading, &BackgroundTask::runningChanged, this, &UninstallViewModel::isLoadingAppsChanged);
+    connect(&m_search, &BackgroundTask::runningChanged, this,
+            &UninstallViewModel::isSearchingLeftoversChanged);
     connect(&m_leftovers, &ScanItemsModel::checkedChanged, this, &UninstallViewModel::selectionChanged);
     connect(&Localizer::shared(), &Localizer::languageChanged, this, &UninstallViewModel::refreshFreeSpace);
+    connect(&Localizer::shared(), &Localizer::languageChanged, this,
+            &UninstallViewModel::lastUninstalledChanged);
 }
 
 std::int64_t UninstallViewModel::selectedBytes() const {
@@ -29,15 +45,16 @@ std::int64_t UninstallViewModel::selectedBytes() const {
 }
 
 void UninstallViewModel::loadApps() {
-    setIsLoadingApps(true);
-    refreshFreeSpace();
-    runInBackground(
-        m_executor, this, [disk = m_disk] { return core::LumvaleUninstaller::scanInstalledApps(disk); },
-        [](UninstallViewModel& model, std::vector<core::InstalledApp> apps) {
-            model.m_apps.setApps(std::move(apps));
-            Q_EMIT model.appsChanged();
-            model.setIsLoadingApps(false);
+    m_loading.run(
+        m_executor,
+        [disk = m_disk](platform::Progress& progress) {
+            return core::LumvaleUninstaller::scanInstalledApps(disk, &progress);
+        },
+        [this](std::vector<core::InstalledApp> apps) {
+            m_apps.setApps(std::move(apps));
+            Q_EMIT appsChanged();
         });
+    refreshFreeSpace();
 }
 
 void UninstallViewModel::refreshFreeSpace() {
@@ -49,11 +66,18 @@ void UninstallViewModel::select(core::InstalledApp app) {
     setSelectedApp(app);
     setLeftovers({});
     setChecked({app.id});
-    setIsSearchingLeftovers(true);
-    runInBackground(
-        m_executor, this, [disk = m_disk, app] { return core::LumvaleUninstaller::relatedFiles(app, disk); },
-        [id = app.id](UninstallViewModel& model, std::vector<core::ScanItem> items) {
-            model.takeLeftovers(id, std::move(items));
+    m_search.run(
+        m_executor,
+        [disk = m_disk, app](platform::Progress& progress) {
+            return core::LumvaleUninstaller::relatedFiles(app, disk, &progress);
+        },
+        [this](std::vector<core::ScanItem> items) {
+            std::set<std::string> ids = checked();
+            for (const core::ScanItem& item : items)
+                if (item.safeByDefault)
+                    ids.insert(item.id);
+            setLeftovers(std::move(items));
+            setChecked(std::move(ids));
         });
 }
 
@@ -62,23 +86,8 @@ void UninstallViewModel::select(int row) {
         select(apps()[static_cast<std::size_t>(row)]);
 }
 
-void UninstallViewModel::takeLeftovers(const std::string& appId, std::vector<core::ScanItem> items) {
-    if (!m_selectedApp || m_selectedApp->id != appId)
-        return;
-    // An application selected twice is searched twice: the second result would check files again that the
-    // user has unchecked since the first.
-    if (!m_isSearchingLeftovers)
-        return;
-    std::set<std::string> ids = checked();
-    for (const core::ScanItem& item : items)
-        if (item.safeByDefault)
-            ids.insert(item.id);
-    setLeftovers(std::move(items));
-    setChecked(std::move(ids));
-    setIsSearchingLeftovers(false);
-}
-
 void UninstallViewModel::clearSelection() {
+    m_search.stop();
     setSelectedApp(std::nullopt);
     setLeftovers({});
     setChecked({});
@@ -99,19 +108,70 @@ void UninstallViewModel::setShowDeleteConfirm(bool show) {
 }
 
 void UninstallViewModel::confirmUninstall() {
-    if (!m_selectedApp)
+    if (!m_selectedApp || m_removal.isRunning())
         return;
-    const core::InstalledApp app = *m_selectedApp;
-    const std::int64_t bytes = selectedBytes();
-    // Failures are ignored: the history and the banner report the selection.
-    (void)core::LumvaleScanner::deletePaths(checkedPaths(), m_disk);
-    m_history.record(app.name, bytes);
-    m_lastUninstalled = app.name;
+    std::map<std::string, std::int64_t> sizes{{m_selectedApp->path, m_selectedApp->sizeBytes}};
+    for (const core::ScanItem& item : leftovers())
+        sizes[item.path] = item.sizeBytes;
+    m_removal.runRemoval(
+        m_executor,
+        [paths = checkedPaths(), disk = m_disk](platform::Progress& progress) {
+            return core::LumvaleScanner::deletePaths(paths, disk, &progress);
+        },
+        [sizes = std::move(sizes), name = m_selectedApp->name,
+         history = QPointer(&m_history)](const core::DeletionOutcome& outcome) {
+            std::int64_t bytes = 0;
+            for (const std::string& path : outcome.succeeded)
+                if (const auto size = sizes.find(path); size != sizes.end())
+                    bytes = platform::addBytes(bytes, size->second);
+            if (history && !outcome.succeeded.empty())
+                history->record(name, bytes);
+        },
+        [this, app = *m_selectedApp](core::DeletionOutcome outcome) {
+            takeRemoval(app, std::move(outcome));
+        });
+}
+
+void UninstallViewModel::takeRemoval(const core::InstalledApp& app, core::DeletionOutcome outcome) {
+    const auto& moved = outcome.succeeded;
+    const bool isAppMoved = std::find(moved.begin(), moved.end(), app.path) != moved.end();
+    const bool isComplete = isAppMoved && outcome.failed.empty() && outcome.left.empty();
+    const auto ofApp =
+        std::find_if(outcome.failed.begin(), outcome.failed.end(),
+                     [&](const core::DeletionFailure& failure) { return failure.path == app.path; });
+    m_keptApp.reset();
+    if (ofApp != outcome.failed.end()) {
+        m_keptApp = KeptApp{app.name, ofApp->error};
+        outcome.failed.erase(ofApp);
+    }
+    m_deletion = std::move(outcome);
+    m_lastUninstalled = isAppMoved ? std::optional(app.name) : std::nullopt;
     Q_EMIT lastUninstalledChanged();
-    m_apps.remove(app.id);
-    Q_EMIT appsChanged();
     clearSelection();
-    refreshFreeSpace();
+    if (isComplete) {
+        m_apps.remove(app.id);
+        Q_EMIT appsChanged();
+        refreshFreeSpace();
+    } else {
+        loadApps();
+    }
+}
+
+QString UninstallViewModel::movedText() const {
+    if (!m_deletion || m_lastUninstalled || m_deletion->succeeded.empty())
+        return {};
+    return QString::number(m_deletion->succeeded.size()) + u' ' + ::tr(u"deleted_confirmation"_s);
+}
+
+QString UninstallViewModel::stayedText() const {
+    QStringList sentences;
+    if (m_keptApp)
+        sentences.append(
+            ::tr(u"app_stayed"_s).arg(display::name(m_keptApp->name), outcome::reason(m_keptApp->error)));
+    if (m_deletion)
+        sentences.append(outcome::stayed(*m_deletion));
+    sentences.removeAll(QString());
+    return sentences.join(u'\n');
 }
 
 std::vector<std::string> UninstallViewModel::checkedPaths() const {
@@ -140,11 +200,6 @@ QString UninstallViewModel::lastUninstalledName() const {
     return m_lastUninstalled ? display::name(*m_lastUninstalled) : QString();
 }
 
-void UninstallViewModel::setIsLoadingApps(bool isLoading) {
-    m_isLoadingApps = isLoading;
-    Q_EMIT isLoadingAppsChanged();
-}
-
 void UninstallViewModel::setSelectedApp(std::optional<core::InstalledApp> app) {
     m_selectedApp = std::move(app);
     Q_EMIT selectedAppChanged();
@@ -155,9 +210,4 @@ void UninstallViewModel::setLeftovers(std::vector<core::ScanItem> items) {
     m_leftovers.setItems(std::move(items));
     Q_EMIT leftoversChanged();
     Q_EMIT selectionChanged();
-}
-
-void UninstallViewModel::setIsSearchingLeftovers(bool isSearching) {
-    m_isSearchingLeftovers = isSearching;
-    Q_EMIT isSearchingLeftoversChanged();
 }

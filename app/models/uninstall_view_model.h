@@ -1,8 +1,10 @@
 #pragma once
 
+#include "app/execution/background_task.h"
 #include "app/history/history_store.h"
 #include "app/models/installed_apps_model.h"
 #include "app/models/scan_items_model.h"
+#include "core/removal/deletion.h"
 #include "platform/base/executor.h"
 #include "platform/files/disk.h"
 
@@ -14,11 +16,15 @@
 #include <string>
 #include <vector>
 
-/// The view model of the uninstall screen. Interface thread only. Applications and their files are searched
-/// in the background; results that arrive after the model is destroyed or another application is selected are
-/// dropped. Change signals are emitted after the new value is readable.
+/// The view model of the uninstall screen. Interface thread only. Searches and removals run in the
+/// background; selecting another application drops the search for the files of the previous one, and a
+/// removal is recorded in the history even if the model has been destroyed. Change signals are emitted after
+/// the new value is readable.
 class UninstallViewModel : public QObject {
     Q_OBJECT
+    Q_PROPERTY(BackgroundTask* appsTask READ appsTask CONSTANT)
+    Q_PROPERTY(BackgroundTask* leftoversTask READ leftoversTask CONSTANT)
+    Q_PROPERTY(BackgroundTask* removalTask READ removalTask CONSTANT)
     Q_PROPERTY(InstalledAppsModel* apps READ appsModel CONSTANT)
     Q_PROPERTY(bool hasApps READ hasApps NOTIFY appsChanged)
     Q_PROPERTY(bool isLoadingApps READ isLoadingApps NOTIFY isLoadingAppsChanged)
@@ -35,6 +41,8 @@ class UninstallViewModel : public QObject {
                    showDeleteConfirmChanged)
     Q_PROPERTY(bool hasUninstalled READ hasUninstalled NOTIFY lastUninstalledChanged)
     Q_PROPERTY(QString lastUninstalled READ lastUninstalledName NOTIFY lastUninstalledChanged)
+    Q_PROPERTY(QString movedText READ movedText NOTIFY lastUninstalledChanged)
+    Q_PROPERTY(QString stayedText READ stayedText NOTIFY lastUninstalledChanged)
     Q_PROPERTY(QString freeSpaceText READ freeSpaceText NOTIFY freeSpaceTextChanged)
 
 public:
@@ -43,10 +51,10 @@ public:
                        QObject* parent = nullptr);
 
     const std::vector<core::InstalledApp>& apps() const { return m_apps.apps(); }
-    bool isLoadingApps() const { return m_isLoadingApps; }
+    bool isLoadingApps() const { return m_loading.isRunning(); }
     const std::optional<core::InstalledApp>& selectedApp() const { return m_selectedApp; }
     const std::vector<core::ScanItem>& leftovers() const { return m_leftovers.rows(); }
-    bool isSearchingLeftovers() const { return m_isSearchingLeftovers; }
+    bool isSearchingLeftovers() const { return m_search.isRunning(); }
     const std::set<std::string>& checked() const { return m_leftovers.checked(); }
     std::int64_t selectedBytes() const; ///< total size of the checked entries; 0 without an application
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
@@ -63,11 +71,15 @@ public:
     Q_INVOKABLE void clearSelection();
     Q_INVOKABLE void toggleSelectedApp();
     Q_INVOKABLE void requestUninstall() { setShowDeleteConfirm(true); }
-    /// Deletes the checked files, then the application if checked, and records the deletion in the history
-    /// even if a file could not be deleted. Blocks.
+    /// Starts moving the checked files to the Trash, then the application if checked. At the end the history
+    /// gets one entry with what was moved. The application leaves the list if it and all files were moved;
+    /// otherwise the list is loaded again. Does nothing during a removal.
     Q_INVOKABLE void confirmUninstall();
 
     // The state above as properties for QML. Absent texts are empty.
+    BackgroundTask* appsTask() { return &m_loading; }
+    BackgroundTask* leftoversTask() { return &m_search; }
+    BackgroundTask* removalTask() { return &m_removal; }
     InstalledAppsModel* appsModel() { return &m_apps; }
     bool hasApps() const { return !apps().empty(); }
     bool hasSelectedApp() const { return m_selectedApp.has_value(); }
@@ -80,6 +92,8 @@ public:
     QString selectedSize() const;
     bool hasUninstalled() const { return m_lastUninstalled.has_value(); }
     QString lastUninstalledName() const;
+    QString movedText() const;  ///< what the last removal moved, unless the application was moved
+    QString stayedText() const; ///< what it left and why
 
 Q_SIGNALS:
     void appsChanged();
@@ -93,22 +107,27 @@ Q_SIGNALS:
     void freeSpaceTextChanged();
 
 private:
-    void setIsLoadingApps(bool isLoading);
     void setSelectedApp(std::optional<core::InstalledApp> app);
     void setLeftovers(std::vector<core::ScanItem> items);
-    void setIsSearchingLeftovers(bool isSearching);
-    void takeLeftovers(const std::string& appId, std::vector<core::ScanItem> items);
+    void takeRemoval(const core::InstalledApp& app, core::DeletionOutcome outcome);
     std::vector<std::string> checkedPaths() const; ///< in the order of the list, then the application
 
     platform::Disk m_disk;
     HistoryStore& m_history;
     platform::Executor m_executor;
     InstalledAppsModel m_apps;
-    bool m_isLoadingApps = false;
+    BackgroundTask m_loading;
     std::optional<core::InstalledApp> m_selectedApp;
     ScanItemsModel m_leftovers; ///< also stores whether the application is checked
-    bool m_isSearchingLeftovers = false;
+    BackgroundTask m_search;
+    BackgroundTask m_removal;
     bool m_showDeleteConfirm = false;
-    std::optional<std::string> m_lastUninstalled;
+    std::optional<std::string> m_lastUninstalled; ///< set only if the application itself was moved
+    struct KeptApp {
+        std::string name;
+        platform::Error error;
+    };
+    std::optional<KeptApp> m_keptApp;                ///< the last removal could not move the application
+    std::optional<core::DeletionOutcome> m_deletion; ///< of the last removal, without that failure
     QString m_freeSpaceText;
 };

@@ -48,6 +48,10 @@ QString display::size(std::int64_t bytes) {
     return QString::fromStdString(platform::formatByteCount(bytes));
 }
 
+QString display::count(std::int64_t number) {
+    return QString::fromStdString(platform::formatCount(number));
+}
+
 std::optional<QString> ItemDateFormat::string(std::optional<platform::Date> date) {
     if (!date)
         return std::nullopt;

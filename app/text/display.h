@@ -23,6 +23,9 @@ QString name(std::string_view bytes);
 /// Returns a size in bytes formatted in the user's locale.
 QString size(std::int64_t bytes);
 
+/// Returns a number formatted in the user's locale.
+QString count(std::int64_t number);
+
 } // namespace display
 
 /// Dates of items.

@@ -1,5 +1,7 @@
 #include "core/removal/reason_key.h"
 
+#include "core/removal/deletion.h"
+
 namespace core::LumvaleScanner {
 
 namespace {
@@ -10,7 +12,9 @@ enum PosixCode {
     noSuchFile = 2,            // ENOENT
     permissionDenied = 13,     // EACCES
     resourceBusy = 16,         // EBUSY
+    crossDeviceLink = 18,      // EXDEV
     textFileBusy = 26,         // ETXTBSY
+    readOnlyFileSystem = 30,   // EROFS
     directoryNotEmpty = 66,    // ENOTEMPTY
 };
 
@@ -52,6 +56,19 @@ std::string_view reasonKey(const platform::Error& error) {
         }
     }
     return "err_trash_unknown";
+}
+
+std::string_view deletionReasonKey(const platform::Error& error) {
+    if (isRefusal(error))
+        return "err_protected";
+    switch (posixCode(error)) {
+    case crossDeviceLink:
+        return "err_other_volume";
+    case readOnlyFileSystem:
+        return "err_read_only";
+    default:
+        return reasonKey(error);
+    }
 }
 
 } // namespace core::LumvaleScanner

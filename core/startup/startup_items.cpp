@@ -10,6 +10,7 @@
 #include "platform/text/text.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -31,19 +32,19 @@ std::vector<StartupItem> scan(const platform::Disk& disk) {
     return items;
 }
 
-bool disable(const StartupItem& item, const platform::Disk& disk) {
+platform::Result<void> disable(const StartupItem& item, const platform::Disk& disk) {
     return disable(item, disk, runLaunchctl);
 }
 
-bool disable(const StartupItem& item, const platform::Disk& disk,
-             const std::function<int(const std::vector<std::string>&)>& launchctl) {
+platform::Result<void> disable(const StartupItem& item, const platform::Disk& disk,
+                               const std::function<int(const std::vector<std::string>&)>& launchctl) {
     if (item.isSystemWide)
-        return false;
+        return platform::posixError(EPERM);
     // The exit status is ignored: unloading an agent that is not loaded fails.
     if (disk.isOfThisMachine())
         launchctl({"bootout", "gui/" + std::to_string(platform::userId()) + "/" + item.label});
-    const std::vector<std::string> moved = LumvaleScanner::deletePaths({item.path}, disk).succeeded;
-    return std::find(moved.begin(), moved.end(), item.path) != moved.end();
+    const DeletionOutcome outcome = LumvaleScanner::deletePaths({item.path}, disk);
+    return outcome.failed.empty() ? platform::Result<void>() : outcome.failed.front().error;
 }
 
 } // namespace core::LumvaleStartupItems

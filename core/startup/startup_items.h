@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/startup/startup_item.h"
+#include "platform/base/result.h"
 #include "platform/files/disk.h"
 
 #include <functional>
@@ -16,12 +17,13 @@ namespace core::LumvaleStartupItems {
 std::vector<StartupItem> scan(const platform::Disk& disk = platform::Disk::current());
 
 /// Unloads an agent of the user with launchctl, if the disk is the one this machine runs from, and moves its
-/// property list to the Trash. Returns whether the property list was moved; false for a system-wide agent,
-/// which is not changed.
-bool disable(const StartupItem& item, const platform::Disk& disk = platform::Disk::current());
+/// property list to the Trash. Fails if the property list was not moved, and for a system-wide agent, which
+/// is not changed.
+platform::Result<void> disable(const StartupItem& item,
+                               const platform::Disk& disk = platform::Disk::current());
 
 /// Does the same with `launchctl` called instead of the system's tool, with the same arguments and result.
-bool disable(const StartupItem& item, const platform::Disk& disk,
-             const std::function<int(const std::vector<std::string>&)>& launchctl);
+platform::Result<void> disable(const StartupItem& item, const platform::Disk& disk,
+                               const std::function<int(const std::vector<std::string>&)>& launchctl);
 
 } // namespace core::LumvaleStartupItems

@@ -12,6 +12,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -20,6 +22,11 @@ class ScanViewModelTest : public testing::Test {
 protected:
     void scan() {
         m_model.runScan();
+        m_jobs.run();
+    }
+
+    void confirmDelete() {
+        m_model.confirmDelete();
         m_jobs.run();
     }
 
@@ -65,7 +72,7 @@ TEST_F(ScanViewModelTest, MovesTickedItemsToTheTrashAndKeepsFailedOnesUnticked) 
     m_model.items()->toggle(1); // looks the same as the next row
     m_disk.setMode("~/Library/Logs", 0500);
     m_healthChanges.clear();
-    m_model.confirmDelete();
+    confirmDelete();
     m_disk.setMode("~/Library/Logs", 0700);
     EXPECT_EQ(m_model.lastDeletedCount(), 2);
     EXPECT_EQ(recorded(), (Texts{"a\uFFFD 3", "Google (Chrome) 100"}));
@@ -74,6 +81,9 @@ TEST_F(ScanViewModelTest, MovesTickedItemsToTheTrashAndKeepsFailedOnesUnticked) 
     EXPECT_TRUE(m_model.checked().empty());
     EXPECT_TRUE(m_disk.exists("~/.Trash/a\xfe") && m_disk.exists("~/.Trash/Google"));
     EXPECT_EQ(m_healthChanges.size(), 1);
+    EXPECT_EQ(m_model.deletedText(), u"2 éléments mis à la corbeille");
+    EXPECT_EQ(m_model.stayedText(),
+              u"1 élément est resté à sa place : macOS a refusé la permission de le supprimer");
 }
 
 TEST_F(ScanViewModelTest, DeletesContentBeforeItsFolderAndCountsAPathWithTwoRowsOnce) {
@@ -88,7 +98,7 @@ TEST_F(ScanViewModelTest, DeletesContentBeforeItsFolderAndCountsAPathWithTwoRows
     EXPECT_EQ(m_model.checkedCount(), 1);
     EXPECT_EQ(m_model.selectedBytes(), 140'000'000);
     m_model.setChecked(setAt({"~/Downloads/old", "~/Downloads/old/film.mov", "~/Downloads/twice.mov"}));
-    m_model.confirmDelete();
+    confirmDelete();
     EXPECT_EQ(m_model.lastDeletedCount(), 3);
     EXPECT_EQ(recorded().size(), 4U);
     EXPECT_TRUE(listed().empty());
@@ -99,11 +109,20 @@ TEST_F(ScanViewModelTest, RemovesItemsOfTheTrashBeforeOthersTakeTheirNames) {
     m_disk.make({"~/.Trash/d.log 1", "~/Library/Logs/d.log 20"});
     scan();
     ASSERT_EQ(m_model.checkedCount(), 2);
+    m_model.requestDelete();
+    EXPECT_EQ(m_model.deleteMessage(),
+              u"1 élément sera mis à la corbeille.\n1 élément est déjà dans la corbeille : "
+              "il sera supprimé définitivement.");
+    EXPECT_FALSE(m_model.deletesOnlyForGood());
     std::filesystem::remove(m_disk.host("~/.Trash/d.log"));
-    m_model.confirmDelete();
+    confirmDelete();
     EXPECT_EQ(m_model.lastDeletedCount(), 1);
     EXPECT_TRUE(m_disk.exists("~/.Trash/d.log"));
     EXPECT_EQ(listed(), setAt({"~/.Trash/d.log"})); // could not be removed any more
+    m_model.setChecked(listed());
+    EXPECT_TRUE(m_model.deletesOnlyForGood());
+    confirmDelete();
+    EXPECT_EQ(m_model.deletedText(), u"1 éléments supprimés définitivement");
 }
 
 TEST_F(ScanViewModelTest, ReportsWhatCouldNotBeRemovedFromTheTrashAndUnticksIt) {
@@ -112,10 +131,42 @@ TEST_F(ScanViewModelTest, ReportsWhatCouldNotBeRemovedFromTheTrashAndUnticksIt) 
     scan();
     m_healthChanges.clear();
     m_model.confirmEmptyTrash();
+    m_jobs.run();
     EXPECT_EQ(m_model.trashFailedNames(), QStringList{QStringLiteral("closed")});
     EXPECT_EQ(m_model.trashFailedReasonKeys(), QStringList{QStringLiteral("err_trash_permission")});
     EXPECT_EQ(recorded(), Texts{"Corbeille 120"});
     EXPECT_EQ(listed(), setAt({"~/Library/Logs/d.log"}));
     EXPECT_EQ(m_model.checked(), setAt({"~/Library/Logs/d.log"}));
     EXPECT_EQ(m_healthChanges.size(), 1);
+    m_disk.setMode("~/.Trash/closed", 0700);
+    for (const QString& note : {QString(), u"La corbeille est déjà vide."_s}) {
+        m_model.confirmEmptyTrash();
+        m_jobs.run();
+        EXPECT_EQ(m_model.trashNote(), note);
+    }
+}
+
+TEST_F(ScanViewModelTest, StopsAScanAndRecordsARemovalWithoutTheModel) {
+    m_disk.make({"~/Library/Logs/d.log 20", "~/.Trash/e 1"});
+    m_model.runScan();
+    m_model.stopScan();
+    EXPECT_TRUE(m_model.wasScanStopped() && !m_model.isScanning());
+    m_jobs.run();
+    EXPECT_FALSE(m_model.hasResult());
+
+    scan();
+    m_model.confirmDelete();
+    m_model.removalTask()->stop(); // before it has begun
+    m_jobs.run();
+    EXPECT_EQ(m_model.stayedText(), u"Arrêté : il reste 2 éléments.");
+    EXPECT_TRUE(recorded().empty() && listed().size() == 2);
+    {
+        ScanViewModel model(m_disk.disk(), m_history, m_jobs.executor());
+        model.runScan();
+        m_jobs.run();
+        model.confirmDelete();
+        m_jobs.runBackground();
+    }
+    m_jobs.publish();
+    EXPECT_EQ(recorded().size(), 2U);
 }

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -34,6 +36,11 @@ protected:
 
     void pick(int row) {
         m_model.select(row);
+        m_jobs.run();
+    }
+
+    void confirmUninstall() {
+        m_model.confirmUninstall();
         m_jobs.run();
     }
 
@@ -89,7 +96,7 @@ TEST_F(UninstallViewModelTest, MovesTickedFilesInTheirOrderAndTheApplication) {
     ASSERT_EQ(files().at(1), at("~/Library/Preferences/com.paint-notes.plist"));
     m_model.leftoversModel()->toggle(1);
     const QSignalSpy freeSpace(&m_model, &UninstallViewModel::freeSpaceTextChanged);
-    m_model.confirmUninstall();
+    confirmUninstall();
     EXPECT_EQ(*platform::listTrash(m_disk.disk()), (Texts{"Notes.app", "notes", "notes 2"}));
     EXPECT_TRUE(m_disk.exists("~/.Trash/notes/x")); // of the folder of caches, which comes first
     EXPECT_EQ(m_history.entries().at(0).name, "Notes");
@@ -98,20 +105,27 @@ TEST_F(UninstallViewModelTest, MovesTickedFilesInTheirOrderAndTheApplication) {
     EXPECT_EQ(freeSpace.size(), 1);
 }
 
-TEST_F(UninstallViewModelTest, RemovesTheApplicationFromTheListEvenIfItCannotBeMoved) {
+TEST_F(UninstallViewModelTest, TellsWhatStayedAndKeepsItsApplicationInTheList) {
     pick(notes);
     m_disk.setMode("/Applications", 0500);
-    m_model.confirmUninstall();
+    m_disk.setMode("~/Library/Logs", 0500);
+    confirmUninstall();
     m_disk.setMode("/Applications", 0700);
-    EXPECT_TRUE(m_disk.exists("/Applications/Notes.app/x") && !m_disk.exists("~/Library/Logs/notes"));
-    EXPECT_EQ(m_model.apps().at(0).name, "Paint");
+    m_disk.setMode("~/Library/Logs", 0700);
+    const QString reason = u"macOS a refusé la permission de le supprimer"_s;
+    EXPECT_EQ(m_model.stayedText(),
+              u"« Notes » est toujours là : "_s + reason + u"\n1 élément est resté à sa place : "_s + reason);
+    EXPECT_EQ(m_model.movedText(), u"2 éléments mis à la corbeille");
+    EXPECT_FALSE(m_model.hasUninstalled());
+    EXPECT_EQ(m_model.apps().at(0).name, "Notes");
 
-    pick(0);                     // now the other one
+    pick(paint);
     m_model.toggleSelectedApp(); // moves its files only
-    m_model.confirmUninstall();
-    m_model.confirmUninstall(); // does nothing without a selection
+    confirmUninstall();
+    confirmUninstall(); // does nothing without a selection
     EXPECT_TRUE(m_disk.exists("/Applications/Paint.app/x") && !m_disk.exists("~/Library/Logs/paint"));
+    EXPECT_TRUE(m_model.stayedText().isEmpty() && !m_model.hasUninstalled());
     ASSERT_EQ(m_history.entries().size(), 2U);
     EXPECT_EQ(m_history.entries()[0].sizeBytes, 30);
-    EXPECT_EQ(m_history.entries()[1].sizeBytes, 1214); // as requested
+    EXPECT_EQ(m_history.entries()[1].sizeBytes, 14);
 }

@@ -38,10 +38,10 @@ protected:
 
     /// Disables the agent with a tool that records its arguments and fails as for an agent that isn't loaded.
     bool disable(const core::StartupItem& item, const platform::Disk& disk) {
-        return core::LumvaleStartupItems::disable(item, disk, [this](const Texts& arguments) {
+        return bool(core::LumvaleStartupItems::disable(item, disk, [this](const Texts& arguments) {
             m_asked.push_back(arguments);
             return 3;
-        });
+        }));
     }
 
     core::StartupItem own(const std::string& file, const std::string& label = "com.example.Agent") const {

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void drawsProposalsAndDiskHealth();
     void movesOnlyTickedItems();
     void emptiesTheTrash();
+    void stopsTheRemovalBeforeTheWindowCloses();
 
 private:
     void openAndScan() {
@@ -117,6 +118,20 @@ void CleanupTest::emptiesTheTrash() {
         scan();
         QVERIFY(!m_driver->isShown("trashSuccess") && !m_driver->isShown("trashWarning"));
     }
+}
+
+void CleanupTest::stopsTheRemovalBeforeTheWindowCloses() {
+    openAndScan();
+    const auto before = m_disk->entries();
+    QVERIFY(m_driver->click("deleteButton"));
+    QTRY_VERIFY(m_driver->isShown("confirm"));
+    holdJobs();
+    QVERIFY(m_driver->click("confirm"));
+    window()->close();
+    QVERIFY(window()->isVisible() && m_driver->isShown("confirm"));
+    releaseJobs();
+    QTRY_VERIFY(!window()->isVisible());
+    QCOMPARE(m_disk->entries(), before);
 }
 
 int main(int argc, char** argv) {

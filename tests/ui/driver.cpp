@@ -6,11 +6,9 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QSettings>
-#include <QThread>
 
 #include <algorithm>
 #include <filesystem>
-#include <future>
 #include <utility>
 
 namespace {
@@ -80,24 +78,6 @@ QRectF Driver::place(const QQuickItem& item) {
     return item.mapRectToScene(QRectF(0, 0, item.width(), item.height()));
 }
 
-std::jthread Driver::queueClick(QPoint place) const {
-    std::promise<void> start;
-    const std::future<void> hasStarted = start.get_future();
-    std::jthread sender([&window = m_window, place, global = m_window.mapToGlobal(place),
-                         start = std::move(start)]() mutable {
-        start.set_value();
-        const auto send = [&](QEvent::Type type, Qt::MouseButtons buttons) {
-            qt_handleMouseEvent(&window, place, global, buttons, Qt::LeftButton, type, Qt::NoModifier,
-                                ++QTest::lastMouseTimestamp);
-        };
-        send(QEvent::MouseButtonPress, Qt::LeftButton);
-        send(QEvent::MouseButtonRelease, Qt::NoButton);
-    });
-    hasStarted.wait();
-    QThread::msleep(300); // Qt has no public function that tells when the event is in its queue
-    return sender;
-}
-
 void Driver::holdKey(Qt::Key key) const {
     QTest::keyPress(&m_window, key);
     for (int i = 0; i < 5; ++i) {
@@ -108,13 +88,6 @@ void Driver::holdKey(Qt::Key key) const {
         QCoreApplication::processEvents();
     }
     QTest::keyRelease(&m_window, key);
-}
-
-BlockingAction* Driver::blockingAction() const {
-    for (const QQuickItem* around = item("confirm"); around; around = around->parentItem())
-        if (auto* action = around->findChild<BlockingAction*>())
-            return action;
-    return nullptr;
 }
 
 QStringList Driver::texts(QQuickItem& item) {

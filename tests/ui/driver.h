@@ -1,7 +1,5 @@
 #pragma once
 
-#include "ui/style/blocking_action.h"
-
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QString>
@@ -9,7 +7,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <thread>
 #include <vector>
 
 /// Finds visible items of a window and sends it pointer and key events.
@@ -36,15 +33,10 @@ public:
 
     /// Clicks the centre of the item; returns false if no such item is visible.
     bool click(const char* name) const;
-    void click(const QQuickItem& item) const {
-        QTest::mouseClick(&m_window, Qt::LeftButton, {}, centre(item));
-    }
+    void click(const QQuickItem& item) const { click(centre(item)); }
+    void click(QPoint place) const { QTest::mouseClick(&m_window, Qt::LeftButton, {}, place); }
     static QPoint centre(const QQuickItem& item) { return place(item).center().toPoint(); }
     static QRectF place(const QQuickItem& item); ///< in window coordinates
-
-    /// Queues a click, sent by the returned thread; it is delivered once the interface thread processes
-    /// events.
-    std::jthread queueClick(QPoint place) const;
 
     void key(Qt::Key key) const { QTest::keyClick(&m_window, key); }
 
@@ -53,9 +45,6 @@ public:
         QTest::mouseDClick(&m_window, Qt::LeftButton, {}, centre(item));
     }
     void holdKey(Qt::Key key) const;
-
-    /// Returns the blocking action of the open dialog; null without a dialog.
-    BlockingAction* blockingAction() const;
 
     /// Returns the visible texts of the window or of an item, as drawn. TabularText, which draws each
     /// character as an item, counts as one text.

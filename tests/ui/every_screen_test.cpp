@@ -1,4 +1,5 @@
 #include "app/i18n/translations.h"
+#include "app/text/outcome_text.h"
 #include "app/update/update_alert.h"
 #include "tests/app/hand_cranked.h"
 #include "tests/support/photo_catalogue.h"
@@ -7,7 +8,6 @@
 #include <QRegularExpression>
 #include <QSettings>
 
-#include <atomic>
 #include <string>
 #include <string_view>
 
@@ -21,7 +21,7 @@ struct Question {
     const char* button; ///< opens the dialog by a click
     const char* focus;  ///< has focus when a key opens the dialog
     const char* focusAfterwards;
-    const char* behind; ///< is behind the dialog; clicked during the action
+    const char* behind; ///< is behind the dialog; clicked during the removal
     const char* title;
     const char* message; ///< what the message ends with
     const char* confirm;
@@ -29,7 +29,7 @@ struct Question {
 
 const Question questions[]{
     {"resultsList", "deleteButton", "deleteButton", "resultsList", "row", "alert_confirm_delete_title",
-     "alert_confirm_delete_message", "btn_trash"},
+     "delete_removes", "btn_trash"},
     {"resultsList", "emptyTrashButton", "emptyTrashButton", "emptyTrashButton", "scanButton",
      "alert_empty_trash_title", "alert_empty_trash_message", "btn_empty_trash"},
     {"filesList", "deleteButton", "deleteButton", "appsList", "row", "btn_uninstall",
@@ -205,7 +205,9 @@ void EveryScreenTest::asksBeforeActing() {
     QStringList texts = Driver::texts(*m_driver->item("dialogContent"));
     QCOMPARE(told("dialogContent")->text(QAccessible::Name), texts.at(0));
     QCOMPARE(told("dialogContent")->text(QAccessible::Description), texts.at(1));
-    QVERIFY(texts.takeAt(1).endsWith(translated(question.message)));
+    const QString message = texts.takeAt(1);
+    QVERIFY(message.endsWith(translated(question.message))
+            || message.endsWith(outcome::counted(QLatin1String(question.message), 1)));
     QCOMPARE(texts, (QStringList{translated(question.title), translated(question.confirm),
                                  translated("btn_cancel")}));
     act(question, byKeys);
@@ -217,42 +219,25 @@ void EveryScreenTest::asksBeforeActing() {
 
 void EveryScreenTest::act(const Question& question, bool byKeys) {
     const auto before = m_disk->entries();
-    const QQuickItem* confirming = m_driver->item("confirm");
-    const QString message = m_driver->text("dialogMessage");
-    const QPoint place = Driver::centre(byKeys ? *confirming : *m_driver->item(question.behind));
-    // A frame has its content once it is synchronised, and is on the screen once it is swapped.
-    std::atomic<bool> isBusyInFrame = false;
-    std::atomic<bool> isBusyOnScreen = false;
-    const QObject until;
-    connect(
-        window(), &QQuickWindow::afterSynchronizing, &until,
-        [&] { isBusyInFrame = confirming->property("busy").toBool(); }, Qt::DirectConnection);
-    connect(
-        window(), &QQuickWindow::frameSwapped, &until, [&] { isBusyOnScreen = isBusyInFrame.load(); },
-        Qt::DirectConnection);
-    int actions = 0;
-    QString selection;
-    std::jthread clicking;
-    connect(m_driver->blockingAction(), &BlockingAction::ready, &until, [&] {
-        ++actions;
-        QVERIFY(isBusyOnScreen);
-        QCOMPARE(m_driver->text("dialogMessage"), message);
-        selection = m_driver->text("selectionLabel");
-        clicking = m_driver->queueClick(place);
-    });
+    const QPoint behind =
+        Driver::centre(byKeys ? *m_driver->item("confirm") : *m_driver->item(question.behind));
+    holdJobs();
     if (byKeys)
         for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return})
             m_driver->key(key);
     else
-        m_driver->click(*confirming);
-    QCOMPARE(m_disk->entries(), before); // nothing happens until the dialog is drawn as busy
+        m_driver->click("confirm");
+    const bool showsProgress = question.list != QLatin1String("groupsList");
+    QCOMPARE(m_driver->isShown("progressText"), showsProgress);
+    if (showsProgress) {
+        const QString selection = m_driver->text("selectionLabel");
+        m_driver->click(behind);
+        QVERIFY(hasFocus("cancel") && !m_driver->isShown("loadingIndicator"));
+        QCOMPARE(m_driver->text("selectionLabel"), selection);
+    }
+    QCOMPARE(m_disk->entries(), before);
+    releaseJobs();
     QTRY_VERIFY(!m_driver->isShown("confirm"));
-    QVERIFY(clicking.joinable());
-    clicking.join();
-    QCoreApplication::processEvents();
-    QCOMPARE(actions, 1);
-    if (question.list != QLatin1String("groupsList")) // photos are deleted in the background
-        QVERIFY(!m_driver->isShown("loadingIndicator") && m_driver->text("selectionLabel") == selection);
 }
 
 void EveryScreenTest::discardsResultsOfALeftScreen() {

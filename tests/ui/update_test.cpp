@@ -78,9 +78,11 @@ void UpdateTest::standsAboveAConfirmation() {
     dismiss();
     QTRY_VERIFY(hasFocus("cancel"));
     // During the deletion it waits until that is done.
-    connect(m_driver->blockingAction(), &BlockingAction::ready, this,
-            [this] { m_lumvale->announce(m_announcement); });
+    holdJobs();
     QVERIFY(m_driver->click("confirm"));
+    m_lumvale->announce(m_announcement);
+    QVERIFY(!m_driver->isShown("download"));
+    releaseJobs();
     QTRY_VERIFY(hasFocus("download"));
     QVERIFY(!m_driver->isShown("confirm") && !m_disk->exists("~/Library/Caches/com.example.a"));
     dismiss();

@@ -23,10 +23,19 @@ void WindowTest::cleanup() {
         QDesktopServices::unsetUrlHandler(scheme);
 }
 
-void WindowTest::open(QSize size, const platform::Executor& executor, const platform::PhotoAccess& photos) {
+void WindowTest::open(QSize size, const std::optional<platform::Executor>& executor,
+                      const platform::PhotoAccess& photos) {
     close();
+    platform::Executor own = qtExecutor();
+    own.background = [this, start = own.background](platform::Executor::Job job) {
+        if (m_areJobsHeld)
+            m_heldJobs.push_back(std::move(job));
+        else
+            start(std::move(job));
+    };
     m_history.emplace(m_disk->disk());
-    m_lumvale.emplace(m_disk->disk(), *m_history, executor, platform::PhotoLibrary(m_disk->disk(), photos));
+    m_lumvale.emplace(m_disk->disk(), *m_history, executor.value_or(own),
+                      platform::PhotoLibrary(m_disk->disk(), photos));
     QVERIFY(window());
     window()->resize(size);
     QVERIFY(QTest::qWaitForWindowExposed(window()));
@@ -40,6 +49,12 @@ void WindowTest::close() {
     m_driver.reset();
     m_lumvale.reset();
     m_history.reset();
+}
+
+void WindowTest::releaseJobs() {
+    m_areJobsHeld = false;
+    for (platform::Executor::Job& job : std::exchange(m_heldJobs, {}))
+        qtExecutor().background(std::move(job));
 }
 
 void WindowTest::makeAgent(const std::string& path, const std::string& label) const {

@@ -33,9 +33,13 @@ protected:
     }
 
     /// Opens the window in this size on the disk, with access to the photo library unless `photos` differs.
-    void open(QSize size = smallest, const platform::Executor& executor = qtExecutor(),
+    void open(QSize size = smallest, const std::optional<platform::Executor>& executor = {},
               const platform::PhotoAccess& photos = {authorized, authorized});
     void close();
+
+    /// Holds back the background jobs of screens opened without an executor, and starts those held back.
+    void holdJobs() { m_areJobsHeld = true; }
+    void releaseJobs();
     QQuickWindow* window() const { return m_lumvale->window(); }
     void layOut() const { (void)window()->grabWindow(); } ///< renders a frame
 
@@ -75,6 +79,8 @@ protected:
     std::optional<HistoryStore> m_history;
     std::optional<LumvaleWindow> m_lumvale;
     std::optional<Driver> m_driver;
+    bool m_areJobsHeld = false;
+    std::vector<platform::Executor::Job> m_heldJobs;
     QStringList m_opened; ///< web pages and system settings that were opened
 };
 

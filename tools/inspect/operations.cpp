@@ -179,7 +179,8 @@ Json disable(const Request& request) {
     const auto item = std::find_if(items.begin(), items.end(), [&](const core::StartupItem& candidate) {
         return candidate.label == label;
     });
-    return {{"disabled", item != items.end() && core::LumvaleStartupItems::disable(*item, request.disk())}};
+    return {
+        {"disabled", item != items.end() && bool(core::LumvaleStartupItems::disable(*item, request.disk()))}};
 }
 
 Json deletePhotos(const Request& request) {

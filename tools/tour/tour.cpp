@@ -1,5 +1,6 @@
 #include "tools/tour/tour.h"
 
+#include "app/execution/background_task.h"
 #include "app/execution/qt_executor.h"
 #include "app/i18n/localizer.h"
 #include "app/models/duplicate_photos_view_model.h"
@@ -68,7 +69,17 @@ void Tour::run(AppLanguage language) {
     fs::remove(fs::path(qEnvironmentVariable("LUMVALE_SETTINGS").toStdString()) / "Lumvale/photos-asked");
     // The program considers Full Disk Access missing if it can't list this folder.
     fs::rename(m_mail, m_mail.native() + " moved");
-    LumvaleWindow lumvale(m_disk, m_history, qtExecutor(), m_disk);
+    // Threads of the pool keep the user that they were started with.
+    platform::Executor executor = qtExecutor();
+    executor.background = [this, start = executor.background](const platform::Executor::Job& job) {
+        start([job, isRestricted = m_restrictedTrash.has_value()] {
+            std::optional<OrdinaryUser> user;
+            if (isRestricted)
+                user.emplace();
+            job();
+        });
+    };
+    LumvaleWindow lumvale(m_disk, m_history, executor, m_disk);
     m_window = lumvale.window();
     expect(m_window, "the window is created");
     if (m_size.isValid())
@@ -147,13 +158,14 @@ void Tour::deleteSelection() {
     const std::vector<core::ScanItem> before = m_model->items()->rows();
     const std::set<std::string> selected = m_model->checked();
     confirm("deleteButton", "delete");
-    expect(m_model->deletedCount() > 0 && m_model->checkedCount() == 0, "the selected entries are deleted");
+    expect(m_model->lastDeletedCount() > 0 && m_model->checkedCount() == 0,
+           "the selected entries are deleted");
 
     std::set<std::string> remaining;
     for (const core::ScanItem& item : m_model->items()->rows())
         remaining.insert(item.id);
-    std::printf("%s: deleted %d of %zu selected entries\n", qPrintable(m_language), m_model->deletedCount(),
-                selected.size());
+    std::printf("%s: deleted %d of %zu selected entries\n", qPrintable(m_language),
+                *m_model->lastDeletedCount(), selected.size());
     for (const core::ScanItem& item : before) {
         if (!selected.contains(item.id))
             continue;
@@ -268,12 +280,11 @@ void Tour::confirm(const char* button, const std::string& state) {
     waitFor("the dialog opens", [this] { return m_driver->isShown("confirm"); });
     takePicture(state + " confirmation");
     const QObject context;
-    const BlockingAction* action = m_driver->blockingAction();
-    expect(action, "the dialog has a blocking action");
-    QObject::connect(action, &BlockingAction::runningChanged, &context, [&] {
-        if (action->isRunning())
-            takePicture(state + " busy", 0);
-    });
+    for (const BackgroundTask* task : m_window->findChildren<BackgroundTask*>())
+        QObject::connect(task, &BackgroundTask::runningChanged, &context, [&, task] {
+            if (task->isRemoving())
+                takePicture(state + " busy", 0);
+        });
     expect(m_driver->click("confirm"), "the dialog is confirmed");
     waitFor("the dialog closes", [this] { return !m_driver->isShown("confirm"); });
 }

@@ -30,7 +30,7 @@ FocusScope {
         anchors.left: parent.left
         anchors.right: parent.right
         height: visible ? outcome.height + 2 * 12 : 0
-        visible: root.model.hasUninstalled
+        visible: root.model.hasUninstalled || moved.visible || stayed.visible
         radius: Metrics.smallButtonRadius
         color: GCColor.success
         border.color: GCColor.successStroke
@@ -47,8 +47,29 @@ FocusScope {
             Label {
                 objectName: "uninstalledLabel"
                 width: parent.width
+                visible: root.model.hasUninstalled
                 text: "✓ « " + root.model.lastUninstalled + " » " + Texts.tr("uninstalled_suffix")
                 color: GCColor.glowTeal
+                Accessible.role: Accessible.AlertMessage
+            }
+
+            Label {
+                id: moved
+                objectName: "movedLabel"
+                width: parent.width
+                visible: text.length > 0
+                text: root.model.movedText
+                color: GCColor.glowTeal
+                Accessible.role: Accessible.AlertMessage
+            }
+
+            Label {
+                id: stayed
+                objectName: "stayedLabel"
+                width: parent.width
+                visible: text.length > 0
+                text: root.model.stayedText
+                color: GCColor.danger
                 Accessible.role: Accessible.AlertMessage
             }
 

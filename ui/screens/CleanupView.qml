@@ -82,12 +82,20 @@ FocusScope {
             visible: root.model.isScanning
             label: Texts.tr("scanning_progress")
             subtitle: Texts.tr("scanning_reassurance")
+            progressText: root.model.scanTask.text
+
+            QuietButton {
+                objectName: "stopButton"
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: Texts.tr("btn_stop")
+                onClicked: root.model.stopScan()
+            }
         }
 
         EmptyPrompt {
             anchors.centerIn: parent
             visible: !root.model.isScanning && !root.model.hasResult
-            text: Texts.tr("cleanup_empty")
+            text: Texts.tr(root.model.wasScanStopped ? "scan_stopped" : "cleanup_empty")
         }
 
         ResultsList {
@@ -109,29 +117,30 @@ FocusScope {
             count: root.model.checkedCount
             size: root.model.selectedSize
             action: Texts.tr("btn_trash_selection")
-            outcome: root.model.deletedCount > 0 ? root.model.deletedCount + " " + Texts.tr("deleted_confirmation") : ""
+            outcome: root.model.deletedText
+            failure: root.model.stayedText
             onRequested: root.model.requestDelete()
         }
     }
 
-    ConfirmDialog {
+    RemovalDialog {
         objectName: "deleteDialog"
+        task: root.model.removalTask
         visible: root.model.showDeleteConfirm
         title: Texts.tr("alert_confirm_delete_title")
-        message: Texts.tr("alert_confirm_delete_message")
-        cancelText: Texts.tr("btn_cancel")
-        confirmText: Texts.tr("btn_trash")
+        message: root.model.deleteMessage || Texts.tr("alert_confirm_delete_message")
+        confirmText: Texts.tr(root.model.deletesOnlyForGood ? "btn_delete_for_good" : "btn_trash")
         onConfirmed: root.model.confirmDelete()
         onFocusLost: reason => results.takeFocus(reason)
         onClosed: root.model.showDeleteConfirm = false
     }
 
-    ConfirmDialog {
+    RemovalDialog {
         objectName: "emptyTrashDialog"
+        task: root.model.removalTask
         visible: root.model.showEmptyTrashConfirm
         title: Texts.tr("alert_empty_trash_title")
         message: Texts.tr("alert_empty_trash_message")
-        cancelText: Texts.tr("btn_cancel")
         confirmText: Texts.tr("btn_empty_trash")
         onConfirmed: root.model.confirmEmptyTrash()
         onClosed: root.model.showEmptyTrashConfirm = false
@@ -141,6 +150,7 @@ FocusScope {
         visible: root.model.showStorageBreakdown
         entries: root.model.storageEntries
         isLoading: root.model.isLoadingStorageBreakdown
+        progressText: root.model.storageTask.text
         onClosed: root.model.showStorageBreakdown = false
     }
 }

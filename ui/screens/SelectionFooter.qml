@@ -11,6 +11,8 @@ Item {
     required property string action
     /// Result of the last deletion; not shown if empty.
     property string outcome
+    /// What the last deletion left and why; not shown if empty.
+    property string failure
     /// A deletion is running; the button is disabled.
     property bool isBusy: false
 
@@ -40,6 +42,15 @@ Item {
             visible: text.length > 0
             text: root.outcome
             color: GCColor.glowTeal
+            Accessible.role: Accessible.AlertMessage
+        }
+
+        Label {
+            objectName: "stayedLabel"
+            width: parent.width
+            visible: text.length > 0
+            text: root.failure
+            color: GCColor.danger
             Accessible.role: Accessible.AlertMessage
         }
     }

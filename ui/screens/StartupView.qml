@@ -37,6 +37,16 @@ FocusScope {
             color: GCColor.glowTeal
             Accessible.role: Accessible.AlertMessage
         }
+
+        Label {
+            objectName: "disableFailedLabel"
+            width: parent.width
+            visible: text.length > 0
+            text: root.model.failedText
+            font: Type.message
+            color: GCColor.danger
+            Accessible.role: Accessible.AlertMessage
+        }
     }
 
     Panel {
@@ -70,29 +80,13 @@ FocusScope {
         }
     }
 
-    Connections {
-        target: root.model
-
-        // No binding on `visible`: the model resets its item before the blocking action of the dialog has finished.
-        function onItemToDisableChanged(): void {
-            if (root.model.showDisableConfirm) {
-                dialog.subject = root.model.itemToDisableName;
-                dialog.open();
-            } else if (!dialog.busy) {
-                dialog.close();
-            }
-        }
-    }
-
-    ConfirmDialog {
+    RemovalDialog {
         id: dialog
-
-        property string subject
-
         objectName: "disableDialog"
+        task: root.model.removalTask
+        visible: root.model.showDisableConfirm
         title: Texts.tr("btn_disable")
-        message: "« " + subject + " »\n" + Texts.tr("alert_confirm_disable_message")
-        cancelText: Texts.tr("btn_cancel")
+        message: "« " + root.model.itemToDisableName + " »\n" + Texts.tr("alert_confirm_disable_message")
         confirmText: Texts.tr("btn_disable")
         // When the dialog closes, the list gets the focus: the row that had it may have been removed.
         onAboutToShow: {

@@ -8,6 +8,7 @@ Sheet {
 
     required property StorageEntriesModel entries
     required property bool isLoading
+    required property string progressText
 
     implicitWidth: Metrics.breakdownWidth
     implicitHeight: Metrics.breakdownHeight
@@ -72,6 +73,7 @@ Sheet {
                 anchors.centerIn: parent
                 visible: root.isLoading
                 label: Texts.tr("storage_breakdown_loading")
+                progressText: root.progressText
             }
 
             EmptyPrompt {

@@ -51,6 +51,16 @@ Column {
     }
 
     Label {
+        objectName: "trashNote"
+        width: parent.width
+        visible: text.length > 0
+        text: root.model.trashNote
+        font: Type.message
+        color: GCColor.textSecondary
+        Accessible.role: Accessible.AlertMessage
+    }
+
+    Label {
         id: warning
         objectName: "trashWarning"
         width: parent.width

@@ -128,16 +128,17 @@ FocusScope {
             visible: root.model.isLoadingApps || root.model.hasSelectedApp && root.model.isSearchingLeftovers
             label: Texts.tr(root.model.hasSelectedApp ? "loading_leftovers" : "loading_apps")
             subtitle: root.model.selectedAppName
+            progressText: (root.model.hasSelectedApp ? root.model.leftoversTask : root.model.appsTask).text
         }
     }
 
-    ConfirmDialog {
+    RemovalDialog {
         id: dialog
         objectName: "uninstallDialog"
+        task: root.model.removalTask
         visible: root.model.showDeleteConfirm
         title: Texts.tr("btn_uninstall")
         message: ""
-        cancelText: Texts.tr("btn_cancel")
         confirmText: Texts.tr("btn_trash")
         onConfirmed: root.model.confirmUninstall()
         onFocusLost: reason => apps.takeFocus(reason)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/execution/background_task.h"
 #include "app/i18n/localizer.h"
 #include "app/models/duplicate_groups_model.h"
 #include "app/models/duplicate_photos_view_model.h"
@@ -37,6 +38,13 @@ struct ForeignUpdateAlert {
     Q_GADGET
     QML_FOREIGN(UpdateAlert)
     QML_VALUE_TYPE(updateAlert)
+};
+
+struct ForeignBackgroundTask {
+    Q_GADGET
+    QML_FOREIGN(BackgroundTask)
+    QML_NAMED_ELEMENT(BackgroundTask)
+    QML_UNCREATABLE("a part of the view models")
 };
 
 struct ForeignScanViewModel {

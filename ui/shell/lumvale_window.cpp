@@ -1,8 +1,8 @@
 #include "ui/shell/lumvale_window.h"
 
+#include "ui/shell/close_filter.h"
 #include "ui/shell/input_filter.h"
 #include "ui/shell/screen_models.h"
-#include "ui/style/blocking_action.h"
 #include "ui/style/typeface.h"
 #include "ui/thumbnails/thumbnail_loader.h"
 
@@ -26,19 +26,19 @@ LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platfor
     new ScreenModels(std::move(disk), history, std::move(executor), std::move(photos), &m_engine);
     m_engine.addImportPath(QStringLiteral("qrc:/qml"));
     m_engine.load(QUrl(QStringLiteral("qrc:/qml/Lumvale/shell/Main.qml")));
-    if (window())
+    if (window()) {
         new InputFilter(window());
+        new CloseFilter(window());
+    }
 }
 
 void LumvaleWindow::announce(const UpdateAlert& announcement, const std::function<void()>& activated) {
-    for (const BlockingAction* action : window()->findChildren<BlockingAction*>()) {
-        if (action->isRunning()) {
-            QObject::connect(
-                action, &BlockingAction::finished, window(),
-                [this, announcement, activated] { announce(announcement, activated); },
-                Qt::SingleShotConnection);
-            return;
-        }
+    if (const BackgroundTask* removal = CloseFilter::runningRemoval(*window())) {
+        QObject::connect(
+            removal, &BackgroundTask::runningChanged, window(),
+            [this, announcement, activated] { announce(announcement, activated); },
+            Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+        return;
     }
     window()->setProperty("announcement", QVariant::fromValue(announcement));
     window()->setWindowStates(window()->windowStates() & ~Qt::WindowMinimized);

@@ -22,7 +22,7 @@ public:
     QQuickWindow* window() const; ///< null if loading the QML failed
 
     /// Shows the announcement above all open dialogs and raises the window. Waits until a running
-    /// BlockingAction has finished and its dialog has closed. Calls `activated` at the end. Requires a
+    /// removal has ended and its dialog has closed. Calls `activated` at the end. Requires a
     /// window.
     void announce(
         const UpdateAlert& announcement, const std::function<void()>& activated = [] {});

@@ -2,29 +2,41 @@ import QtQuick
 import QtQuick.Templates as T
 import Lumvale.Style
 
-/// Asks for confirmation of a destructive action and stays open until the action has finished. Escape cancels. The
-/// cancel button has the initial focus, so that an accidental Return destroys nothing.
+/// Asks for confirmation of a destructive action. Escape cancels. The cancel button has the initial focus, so that an
+/// accidental Return destroys nothing. If the handler of `confirmed` sets `busy`, the dialog stays open and shows the
+/// progress until `busy` is reset; cancelling then requests a stop.
 Dialog {
     id: root
 
     required property string cancelText
     required property string confirmText
 
-    readonly property bool busy: action.running
+    property bool busy: false
+    property real progress: -1 // share from 0 to 1; negative if unknown
+    property string progressText
 
-    /// Emitted when the busy state is on the screen; make the blocking call in its handler.
     signal confirmed
+    signal stopRequested
 
+    heading: busy ? confirmText : title
+    hidesMessage: busy
     closePolicy: busy ? T.Popup.NoAutoClose : T.Popup.CloseOnEscape
     // Resets the focus before the enter transition, since keys are handled during it.
     onAboutToShow: cancel.focus = true
     // Shows the focus ring only if the dialog was opened by keyboard.
     onOpened: cancel.focusReason = returnReason
+    onBusyChanged: {
+        if (!busy)
+            close();
+    }
 
-    BlockingAction {
-        id: action
-        onReady: root.confirmed()
-        onFinished: root.close()
+    bodyHeight: line.implicitHeight
+    body: ProgressLine {
+        id: line
+        width: parent.width
+        visible: root.busy
+        value: root.progress
+        text: root.progressText
     }
 
     GradientButton {
@@ -40,15 +52,30 @@ Dialog {
         busy: root.busy
         enabled: !root.busy
         KeyNavigation.left: cancel
-        onClicked: action.start(confirm)
+        onClicked: {
+            // A disabled button loses the focus.
+            cancel.forceActiveFocus(focusReason);
+            root.confirmed();
+            if (!root.busy)
+                root.close();
+        }
     }
 
     QuietButton {
         id: cancel
         objectName: "cancel"
         text: root.cancelText
-        enabled: !root.busy
         KeyNavigation.right: confirm
-        onClicked: root.close()
+        Keys.onEscapePressed: event => {
+            event.accepted = root.busy;
+            if (root.busy)
+                root.stopRequested();
+        }
+        onClicked: {
+            if (root.busy)
+                root.stopRequested();
+            else
+                root.close();
+        }
     }
 }

@@ -7,6 +7,11 @@ Sheet {
     required property string title
     required property string message
 
+    property string heading: title // the title that is shown
+    property bool hidesMessage: false
+    property alias body: body.data // shown in place of the message
+    property real bodyHeight: 0
+
     default property alias buttons: row.data
 
     implicitWidth: Metrics.dialogWidth
@@ -18,22 +23,30 @@ Sheet {
         width: parent.width
         spacing: 10
         Accessible.role: Accessible.AlertMessage
-        Accessible.name: root.title
+        Accessible.name: root.heading
         Accessible.description: root.message
 
         Label {
             objectName: "dialogTitle"
             width: parent.width
-            text: root.title
+            text: root.heading
             font: Type.heading
         }
 
-        Label {
-            objectName: "dialogMessage"
+        Item {
+            id: body
             width: parent.width
-            text: root.message
-            color: GCColor.textSecondary
-            lineHeight: 1.25
+            height: root.hidesMessage ? Math.max(message.height, root.bodyHeight) : message.height
+
+            Label {
+                id: message
+                objectName: "dialogMessage"
+                width: parent.width
+                visible: !root.hidesMessage
+                text: root.message
+                color: GCColor.textSecondary
+                lineHeight: 1.25
+            }
         }
 
         // Wraps the buttons where a translation is too long for one line.

@@ -6,6 +6,8 @@ Column {
 
     required property string label
     property string subtitle
+    /// What has been processed so far; not shown if empty.
+    property string progressText
 
     readonly property alias time: clock.time
     readonly property real phase: Motion.phase(Motion.pulseSpeed, time)
@@ -49,6 +51,16 @@ Column {
         color: GCColor.textSecondary
         horizontalAlignment: Text.AlignHCenter
         lineHeight: 1.25
+        Accessible.ignored: true
+    }
+
+    Label {
+        objectName: "progressText"
+        anchors.horizontalCenter: parent.horizontalCenter
+        visible: root.progressText.length > 0
+        text: root.progressText
+        font: Type.caption
+        color: GCColor.textSecondary
         Accessible.ignored: true
     }
 }

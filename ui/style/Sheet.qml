@@ -27,7 +27,7 @@ T.Popup {
         returnReason = control ? control.focusReason : Qt.PopupFocusReason;
     }
     onClosed: {
-        if (returnTo && returnTo.enabled)
+        if (returnTo && returnTo.visible && returnTo.enabled)
             returnTo.forceActiveFocus(returnReason);
         else
             focusLost(returnReason);

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "core/removal/deletion.h"
+
+#include <cstdint>
+
+#include <QString>
+
+/// Sentences in the interface language about what an operation does or did.
+namespace outcome {
+
+/// Returns the text of `key` in the plural form for this number, which replaces %1.
+QString counted(const QString& key, std::int64_t number);
+
+/// Returns the reason why an entry could not be deleted.
+QString reason(const platform::Error& error);
+
+/// Returns how many entries stayed where they were and why, the most frequent reason first, with the number
+/// of entries for each if there are several; and how many are left after a stop. Empty if everything was
+/// deleted.
+QString stayed(const core::DeletionOutcome& deletion);
+
+} // namespace outcome
