@@ -56,6 +56,18 @@ std::optional<std::string> localeName(std::string_view posixName, char separator
     return name;
 }
 
+const char* variable(LocaleCategory category) {
+    switch (category) {
+    case LocaleCategory::numeric:
+        return "LC_NUMERIC";
+    case LocaleCategory::collate:
+        return "LC_COLLATE";
+    case LocaleCategory::time:
+        break;
+    }
+    return "LC_TIME";
+}
+
 } // namespace
 
 std::vector<std::string> preferredLanguages() {
@@ -77,8 +89,8 @@ std::vector<std::string> preferredLanguages() {
     return languages;
 }
 
-std::string userLocale() {
-    return localeName(firstSet({"LC_ALL", "LC_TIME", "LANG"}), '_').value_or("en_US");
+std::string userLocale(LocaleCategory category) {
+    return localeName(firstSet({"LC_ALL", variable(category), "LANG"}), '_').value_or("en_US");
 }
 
 } // namespace platform

@@ -13,7 +13,7 @@ std::vector<std::string> preferredLanguages() {
     return languages;
 }
 
-std::string userLocale() {
+std::string userLocale(LocaleCategory) {
     const Owned<CFLocaleRef> locale(CFLocaleCopyCurrent());
     const std::string name = locale ? utf8(CFLocaleGetIdentifier(locale.get())) : std::string();
     return name.empty() ? "en_US" : name;

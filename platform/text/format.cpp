@@ -1,6 +1,7 @@
 #include "platform/text/format.h"
 
 #include "platform/text/icu_locale.h"
+#include "platform/text/locale.h"
 
 #include <array>
 #include <memory>
@@ -137,7 +138,7 @@ struct MediumDateFormat {
 
 std::string formatByteCount(std::int64_t bytes, const std::string& locale) {
     thread_local std::unique_ptr<const ByteCountFormat> latest;
-    const std::string name = locale.empty() ? userLocale() : locale;
+    const std::string name = locale.empty() ? userLocale(LocaleCategory::numeric) : locale;
     if (!latest || latest->localeName() != name)
         latest = std::make_unique<const ByteCountFormat>(name);
     return (*latest)(bytes);
@@ -149,7 +150,7 @@ std::string formatCount(std::int64_t count, const std::string& locale) {
         icu::number::LocalizedNumberFormatter format;
     };
     thread_local std::unique_ptr<const Latest> latest;
-    const std::string name = locale.empty() ? userLocale() : locale;
+    const std::string name = locale.empty() ? userLocale(LocaleCategory::numeric) : locale;
     if (!latest || latest->localeName != name)
         latest = std::make_unique<const Latest>(
             Latest{name, icu::number::NumberFormatter::withLocale(icuLocale(name))});
@@ -159,7 +160,7 @@ std::string formatCount(std::int64_t count, const std::string& locale) {
 
 std::string formatMediumDate(Date date, const std::string& locale, TimeZone zone) {
     thread_local MediumDateFormat latest;
-    const std::string name = locale.empty() ? userLocale() : locale;
+    const std::string name = locale.empty() ? userLocale(LocaleCategory::time) : locale;
     if (!latest.format || latest.localeName != name || latest.zone != zone) {
         latest = {name, zone,
                   std::unique_ptr<icu::DateFormat>(

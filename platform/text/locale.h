@@ -9,7 +9,11 @@ namespace platform {
 /// be empty. Reads the system's settings at each call.
 std::vector<std::string> preferredLanguages();
 
-/// Returns the ICU name of the user's locale for numbers and dates ("fr_FR").
-std::string userLocale();
+/// The categories of a locale that a user can set apart (POSIX, "Locale"): number formats, order of names,
+/// date formats.
+enum class LocaleCategory { numeric, collate, time };
+
+/// Returns the ICU name of the user's locale ("fr_FR") for a category. A Mac has one locale for all.
+std::string userLocale(LocaleCategory category);
 
 } // namespace platform

@@ -1,6 +1,7 @@
 #include "platform/text/text.h"
 
 #include "platform/text/icu_locale.h"
+#include "platform/text/locale.h"
 
 #include <algorithm>
 
@@ -107,7 +108,8 @@ struct NameOrder::Collator {
 
 NameOrder::NameOrder(const std::string& locale) : m_collator(std::make_unique<Collator>()) {
     UErrorCode status = U_ZERO_ERROR;
-    m_collator->rules.reset(icu::Collator::createInstance(icuLocale(locale), status));
+    const std::string name = locale.empty() ? userLocale(LocaleCategory::collate) : locale;
+    m_collator->rules.reset(icu::Collator::createInstance(icuLocale(name), status));
     if (!m_collator->rules)
         return;
     m_collator->rules->setStrength(icu::Collator::SECONDARY);

@@ -1,5 +1,6 @@
 #include "platform/text/format.h"
 #include "platform/text/locale.h"
+#include "platform/text/text.h"
 
 #include <cstdlib>
 #include <limits>
@@ -12,6 +13,7 @@
 namespace {
 
 using platform::formatByteCount;
+using platform::userLocale;
 
 constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 
@@ -73,24 +75,36 @@ TEST(Format, DatesAreThoseOfTheUsersTimeZone) {
 TEST(Locale, FollowsTheEnvironmentAsPosixOrdersItsVariables) {
     const struct {
         std::map<std::string, std::string> variables;
-        const char* locale;
+        std::vector<std::string> locales; // for numbers, collation and dates
         std::vector<std::string> languages;
-    } cases[]{{{}, "en_US", {}},
-              {{{"LC_ALL", "POSIX"}, {"LANG", "fr_FR.UTF-8"}, {"LANGUAGE", "fr"}}, "en_US", {}},
-              {{{"LANG", "pt_BR"}, {"LC_TIME", ""}}, "pt_BR", {"pt-BR"}},
-              {{{"LANG", "de_DE@euro"}, {"LC_TIME", "en_GB.UTF-8"}}, "en_GB", {"de-DE"}},
-              {{{"LC_ALL", "sr_RS.UTF-8@latin"}, {"LC_MESSAGES", "it_IT"}}, "sr_Latn_RS", {"sr-Latn-RS"}},
-              {{{"LC_MESSAGES", "it_IT.UTF-8"}, {"LANG", "en_US.UTF-8"}}, "en_US", {"it-IT"}},
-              {{{"LANG", "fr_FR.UTF-8"}, {"LANGUAGE", "fr_CH:sr_RS@cyrillic::C:de"}},
-               "fr_FR",
+    } cases[]{{{}, {"en_US", "en_US", "en_US"}, {}},
+              {{{"LC_ALL", "POSIX"}, {"LANG", "fr_FR"}, {"LANGUAGE", "fr"}}, {"en_US", "en_US", "en_US"}, {}},
+              {{{"LANG", "pt_BR"}, {"LC_TIME", ""}}, {"pt_BR", "pt_BR", "pt_BR"}, {"pt-BR"}},
+              {{{"LANG", "de_DE@euro"}, {"LC_TIME", "en_GB.UTF-8"}}, {"de_DE", "de_DE", "en_GB"}, {"de-DE"}},
+              {{{"LC_ALL", "sr_RS.UTF-8@latin"}, {"LC_MESSAGES", "it_IT"}, {"LC_NUMERIC", "de_DE"}},
+               {"sr_Latn_RS", "sr_Latn_RS", "sr_Latn_RS"},
+               {"sr-Latn-RS"}},
+              {{{"LC_MESSAGES", "it_IT"}, {"LC_COLLATE", "C"}}, {"en_US", "en_US", "en_US"}, {"it-IT"}},
+              {{{"LANG", "fr_FR.UTF-8"},
+                {"LC_NUMERIC", "de_DE"},
+                {"LC_COLLATE", "sv_SE"},
+                {"LC_TIME", "en_GB"},
+                {"LANGUAGE", "fr_CH:sr_RS@cyrillic::C:de"}},
+               {"de_DE", "sv_SE", "en_GB"},
                {"fr-CH", "sr-Cyrl-RS", "de"}}};
-    for (const auto& [variables, locale, languages] : cases) {
-        for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LC_TIME", "LANG"})
+    for (const auto& [variables, locales, languages] : cases) {
+        for (const char* name :
+             {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LC_NUMERIC", "LC_COLLATE", "LC_TIME", "LANG"})
             unsetenv(name);
         for (const auto& [name, value] : variables)
             setenv(name.c_str(), value.c_str(), 1);
-        EXPECT_EQ(platform::userLocale(), locale) << testing::PrintToString(variables);
+        using enum platform::LocaleCategory;
+        EXPECT_EQ((std::vector{userLocale(numeric), userLocale(collate), userLocale(time)}), locales)
+            << testing::PrintToString(variables);
         EXPECT_EQ(platform::preferredLanguages(), languages) << testing::PrintToString(variables);
     }
-    EXPECT_EQ(formatByteCount(12'000), formatByteCount(12'000, "fr_FR")); // that of the last case
+    // Each use follows its own category of the last case.
+    EXPECT_EQ(formatByteCount(0), formatByteCount(0, "de_DE"));
+    EXPECT_TRUE(platform::NameOrder().before("Z", "Ä")); // as in Swedish
+    EXPECT_EQ(platform::formatMediumDate({}), platform::formatMediumDate({}, "en_GB"));
 }
