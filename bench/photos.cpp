@@ -74,7 +74,7 @@ std::size_t findDuplicates(const platform::Disk& disk) {
         return platform::PhotoAuthorization::authorized;
     };
     std::size_t count = 0;
-    core::LumvalePhotoDuplicates::findExactDuplicates([&](const auto& groups) { count = groups.size(); },
+    core::LumvalePhotoDuplicates::findExactDuplicates([&](const auto& groups) { count = groups->size(); },
                                                       here, {disk, {authorized, authorized}});
     return count;
 }

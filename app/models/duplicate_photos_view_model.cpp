@@ -25,8 +25,7 @@ void DuplicatePhotosViewModel::requestAccess() {
         [model = QPointer(this)](core::PhotoAccessState state) {
             if (!model)
                 return;
-            model->m_authState = state;
-            Q_EMIT model->authStateChanged();
+            model->setAuthState(state);
             if (state == core::PhotoAccessState::limited || state == core::PhotoAccessState::authorized)
                 model->scan();
         },
@@ -37,14 +36,19 @@ void DuplicatePhotosViewModel::scan() {
     setIsLoading(true);
     m_groups.setChecked({});
     core::LumvalePhotoDuplicates::findExactDuplicates(
-        [model = QPointer(this)](std::vector<core::DuplicatePhotoGroup> groups) {
+        [model = QPointer(this)](std::optional<std::vector<core::DuplicatePhotoGroup>> found) {
             if (model)
-                model->takeGroups(std::move(groups));
+                model->takeGroups(std::move(found));
         },
         m_executor, m_library);
 }
 
-void DuplicatePhotosViewModel::takeGroups(std::vector<core::DuplicatePhotoGroup> groups) {
+void DuplicatePhotosViewModel::takeGroups(std::optional<std::vector<core::DuplicatePhotoGroup>> found) {
+    m_hasScanFailed = !found;
+    if (m_hasScanFailed) // the permission may have been revoked
+        setAuthState(core::LumvalePhotoDuplicates::authorizationStatus(m_library));
+    std::vector<core::DuplicatePhotoGroup> groups =
+        std::move(found).value_or(std::vector<core::DuplicatePhotoGroup>());
     m_totalWastedBytes = 0;
     for (const core::DuplicatePhotoGroup& group : groups)
         m_totalWastedBytes = platform::addBytes(m_totalWastedBytes, group.totalWastedBytes());
@@ -99,6 +103,11 @@ QString DuplicatePhotosViewModel::totalWasted() const {
 
 QString DuplicatePhotosViewModel::selectedSize() const {
     return display::size(selectedBytes());
+}
+
+void DuplicatePhotosViewModel::setAuthState(core::PhotoAccessState state) {
+    m_authState = state;
+    Q_EMIT authStateChanged();
 }
 
 void DuplicatePhotosViewModel::setIsLoading(bool isLoading) {

@@ -26,6 +26,7 @@ class DuplicatePhotosViewModel : public QObject {
     Q_PROPERTY(QString totalWasted READ totalWasted NOTIFY groupsChanged)
     Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged)
     Q_PROPERTY(bool hasScanned READ hasScanned NOTIFY hasScannedChanged)
+    Q_PROPERTY(bool hasScanFailed READ hasScanFailed NOTIFY hasScannedChanged)
     Q_PROPERTY(int checkedCount READ checkedCount NOTIFY selectionChanged)
     Q_PROPERTY(QString selectedSize READ selectedSize NOTIFY selectionChanged)
     Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm WRITE setShowDeleteConfirm NOTIFY
@@ -43,6 +44,7 @@ public:
     const std::vector<core::DuplicatePhotoGroup>& groups() const { return m_groups.groups(); }
     bool isLoading() const { return m_isLoading; }
     bool hasScanned() const { return m_hasScanned; }
+    bool hasScanFailed() const { return m_hasScanFailed; } ///< whether the last search failed
     const std::set<std::string>& checked() const { return m_groups.checked(); }
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
     std::optional<int> lastDeletedCount() const { return m_lastDeletedCount; }
@@ -53,6 +55,8 @@ public:
     void setShowDeleteConfirm(bool show);
 
     Q_INVOKABLE void requestAccess(); ///< scans if the permission is granted
+    /// Searches for duplicates. If the library cannot be read, there are no groups, hasScanFailed() is set
+    /// and the permission is read again.
     Q_INVOKABLE void scan();
     Q_INVOKABLE void requestDelete();
     /// Moves the checked items to the library's "Recently Deleted" album, records the deletion in the history
@@ -87,7 +91,8 @@ private:
     void setIsLoading(bool isLoading);
     void setIsDeleting(bool isDeleting);
     void setHasDeletionFailed(bool hasFailed);
-    void takeGroups(std::vector<core::DuplicatePhotoGroup> groups);
+    void setAuthState(core::PhotoAccessState state);
+    void takeGroups(std::optional<std::vector<core::DuplicatePhotoGroup>> found);
     void takeDeletion(int count, std::int64_t sizeBytes);
 
     platform::PhotoLibrary m_library;
@@ -98,6 +103,7 @@ private:
     std::int64_t m_totalWastedBytes = 0;
     bool m_isLoading = false;
     bool m_hasScanned = false;
+    bool m_hasScanFailed = false;
     bool m_showDeleteConfirm = false;
     bool m_isDeleting = false;
     bool m_hasDeletionFailed = false;

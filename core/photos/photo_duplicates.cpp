@@ -3,7 +3,6 @@
 #include "core/photos/photo_grouping.h"
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -38,11 +37,13 @@ void runInBackground(const platform::Executor& executor, std::function<Value()> 
     });
 }
 
-std::vector<DuplicatePhotoGroup> duplicates(const platform::PhotoLibrary& library) {
+std::optional<std::vector<DuplicatePhotoGroup>> duplicates(const platform::PhotoLibrary& library) {
     std::optional<PhotoGrouping> grouping;
     const bool isWhole = library.visitAssets(
         [&] { grouping.emplace(); }, [&](const platform::PhotoAsset& asset) { grouping->add(asset); });
-    return isWhole ? grouping->groups() : std::vector<DuplicatePhotoGroup>();
+    if (!isWhole)
+        return std::nullopt;
+    return grouping->groups();
 }
 
 } // namespace
@@ -57,9 +58,9 @@ void requestAccess(std::function<void(PhotoAccessState)> completion, const platf
         executor, [library] { return state(library.requestAuthorization()); }, std::move(completion));
 }
 
-void findExactDuplicates(std::function<void(std::vector<DuplicatePhotoGroup>)> completion,
+void findExactDuplicates(std::function<void(std::optional<std::vector<DuplicatePhotoGroup>>)> completion,
                          const platform::Executor& executor, const platform::PhotoLibrary& library) {
-    runInBackground<std::vector<DuplicatePhotoGroup>>(
+    runInBackground<std::optional<std::vector<DuplicatePhotoGroup>>>(
         executor, [library] { return duplicates(library); }, std::move(completion));
 }
 

@@ -6,6 +6,7 @@
 #include "platform/photos/photo_library.h"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace core {
@@ -14,7 +15,7 @@ namespace core {
 enum class PhotoAccessState { notDetermined, denied, limited, authorized };
 
 /// Finds and deletes duplicates in the photo library. Compares the library's metadata only; no image file is
-/// read. Stateless: every operation reads the library again; errors give an empty result. Operations with a
+/// read. Stateless: every operation reads the library again. Operations with a
 /// `completion` run in the background and call it once, on the interface thread. A
 /// `platform::Disk` may be passed for the library of its home.
 namespace LumvalePhotoDuplicates {
@@ -27,9 +28,10 @@ void requestAccess(std::function<void(PhotoAccessState)> completion,
                    const platform::Executor& executor = platform::Executor::current(),
                    const platform::PhotoLibrary& library = platform::Disk::current());
 
-/// Finds the groups of duplicates, largest `totalWastedBytes` first, equal ones in the order of the library;
-/// none without permission.
-void findExactDuplicates(std::function<void(std::vector<DuplicatePhotoGroup>)> completion,
+/// Finds the groups of duplicates, largest `totalWastedBytes` first, equal ones in the order of the library.
+/// Passes on nullopt when the library cannot be read completely, or permission is missing or was revoked
+/// during the search.
+void findExactDuplicates(std::function<void(std::optional<std::vector<DuplicatePhotoGroup>>)> completion,
                          const platform::Executor& executor = platform::Executor::current(),
                          const platform::PhotoLibrary& library = platform::Disk::current());
 

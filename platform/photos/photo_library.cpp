@@ -102,6 +102,11 @@ bool PhotoLibrary::visitAssets(const std::function<void()>& begin,
         // Once access is revoked, the system leaves out assets without an error.
         return m_system->visitAssets(visit) && isOpen();
     }
+    const Result<Descriptor> folder = m_disk.openFolder(photoLibraryFolder(m_disk));
+    if (!folder && folder.error().code == ENOENT) {
+        begin();
+        return true;
+    }
     return read(m_disk, [&](const PhotoCatalogue& catalogue) {
         begin();
         return catalogue.visitAssets(visit);

@@ -105,6 +105,13 @@ void DuplicatesTest::requestsAccessAndSearchesOnceGranted() {
         QCOMPARE(m_driver->text("emptyPrompt"), translated(prompt));
         QCOMPARE(m_driver->text("summary"), isGiven ? summary(2, "8 MB") : QString());
         QCOMPARE(hasFocus("scanButton"), isGiven);
+        if (!isGiven)
+            continue;
+        QVERIFY(m_driver->click("scanButton"));
+        status = denied; // revoked during the search
+        jobs.run();
+        QCOMPARE(m_driver->text("emptyPrompt"), translated("duplicates_denied_text"));
+        QVERIFY(!m_driver->isShown("scanButton") && !m_driver->isShown("groupsList"));
     }
 }
 
@@ -162,6 +169,9 @@ void DuplicatesTest::drawsDescribesAndTicksPhotos() {
     search();
     QCOMPARE(m_driver->text("summary"), summary(1, "6 MB"));
     checkTicked("", 0, "Zero KB");
+    m_disk->write(CatalogueWriter::file, "damaged");
+    QVERIFY(m_driver->click("scanButton"));
+    QTRY_COMPARE(m_driver->text("emptyPrompt"), translated("photos_unreadable"));
 }
 
 void DuplicatesTest::deletesOnlyConfirmedPhotos() {

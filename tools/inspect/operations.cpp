@@ -110,8 +110,8 @@ Json startup(const Request& request) {
 Json duplicates(const Request& request) {
     Json list;
     core::LumvalePhotoDuplicates::findExactDuplicates(
-        [&](const std::vector<core::DuplicatePhotoGroup>& groups) { list = form(groups); }, here(),
-        photoLibrary(request));
+        [&](const auto& groups) { list = form(groups.value_or(std::vector<core::DuplicatePhotoGroup>())); },
+        here(), photoLibrary(request));
     return list;
 }
 

@@ -45,9 +45,11 @@ FocusScope {
             id: prompt
             anchors.centerIn: parent
             visible: !root.model.isLoading && !root.hasGroups
-            symbol: header.isAllowed && root.model.hasScanned ? "checkmark.seal.fill" : "photo.on.rectangle.angled"
+            symbol: header.isAllowed && root.model.hasScanned && !root.model.hasScanFailed
+                    ? "checkmark.seal.fill" : "photo.on.rectangle.angled"
             text: Texts.tr(root.model.isUndecided ? "duplicates_permission_text"
                            : root.model.isDenied ? "duplicates_denied_text"
+                           : root.model.hasScanFailed ? "photos_unreadable"
                            : root.model.hasScanned ? "duplicates_none_found" : "duplicates_empty_prompt")
 
             GradientButton {
