@@ -97,7 +97,7 @@ TEST_F(Deletion, DecidesOnEveryPathAsTheGuardDoesOnItsStandardisedForm) {
 TEST_F(Deletion, MovesEntriesToTheTrashAndRemovesThoseInTheTrash) {
     disk.make({"~/Library/Caches/a/inside", "~/Downloads/b", "~/Documents/kept", "~/.Trash/old/inside",
                "~/.Trash/c", "~/.Trash/link -> ../Documents"});
-    Lines paths = at({"~/Library/Caches/a/", "~/missing", "~/x/../Documents//", "~/.Trash/./old",
+    Lines paths = at({"~/Library/Caches/a/", "~//missing", "~/x/../Documents//", "~/.Trash/./old",
                       "~/Downloads/b", "~/Downloads/b", "~/.Trash/link/kept", "~/.Trash/link"});
     paths.emplace_back("/tmp/a\0b", 8);
     const core::DeletionOutcome outcome = deletePaths(paths, disk.disk());

@@ -1,17 +1,19 @@
 #include "core/photos/photo_duplicates.h"
 
+#include "core/photos/photo_grouping.h"
 #include "tests/support/photo_catalogue.h"
 #include "tests/support/temporary_disk.h"
 
 #include <limits>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 using platform::PhotoAuthorization;
+using platform::PhotoResource;
+using platform::PhotoResourceType;
 
 namespace {
 
@@ -38,6 +40,23 @@ core::DuplicatePhotoItem item(std::string id, std::int64_t size, std::optional<d
     if (taken)
         date = platform::Date(platform::Date::duration(*taken));
     return {std::move(id), "IMG_1.JPG", size, date, false, true};
+}
+
+/// Types of PHAssetResourceType that no photo or video has on its own.
+constexpr PhotoResourceType alternatePhoto{4};
+constexpr PhotoResourceType adjustmentData{7};
+constexpr PhotoResourceType pairedVideo{9};
+
+/// Returns the name of the file that stands for an asset with these files, or "none".
+std::string chosen(const std::vector<PhotoResource>& resources, std::string_view identifier = "A") {
+    core::LumvalePhotoDuplicates::PhotoGrouping grouping;
+    platform::PhotoAsset asset;
+    asset.localIdentifier = identifier;
+    asset.resources = resources;
+    for (int copies = 0; copies < 2; ++copies)
+        grouping.add(asset);
+    const auto groups = grouping.groups();
+    return groups.empty() ? "none" : groups[0].items[0].filename;
 }
 
 } // namespace
@@ -103,7 +122,27 @@ TEST(DuplicatePhotoGroup, OrdersItemsByDateAndCountsAllButTheLargest) {
     EXPECT_EQ(group.items, (std::vector{item("c", 9), item("a", 7, 2), item("b", 5, 3), item("B", 5, 3)}));
     EXPECT_EQ(group.totalWastedBytes(), 17);
     constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-    EXPECT_EQ(
-        core::DuplicatePhotoGroup({item("a", most), item("b", most), item("c", most)}).totalWastedBytes(),
-        most);
+    EXPECT_EQ(core::DuplicatePhotoGroup(std::vector(3, item("a", most))).totalWastedBytes(), most);
+}
+
+TEST(PhotoGrouping, TakesTheFirstPhotoOrVideoOfAnAssetOrElseItsFirstFile) {
+    using enum PhotoResourceType;
+    const std::string longest(1024, 'x');
+    const std::string longer(65536 + 1, 'x'); // 1 in 16 bits
+    const struct {
+        std::vector<PhotoResource> resources;
+        std::string expected;
+    } cases[]{{{{adjustmentData, "a", 9}, {photo, "b", 1}, {fullSizePhoto, "c", 2}}, "b"},
+              {{{pairedVideo, "a", 9}, {fullSizeVideo, "b", 1}, {video, "c", 2}}, "b"},
+              {{{alternatePhoto, "a", 9}, {fullSizePhoto, "b", 1}, {photo, "c", 2}}, "b"},
+              {{{audio, "a", 9}, {video, "b", 1}}, "b"},
+              {{{alternatePhoto, "a", 9}, {audio, "b", 1}}, "a"},
+              {{{photo, "a", 0}, {fullSizePhoto, "b", 1}}, "none"},
+              {{{photo, "a", {}}, {fullSizePhoto, "b", 1}}, "none"},
+              {{{photo, longest, 1}}, longest},
+              {{{photo, longer, 1}}, "none"},
+              {{}, "none"}};
+    for (const auto& [resources, expected] : cases)
+        EXPECT_EQ(chosen(resources), expected);
+    EXPECT_EQ(chosen({{photo, "a", 1}}, longer), "none");
 }
