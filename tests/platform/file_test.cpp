@@ -23,12 +23,11 @@ TEST(ReadFile, ReturnsRegularFilesUpToTheLimit) {
     disk.write("~/file", content);
     EXPECT_EQ(*readFile(disk.disk(), at("~/file"), 3), content);
     disk.make({"~/huge 1000000000000", "~/folder/", "~/dangling -> nothing", "~/pipe |"});
-    const std::pair<const char*, const char*> refused[]{{"~/file", "512:27"},
-                                                        {"~/huge", "512:27"},
-                                                        {"~/folder", "512:21"},
-                                                        {"~/pipe", "512:22"},
-                                                        {"~/dangling", "260:2"}};
-    for (const auto& [name, code] : refused)
+    for (const auto& [name, code] : {std::pair("~/file", "512:27"),
+                                     {"~/huge", "512:27"},
+                                     {"~/folder", "512:21"},
+                                     {"~/pipe", "512:22"},
+                                     {"~/dangling", "260:2"}})
         EXPECT_EQ(codes(readFile(disk.disk(), at(name), 2)), code) << name;
 }
 

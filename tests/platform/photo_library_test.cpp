@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include <pwd.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -96,6 +97,7 @@ TEST_F(PhotoLibraryOnDisk, ReadsTheWriteAheadLogAndLeavesNoTrace) {
     for (const auto& [log, transaction] : cases) {
         const TemporaryDisk of;
         CatalogueWriter catalogue(of, Maker::mac, log);
+        catalogue.run("PRAGMA wal_checkpoint"); // so that the database alone can be read
         catalogue.add({.uuid = "A"});
         if (transaction != nullptr)
             catalogue.run(transaction);
@@ -137,9 +139,11 @@ TEST_F(PhotoLibraryOnDisk, ReportsDamagedAndForeignFilesAsUnreadable) {
         catalogue.add({.uuid = std::to_string(i), .name = "'" + std::string(60, 'x') + "'"});
     const std::string good = disk.read(file);
     EXPECT_EQ(assets(library).size(), 200U);
+    catalogue.run("UPDATE ZADDITIONALASSETATTRIBUTES SET ZASSET = 1 WHERE ZASSET < 19"); // 18 of one asset
     for (const std::string& bad :
-         {looped(catalogue, "ZASSET", 0, good), looped(catalogue, "ZADDITIONALASSETATTRIBUTES", 18, good),
-          good.substr(0, 10), good.substr(0, 4096), good.substr(0, good.size() - 4096)}) {
+         {disk.read(file), looped(catalogue, "ZASSET", 0, good),
+          looped(catalogue, "ZADDITIONALASSETATTRIBUTES", 18, good), good.substr(0, 10), good.substr(0, 4096),
+          good.substr(0, good.size() - 4096)}) {
         disk.write(file, bad);
         EXPECT_EQ(assets(library), unreadable) << bad.size();
     }
@@ -231,4 +235,52 @@ TEST(PhotoAccess, IsRequestedOnceAndThenDependsOnTheDisk) {
     disk.setMode(file, 0);
     EXPECT_EQ(photos.authorization(), PhotoAuthorization::denied);
     unsetenv("LUMVALE_SETTINGS");
+}
+
+TEST(SystemPhotoLibrary, IsUsedInTheHomeOfThisUserWhileItsPermissionLasts) {
+    using enum PhotoAuthorization;
+    const struct {
+        PhotoAuthorization before, after; // the only asset is visited
+        bool isAvailable, isWhole;
+    } cases[]{{authorized, authorized, true, true},
+              {limited, limited, true, true},
+              {authorized, limited, true, true},
+              {authorized, denied, true, false},
+              {limited, notDetermined, true, false},
+              {authorized, authorized, false, false},
+              {denied, denied, true, false},
+              {restricted, restricted, true, false},
+              {notDetermined, notDetermined, true, false}};
+    for (const auto& one : cases) {
+        SCOPED_TRACE(testing::PrintToString(one.before) + " to " + testing::PrintToString(one.after));
+        PhotoAuthorization present = one.before;
+        const auto permission = [&] {
+            return present;
+        };
+        const auto visit = [&](const std::function<void(const PhotoAsset&)>& visitAsset) {
+            visitAsset({});
+            present = one.after;
+            return one.isAvailable;
+        };
+        const platform::SystemPhotoLibrary system{permission, permission, visit,
+                                                  [](auto) {
+                                                      return platform::PhotoPicture{{}, true};
+                                                  },
+                                                  [](auto&) {
+                                                      return PhotoDeletion::declined;
+                                                  }};
+        const auto libraryIn = [&system](const char* home) {
+            return PhotoLibrary(*platform::Disk::open("/", home), photoAccess(restricted), &system);
+        };
+        const PhotoLibrary library = libraryIn(getpwuid(getuid())->pw_dir);
+        EXPECT_EQ(library.authorization(), one.before);
+        const bool isOpen = one.before == authorized || one.before == limited;
+        EXPECT_EQ(library.picture("A").isInCloud, isOpen);
+        EXPECT_EQ(library.deleteAssets({"A"}), isOpen ? PhotoDeletion::declined : PhotoDeletion::failed);
+        int found = 0;
+        EXPECT_EQ(library.visitAssets([] {}, [&](auto&) { ++found; }), one.isWhole);
+        EXPECT_EQ(found, isOpen ? 1 : 0);
+        for (const char* const home : {"/", "/usr"})
+            EXPECT_EQ(libraryIn(home).authorization(), restricted) << home;
+    }
 }

@@ -179,6 +179,9 @@ TEST_F(RemoveForGood, EntersNoMountPoint) {
     for (const char* kept : {"~/Documents/kept", "~/.Trash/volume/kept", "~/.Trash/a/volume/kept"})
         EXPECT_TRUE(disk.exists(kept)) << kept;
     EXPECT_FALSE(disk.exists("~/.Trash/a/other"));
+    LOCK_OR_SKIP(disk, "~/Documents/kept");
+    platform::unlock(disk.disk(), at("~/.Trash/b"));
+    EXPECT_TRUE(isLocked("~/Documents/kept"));
 }
 
 TEST_F(RemoveForGood, RemovesHugeTreesWithFewDescriptorsAndLittleMemory) {

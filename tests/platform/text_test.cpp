@@ -7,38 +7,24 @@
 
 #include <gtest/gtest.h>
 
-TEST(Text, InvalidUtf8IsDisplayedAsReplacementCharacters) {
-    const std::pair<std::string, std::string> cases[] = {{"é 日本 🙂\t\n", "é 日本 🙂\t\n"},
-                                                         {"caf\xE9.txt", "caf\uFFFD.txt"},
-                                                         {"\xC0\xAF", "\uFFFD\uFFFD"},  // overlong "/"
-                                                         {"\xF0\x9F\x99z", "\uFFFDz"}}; // truncated sequence
-    for (const auto& [bytes, shown] : cases)
-        EXPECT_EQ(platform::displayed(bytes), shown);
-}
-
-TEST(Text, LowersCaseIndependentlyOfTheLocale) {
-    const std::pair<std::string, std::string> cases[] = {{"Com.Example.IDE-2", "com.example.ide-2"},
-                                                         {"İI", "i\u0307i"},
-                                                         {"ΣΟΦΟΣ ΣΑΣ", "σοφος σας"},
-                                                         {"Ж\xFFЖ", "ж\uFFFDж"}};
-    for (const auto& [text, lower] : cases)
-        EXPECT_EQ(platform::lowercased(text), lower);
-}
-
-TEST(Text, CapitalizesEachWordIndependentlyOfTheLocale) {
-    const std::pair<std::string, std::string> cases[] = {
-        {"my-tool  AGENT_x.y", "My-Tool  Agent_X.y"}, // a full stop is case-ignorable
-        {"3rd 2FA", "3Rd 2Fa"},
-        {"o'neil ROCK’N’ROLL", "O'neil Rock’n’roll"},
-        {"'quoted'", "'Quoted'"},
-        {"O`NEIL", "O`neil"},
-        {"x^y", "X^y"},
-        {"e\u0301te\u0301 a\u0301b", "E\u0301te\u0301 A\u0301b"}, // combining accents
-        {"ß ﬁsh ǆep iI", "Ss Fish ǅep Ii"},
-        {"жЖ 𐐨𐐀 日本a", "Жж 𐐀𐐨 日本A"},
-        {"a\xFFz", "A\uFFFDZ"}};
-    for (const auto& [text, capital] : cases)
-        EXPECT_EQ(platform::capitalized(text), capital) << text;
+TEST(Text, IsConvertedIndependentlyOfTheLocaleAndShowsInvalidUtf8AsReplacementCharacters) {
+    using namespace platform;
+    const struct {
+        std::string (*convert)(std::string_view);
+        const char *text, *result;
+    } cases[]{{displayed, "é 日本 🙂\t\n caf\xE9.txt", "é 日本 🙂\t\n caf\uFFFD.txt"},
+              {displayed, "\xF0\x9F\x99z", "\uFFFDz"}, // a truncated sequence
+              {lowercased, "Com.Example.IDE-2", "com.example.ide-2"},
+              {lowercased, "İI ΣΟΦΟΣ ΣΑΣ", "i\u0307i σοφος σας"},
+              {lowercased, "Ж\xFFЖ", "ж\uFFFDж"},
+              {capitalized, "my-tool  AGENT_x.y", "My-Tool  Agent_X.y"}, // a full stop is case-ignorable
+              {capitalized, "3rd 2FA 'quoted' O`NEIL x^y", "3Rd 2Fa 'Quoted' O`neil X^y"},
+              {capitalized, "o'neil ROCK’N’ROLL", "O'neil Rock’n’roll"},
+              {capitalized, "e\u0301te\u0301 a\u0301b", "E\u0301te\u0301 A\u0301b"}, // combining accents
+              {capitalized, "ß ﬁsh ǆep iI жЖ 𐐨𐐀 日本a", "Ss Fish ǅep Ii Жж 𐐀𐐨 日本A"},
+              {capitalized, "a\xFFz", "A\uFFFDZ"}};
+    for (const auto& [convert, text, result] : cases)
+        EXPECT_EQ(convert(text), result) << text;
 }
 
 TEST(Text, NamesAreOrderedByTheRulesOfTheLocale) {
