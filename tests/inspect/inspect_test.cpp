@@ -76,7 +76,8 @@ TEST(Inspect, RunsEveryOperationAndChangesTheDiskOnlyIfItIsReallyMeant) {
         std::string output;
         for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe))
             output += c == '\n' ? ' ' : static_cast<char>(c);
-        output.insert(0, std::to_string(WEXITSTATUS(pclose(pipe))) + " ");
+        const int status = pclose(pipe);
+        output.insert(0, std::to_string(WEXITSTATUS(status)) + " ");
         EXPECT_EQ(output.substr(0, expected.size()), expected) << arguments;
         EXPECT_TRUE(disk.entries() == before || line.find("--really") < arguments.size()) << arguments;
     }

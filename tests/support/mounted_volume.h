@@ -1,36 +1,33 @@
 #pragma once
 
+#include "tests/support/process.h"
+
 #include <string>
 
-#include <sys/mount.h>
-
 /// Mounts a volume of 64 KiB in memory on a folder of the host until destroyed, or the folder `original` as
-/// another mount point of its volume. Only root can mount; other users skip the test.
+/// another mount point of its volume. Only root on Linux can; others skip the test.
 class MountedVolume {
 public:
-    explicit MountedVolume(std::string hostFolder, const std::string& original = "")
-        : m_folder(std::move(hostFolder)),
-          m_isMounted(mount(original.c_str(), m_folder.c_str(), "tmpfs", original.empty() ? 0 : MS_BIND,
-                            "size=64k,mode=0777")
-                      == 0) {}
+    explicit MountedVolume(const std::string& hostFolder, const std::string& original = "")
+        : m_folder("'" + hostFolder + "'"),
+          m_isMounted(original.empty() ? runInShell("mount -t tmpfs -o size=64k,mode=0777 none " + m_folder)
+                                       : runInShell("mount --bind '" + original + "' " + m_folder)) {}
     ~MountedVolume() {
         if (m_isMounted)
-            umount2(m_folder.c_str(), MNT_DETACH);
+            runInShell("umount --lazy " + m_folder);
     }
     MountedVolume(const MountedVolume&) = delete;
     MountedVolume& operator=(const MountedVolume&) = delete;
 
     explicit operator bool() const { return m_isMounted; }
 
-    [[nodiscard]] bool makeReadOnly() const {
-        return mount(nullptr, m_folder.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) == 0;
-    }
+    [[nodiscard]] bool makeReadOnly() const { return runInShell("mount -o remount,ro " + m_folder); }
 
 private:
-    std::string m_folder;
+    std::string m_folder; ///< quoted
     bool m_isMounted;
 };
 
 #define SKIP_UNLESS_MOUNTED(volume)                                                                          \
     if (!(volume))                                                                                           \
-    GTEST_SKIP() << "this user may not mount a volume"
+    GTEST_SKIP() << "no volume can be mounted here"

@@ -1,5 +1,6 @@
 #include "tests/support/process.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <iterator>
 
@@ -18,7 +19,11 @@ DescriptorLimit::~DescriptorLimit() {
 
 std::size_t openDescriptors() {
     using std::filesystem::directory_iterator;
-    return static_cast<std::size_t>(std::distance(directory_iterator("/proc/self/fd"), directory_iterator()));
+    return static_cast<std::size_t>(std::distance(directory_iterator("/dev/fd"), directory_iterator()));
+}
+
+bool runInShell(const std::string& command) {
+    return std::system(("{ " + command + "; } 2>/dev/null").c_str()) == 0;
 }
 
 int inAnotherProcess(const std::function<int()>& work) {

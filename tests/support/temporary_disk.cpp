@@ -1,5 +1,8 @@
 #include "tests/support/temporary_disk.h"
 
+#include "platform/system/system.h"
+#include "tests/support/process.h"
+
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -8,7 +11,6 @@
 #include <iterator>
 
 #include <fcntl.h>
-#include <sys/fsuid.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -37,9 +39,9 @@ TemporaryDisk::TemporaryDisk(Where where) {
 
 TemporaryDisk::~TemporaryDisk() {
     // Uses the shell's tools, so that a fault of the product cannot hide in the removal.
-    const std::string command = "chattr -R -f -i '" + m_root + "' 2>/dev/null; chmod -R u+rwx '" + m_root
-                                + "' 2>/dev/null; rm -rf '" + m_root + "'";
-    if (std::system(command.c_str()) != 0)
+    const std::string root = "'" + m_root + "'";
+    if (!runInShell("chattr -R -f -i " + root + " || chflags -R nouchg " + root + "; chmod -R u+rwx " + root
+                    + "; rm -rf " + root))
         std::fprintf(stderr, "could not remove %s\n", m_root.c_str());
 }
 
@@ -87,15 +89,22 @@ void TemporaryDisk::setModified(std::string_view path, platform::Date date) cons
 }
 
 void TemporaryDisk::setMode(std::string_view path, unsigned mode) const {
-    check(chmod(host(path).c_str(), mode) == 0, host(path));
+    check(chmod(host(path).c_str(), static_cast<mode_t>(mode)) == 0, host(path));
 }
 
 bool TemporaryDisk::lock(std::string_view path) const {
-    return std::system(("chattr +i '" + host(path) + "' 2>/dev/null").c_str()) == 0;
+    const std::string file = "'" + host(path) + "'";
+    return runInShell("chattr +i " + file + " || chflags uchg " + file);
 }
 
 bool TemporaryDisk::exchange(std::string_view path, std::string_view other) const {
-    return renameat2(AT_FDCWD, host(path).c_str(), AT_FDCWD, host(other).c_str(), RENAME_EXCHANGE) == 0;
+    if (!exists(path) || !exists(other))
+        return false;
+    const std::string aside = host("/aside");
+    fs::rename(host(path), aside);
+    fs::rename(host(other), host(path));
+    fs::rename(aside, host(other));
+    return true;
 }
 
 bool TemporaryDisk::exists(std::string_view path) const {
@@ -109,9 +118,10 @@ std::map<std::string, std::string> TemporaryDisk::entries() const {
         check(lstat(entry.path().c_str(), &status) == 0, entry.path());
         std::string& facts = found[entry.path().string().substr(m_root.size())];
         facts = std::to_string(status.st_ino) + ' ' + std::to_string(status.st_mode);
+        const timespec modified = platform::system::modificationTime(status);
         if (!S_ISDIR(status.st_mode))
-            facts += ' ' + std::to_string(status.st_size) + ' ' + std::to_string(status.st_mtim.tv_sec) + '.'
-                     + std::to_string(status.st_mtim.tv_nsec);
+            facts += ' ' + std::to_string(status.st_size) + ' ' + std::to_string(modified.tv_sec) + '.'
+                     + std::to_string(modified.tv_nsec);
     }
     return found;
 }
@@ -143,6 +153,6 @@ void moveToTrash(std::map<std::string, std::string>& entries, std::string_view p
 }
 
 void OrdinaryUser::accessFilesAs(unsigned user) {
-    setfsgid(user);
-    setfsuid(user); // for root, decides whether permissions count
+    if (getuid() == 0)
+        check(seteuid(0) == 0 && setegid(user) == 0 && seteuid(user) == 0, "the effective user");
 }

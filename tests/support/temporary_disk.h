@@ -45,7 +45,7 @@ public:
     /// Sets the immutable flag. Returns false where the file system or the user cannot.
     [[nodiscard]] bool lock(std::string_view path) const;
 
-    /// Exchanges two entries in one step. Returns false when one of them is missing.
+    /// Exchanges two entries. Returns false when one of them is missing.
     bool exchange(std::string_view path, std::string_view other) const;
 
     /// Returns whether the entry exists. A symbolic link is not followed.
@@ -63,8 +63,8 @@ private:
     std::optional<platform::Disk> m_disk;
 };
 
-/// Makes this thread, and threads that it starts, access files as an ordinary user until destroyed, so that
-/// permissions count. Has an effect for root only.
+/// Makes the process access files as an ordinary user until destroyed, so that permissions count. Has an
+/// effect for root only.
 class OrdinaryUser {
 public:
     OrdinaryUser() { accessFilesAs(65534); } // without privileges

@@ -60,10 +60,10 @@ QStringList StorageTest::selected() const {
 void StorageTest::drawsEntriesAsTilesAndRows() {
     const std::vector<QQuickItem*> tiles = m_driver->items("tile");
     QCOMPARE(tiles.size(), 20u);
-    const QStringList entries{"Applications 16 KB", "Movies 8 KB", "Music 4 KB", "Pictures 4 KB"};
+    const char* const entries[]{"Applications 16 KB", "Movies 8 KB", "Music 4 KB", "Pictures 4 KB"};
     const double shares[]{1, 0.5, 0.25, 0.25}; // of the largest
     const double largest = tiles[0]->width() * tiles[0]->height();
-    for (int i = 0; i < 4; ++i) {
+    for (std::size_t i = 0; i < 4; ++i) {
         QQuickItem* row = m_driver->rows().at(i);
         const auto* bar = row->findChild<QQuickItem*>("bar");
         QCOMPARE(bar->width(), shares[i] * bar->parentItem()->width());
