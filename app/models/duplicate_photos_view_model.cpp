@@ -35,6 +35,14 @@ void DuplicatePhotosViewModel::requestAccess() {
 void DuplicatePhotosViewModel::scan() {
     setIsLoading(true);
     m_groups.setChecked({});
+    core::LumvalePhotoDuplicates::canDelete(
+        [model = QPointer(this)](bool canDelete) {
+            if (!model)
+                return;
+            model->m_isReadOnly = !canDelete;
+            Q_EMIT model->isReadOnlyChanged();
+        },
+        m_executor, m_library);
     core::LumvalePhotoDuplicates::findExactDuplicates(
         [model = QPointer(this)](std::optional<std::vector<core::DuplicatePhotoGroup>> found) {
             if (model)
@@ -78,20 +86,23 @@ void DuplicatePhotosViewModel::confirmDelete() {
     setHasDeletionFailed(false);
     core::LumvalePhotoDuplicates::deleteItems(
         items,
-        [model = QPointer(this), count = checkedCount(),
+        [model = QPointer(this), history = QPointer(&m_history), count = checkedCount(),
          sizeBytes = selectedBytes()](platform::PhotoDeletion outcome) {
+            // Recorded even if the user has left the screen.
+            if (history && outcome == platform::PhotoDeletion::done)
+                history->record(::tr(QStringLiteral("photo_duplicates_history_name")).toStdString(),
+                                sizeBytes);
             if (!model)
                 return;
             model->setIsDeleting(false);
             model->setHasDeletionFailed(outcome == platform::PhotoDeletion::failed);
             if (outcome == platform::PhotoDeletion::done)
-                model->takeDeletion(count, sizeBytes);
+                model->takeDeletion(count);
         },
         m_executor, m_library);
 }
 
-void DuplicatePhotosViewModel::takeDeletion(int count, std::int64_t sizeBytes) {
-    m_history.record(::tr(QStringLiteral("photo_duplicates_history_name")).toStdString(), sizeBytes);
+void DuplicatePhotosViewModel::takeDeletion(int count) {
     m_lastDeletedCount = count;
     Q_EMIT lastDeletedCountChanged();
     scan();

@@ -27,6 +27,7 @@ class DuplicatePhotosViewModel : public QObject {
     Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged)
     Q_PROPERTY(bool hasScanned READ hasScanned NOTIFY hasScannedChanged)
     Q_PROPERTY(bool hasScanFailed READ hasScanFailed NOTIFY hasScannedChanged)
+    Q_PROPERTY(bool isReadOnly READ isReadOnly NOTIFY isReadOnlyChanged)
     Q_PROPERTY(int checkedCount READ checkedCount NOTIFY selectionChanged)
     Q_PROPERTY(QString selectedSize READ selectedSize NOTIFY selectionChanged)
     Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm WRITE setShowDeleteConfirm NOTIFY
@@ -45,6 +46,7 @@ public:
     bool isLoading() const { return m_isLoading; }
     bool hasScanned() const { return m_hasScanned; }
     bool hasScanFailed() const { return m_hasScanFailed; } ///< whether the last search failed
+    bool isReadOnly() const { return m_isReadOnly; }       ///< nothing can be deleted from the library
     const std::set<std::string>& checked() const { return m_groups.checked(); }
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
     std::optional<int> lastDeletedCount() const { return m_lastDeletedCount; }
@@ -81,6 +83,7 @@ Q_SIGNALS:
     void groupsChanged();
     void isLoadingChanged();
     void hasScannedChanged();
+    void isReadOnlyChanged();
     void selectionChanged();
     void showDeleteConfirmChanged();
     void isDeletingChanged();
@@ -93,7 +96,7 @@ private:
     void setHasDeletionFailed(bool hasFailed);
     void setAuthState(core::PhotoAccessState state);
     void takeGroups(std::optional<std::vector<core::DuplicatePhotoGroup>> found);
-    void takeDeletion(int count, std::int64_t sizeBytes);
+    void takeDeletion(int count);
 
     platform::PhotoLibrary m_library;
     HistoryStore& m_history;
@@ -104,6 +107,7 @@ private:
     bool m_isLoading = false;
     bool m_hasScanned = false;
     bool m_hasScanFailed = false;
+    bool m_isReadOnly = false;
     bool m_showDeleteConfirm = false;
     bool m_isDeleting = false;
     bool m_hasDeletionFailed = false;

@@ -64,6 +64,12 @@ void findExactDuplicates(std::function<void(std::optional<std::vector<DuplicateP
         executor, [library] { return duplicates(library); }, std::move(completion));
 }
 
+void canDelete(std::function<void(bool)> completion, const platform::Executor& executor,
+               const platform::PhotoLibrary& library) {
+    runInBackground<bool>(
+        executor, [library] { return library.isChangeable(); }, std::move(completion));
+}
+
 void deleteItems(const std::vector<DuplicatePhotoItem>& items,
                  std::function<void(platform::PhotoDeletion)> completion, const platform::Executor& executor,
                  const platform::PhotoLibrary& library) {

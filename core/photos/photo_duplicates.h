@@ -35,6 +35,11 @@ void findExactDuplicates(std::function<void(std::optional<std::vector<DuplicateP
                          const platform::Executor& executor = platform::Executor::current(),
                          const platform::PhotoLibrary& library = platform::Disk::current());
 
+/// Passes on whether deleteItems() can delete anything from the library.
+void canDelete(std::function<void(bool)> completion,
+               const platform::Executor& executor = platform::Executor::current(),
+               const platform::PhotoLibrary& library = platform::Disk::current());
+
 /// Moves the items to the library's "Recently Deleted" album, all or none. Items that are no longer in the
 /// library are skipped. Passes on the library's outcome.
 void deleteItems(const std::vector<DuplicatePhotoItem>& items,

@@ -4,6 +4,7 @@
 #include "platform/files/path.h"
 #include "platform/photos/photo_catalogue.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 
@@ -36,19 +37,20 @@ PhotoAuthorization answer(const Disk& disk) {
     return isRefused ? PhotoAuthorization::denied : PhotoAuthorization::authorized;
 }
 
+/// Set when the request could not be recorded in the file: the permission then lasts for the run.
+std::atomic<bool> wasAskedInThisRun = false;
+
 PhotoAuthorization presentStatus(const Disk& disk) {
     const std::optional<std::string> file = askedFile();
     const Result<Disk> host = Disk::open("/", "/");
     const bool wasAsked = file && host && readFile(*host, *file, 1024);
-    return wasAsked ? answer(disk) : PhotoAuthorization::notDetermined;
+    return wasAsked || wasAskedInThisRun ? answer(disk) : PhotoAuthorization::notDetermined;
 }
 
 PhotoAuthorization answerOnceAsked(const Disk& disk) {
     const std::optional<std::string> file = askedFile();
-    if (const Result<Disk> host = Disk::open("/", "/"); file && host) {
-        // If this fails, the program asks again the next time.
-        (void)writeFile(*host, *file, "yes\n");
-    }
+    const Result<Disk> host = Disk::open("/", "/");
+    wasAskedInThisRun = !file || !host || !writeFile(*host, *file, "yes\n");
     return answer(disk);
 }
 

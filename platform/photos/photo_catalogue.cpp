@@ -261,6 +261,11 @@ PhotoReading PhotoCatalogue::findOriginal(std::string_view identifier,
     return reading(step != SqliteStatement::Step::failed);
 }
 
+bool PhotoCatalogue::isChangeable(const Disk& disk) {
+    const Result<PhotoCatalogue> catalogue = open(disk);
+    return !disk.isReadOnly() && catalogue && *catalogue->m_database && isOurs(*catalogue->m_database);
+}
+
 bool PhotoCatalogue::moveToRecentlyDeleted(const Disk& disk, const std::vector<std::string>& identifiers) {
     // Checked before opening for writing, which alone can modify files, and before SQLite could find a
     // journal, which can name any file of the host for removal.

@@ -48,6 +48,10 @@ public:
     };
     PhotoReading findOriginal(std::string_view identifier, std::optional<Original>& original) const;
 
+    /// Returns whether moveToRecentlyDeleted() may change the catalogue of the disk: it has this program's
+    /// application ID, and its volume is writable.
+    static bool isChangeable(const Disk& disk);
+
     /// Marks all visible assets among these, or none, as recently deleted, and returns true on success. Only
     /// changes a catalogue with this program's application ID, never one that was made by a Mac.
     static bool moveToRecentlyDeleted(const Disk& disk, const std::vector<std::string>& identifiers);

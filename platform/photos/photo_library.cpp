@@ -132,6 +132,10 @@ PhotoPicture PhotoLibrary::picture(std::string_view localIdentifier) const {
     return {Descriptor(), file.error().code == ENOENT};
 }
 
+bool PhotoLibrary::isChangeable() const {
+    return m_system || PhotoCatalogue::isChangeable(m_disk);
+}
+
 PhotoDeletion PhotoLibrary::deleteAssets(const std::vector<std::string>& localIdentifiers) const {
     if (!isOpen())
         return PhotoDeletion::failed;

@@ -36,6 +36,9 @@ public:
     /// Returns the picture of the asset, whose file may have any format. Downloads nothing.
     PhotoPicture picture(std::string_view localIdentifier) const;
 
+    /// Returns whether deleteAssets() can delete anything: false for a catalogue that was made by a Mac.
+    bool isChangeable() const;
+
     /// Moves all of the assets, or none, to the library's recently deleted items. Ignores unknown
     /// identifiers. Refuses catalogues that were made by a Mac.
     PhotoDeletion deleteAssets(const std::vector<std::string>& localIdentifiers) const;

@@ -98,7 +98,7 @@ TEST_F(DuplicatePhotosViewModelTest, UnticksAPhotoThatALaterResultKeeps) {
     EXPECT_EQ(m_model->selectedBytes(), 3'000'000);
 }
 
-TEST_F(DuplicatePhotosViewModelTest, DropsResultsThatArriveAfterItsDestruction) {
+TEST_F(DuplicatePhotosViewModelTest, RecordsADeletionThatEndsAfterItsDestruction) {
     scan();
     m_model->setChecked({"A2/L0/001"});
     m_model->confirmDelete();
@@ -107,5 +107,5 @@ TEST_F(DuplicatePhotosViewModelTest, DropsResultsThatArriveAfterItsDestruction) 
     m_jobs.runBackground();
     m_model.reset();
     m_jobs.run();
-    EXPECT_TRUE(m_jobs.isIdle() && m_history.entries().empty());
+    EXPECT_TRUE(m_jobs.isIdle() && m_history.entries().size() == 1);
 }

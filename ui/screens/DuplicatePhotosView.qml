@@ -117,7 +117,7 @@ FocusScope {
         anchors.margins: Metrics.screenPadding
         anchors.topMargin: 0
         visible: root.hasGroups
-        isBusy: root.model.isDeleting
+        isBusy: root.model.isDeleting || root.model.isReadOnly
         count: root.model.checkedCount
         size: root.model.selectedSize
         action: Texts.tr("btn_trash_selection")

@@ -49,6 +49,16 @@ Column {
     }
 
     Label {
+        objectName: "photosReadOnlyNote"
+        width: parent.width
+        visible: root.model.isReadOnly && root.model.groupCount > 0 && !root.model.isLoading
+        text: Texts.tr("photos_read_only")
+        font: Type.message
+        color: GCColor.amber
+        Accessible.role: Accessible.AlertMessage
+    }
+
+    Label {
         objectName: "deletedLabel"
         width: parent.width
         visible: root.model.deletedCount > 0 || root.model.hasDeletionFailed

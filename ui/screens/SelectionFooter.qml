@@ -13,7 +13,7 @@ Item {
     property string outcome
     /// What the last deletion left and why; not shown if empty.
     property string failure
-    /// A deletion is running; the button is disabled.
+    /// A deletion is running or not possible; the button is disabled.
     property bool isBusy: false
 
     signal requested
