@@ -13,6 +13,7 @@
 #include <fcntl.h>
 #include <pwd.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 // Paths are resolved here, name by name from the open root, because the host's own resolution would let
@@ -197,6 +198,8 @@ Result<Disk> Disk::open(const std::string& hostRoot, std::string_view home,
         system::openToPassThrough(resolver.current(), name.empty() ? "." : name.c_str());
     if (!folder)
         return posixError(errno);
+    struct statvfs status {};
+    disk.m_isReadOnly = fstatvfs(folder.number(), &status) == 0 && (status.f_flag & ST_RDONLY) != 0;
     disk.m_isOfThisUser =
         disk.m_isOfThisMachine && isSameFolder(folder.number(), homeInUserDatabase().c_str());
     return disk;

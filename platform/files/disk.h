@@ -56,6 +56,9 @@ public:
     /// disk and home for which the system's own services (Trash, photo library) work.
     bool isOfThisUser() const { return m_isOfThisUser; }
 
+    /// Returns true if the volume of the home was mounted read-only when the disk was opened.
+    bool isReadOnly() const { return m_isReadOnly; }
+
     /// Opens the folder at `path` for reading. A symbolic link at the last name is followed.
     Result<Descriptor> openFolder(std::string_view path) const;
 
@@ -83,6 +86,7 @@ private:
     std::shared_ptr<const Descriptor> m_root;
     bool m_isOfThisMachine = false;
     bool m_isOfThisUser = false;
+    bool m_isReadOnly = false;
 };
 
 } // namespace platform

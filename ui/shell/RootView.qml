@@ -67,12 +67,29 @@ FocusScope {
         }
     }
 
+    Label {
+        id: readOnlyNote
+        objectName: "readOnlyNote"
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: header.bottom
+        anchors.leftMargin: Metrics.screenPadding
+        anchors.rightMargin: Metrics.screenPadding
+        anchors.topMargin: visible ? 12 : 0
+        height: visible ? Math.ceil(implicitHeight) : 0
+        visible: ScreenModels.isDiskReadOnly
+        text: Texts.tr("disk_read_only")
+        font: Type.message
+        color: GCColor.amber
+        Accessible.role: Accessible.AlertMessage
+    }
+
     // Only the current screen exists: changing the tab destroys the screen and its model.
     Loader {
         id: screen
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.top: header.bottom
+        anchors.top: readOnlyNote.bottom
         anchors.bottom: parent.bottom
         focus: true
         sourceComponent: root.screens[root.tab]

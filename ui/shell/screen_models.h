@@ -20,11 +20,14 @@ class ScreenModels : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
+    Q_PROPERTY(bool isDiskReadOnly READ isDiskReadOnly CONSTANT)
 
 public:
     /// `engine` owns it; `history` must outlive the engine.
     ScreenModels(platform::Disk disk, HistoryStore& history, platform::Executor executor,
                  platform::PhotoLibrary photos, QQmlEngine* engine);
+
+    bool isDiskReadOnly() const { return m_disk.isReadOnly(); }
 
     static ScreenModels* create(QQmlEngine* engine, QJSEngine*);
 
