@@ -9,6 +9,9 @@ Column {
 
     required property bool isGranted
 
+    /// The user checked the permission, and it was not granted.
+    property bool wasCheckedInVain: false
+
     /// Emitted when the user asks to check the permission again.
     signal checkRequested
 
@@ -80,6 +83,16 @@ Column {
         }
     }
 
+    Label {
+        objectName: "accessStillMissing"
+        anchors.horizontalCenter: parent.horizontalCenter
+        visible: root.wasCheckedInVain && !root.isGranted
+        text: Texts.tr("access_still_missing")
+        font: Type.note
+        color: GCColor.amber
+        Accessible.role: Accessible.AlertMessage
+    }
+
     // Wraps the buttons where a translation is too long for one line.
     Flow {
         anchors.horizontalCenter: parent.horizontalCenter
@@ -103,6 +116,7 @@ Column {
             onClicked: {
                 const reason = focusReason;
                 root.checkRequested();
+                root.wasCheckedInVain = !root.isGranted;
                 if (root.isGranted)
                     root.focusLost(reason);
             }
