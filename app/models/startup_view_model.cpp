@@ -28,7 +28,7 @@ void StartupViewModel::load() {
 }
 
 void StartupViewModel::requestDisable(int row) {
-    if (row >= 0 && row < m_items.rowCount())
+    if (row >= 0 && row < m_items.rowCount() && !items()[static_cast<std::size_t>(row)].isSystemWide)
         requestDisable(items()[static_cast<std::size_t>(row)]);
 }
 

@@ -38,7 +38,8 @@ public:
 
     Q_INVOKABLE void load();
     void requestDisable(core::StartupItem item) { setItemToDisable(std::move(item)); }
-    Q_INVOKABLE void requestDisable(int row); ///< ignores rows that do not exist
+    /// Ignores rows that do not exist, and those of system-wide items, which cannot be disabled.
+    Q_INVOKABLE void requestDisable(int row);
     /// Starts disabling itemToDisable(). At the end it leaves the list, unless that failed; itemToDisable()
     /// is reset in both cases. Does nothing while an item is being disabled.
     Q_INVOKABLE void confirmDisable();

@@ -283,8 +283,8 @@ void EveryScreenTest::fitsInEveryLanguage() {
                   "/Applications/" + w + ".app/x 123456789", "~/Library/Logs/" + w + " 1",
                   "~/.Trash/" + w + "/x", "~/Movies/film 8000"});
     m_disk->setMode("~/.Trash/" + w, 0500);
-    makeAgent("/Library/LaunchAgents/1.plist", "com.example.&lt;b&gt;bold");
-    makeAgent("~/Library/LaunchAgents/2.plist", std::string(65'536, 'w'));
+    makeAgent("~/Library/LaunchAgents/1.plist", "com.example.&lt;b&gt;bold");
+    makeAgent("/Library/LaunchAgents/2.plist", std::string(65'536, 'w'));
     m_catalogue.emplace(*m_disk, CatalogueWriter::Maker::lumvale);
     for (int i = 0; i < 3; ++i)
         m_catalogue->add({.uuid = std::to_string(i), .size = "123456789", .name = "'" + w + "'"});

@@ -19,7 +19,7 @@ KeyboardRow {
         }
     }
     hoverEnabled: false
-    Accessible.name: button.text + ", " + name + (isSystemWide ? ", " + badge.text : "")
+    Accessible.name: isSystemWide ? name + ", " + badge.text : button.text + ", " + name
     Accessible.description: Texts.tr(explanation)
 
     Column {
@@ -69,6 +69,7 @@ KeyboardRow {
         anchors.verticalCenter: parent.verticalCenter
         focusPolicy: Qt.NoFocus
         text: Texts.tr("btn_disable")
+        enabled: !root.isSystemWide
         Accessible.ignored: true
         onClicked: root.clicked()
 
