@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks that each header of the product has a source of the same name, and that no file of the product, its tools or
-# benchmarks is longer than 350 lines.
+# Checks that each header of the product has a source of the same name, that no file of the product, its tools or
+# benchmarks is longer than 350 lines, and that the tests are at most 30 % of product and tests together.
 set -uo pipefail
 cd "$(dirname "$0")/../.." || exit
 
@@ -29,5 +29,16 @@ done)"
 
 forbid 'at most 350 lines' "$(find $product tools bench packaging \( -name '*.cpp' -o -name '*.h' -o -name '*.qml' \) \
     -exec wc -l {} + | awk '$1 > 350 && $2 != "total"')"
+
+# code_lines FOLDER…: prints the number of lines that are neither blank nor a comment.
+code_lines() {
+    find "$@" \( -name '*.cpp' -o -name '*.h' -o -name '*.qml' \) -exec cat {} + | grep -cvE '^[[:space:]]*(//.*)?$'
+}
+
+tests=$(code_lines tests)
+# shellcheck disable=SC2086 # a list of folders
+all=$((tests + $(code_lines $product)))
+forbid 'the tests are at most 30 % of product and tests' \
+    "$([ $((tests * 100)) -le $((all * 30)) ] || echo "$tests of $all lines, $((tests * 1000 / all)) per mille")"
 
 exit $broken
