@@ -20,5 +20,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     const std::vector<std::string> paths{"/"};
-    std::printf("%lld\n", static_cast<long long>(platform::measure(*disk, paths, nullptr, workers).front()));
+    std::printf("%lld\n",
+                static_cast<long long>(
+                    platform::measure(*disk, paths, nullptr, platform::Hidden::skip, workers).front()));
 }

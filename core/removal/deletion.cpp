@@ -48,7 +48,8 @@ std::map<std::string, std::int64_t> measuredInTrash(const std::vector<std::strin
                  [trash = platform::trashFolder(disk)](const std::string& path) {
                      return platform::isBelow(path, trash);
                  });
-    const std::vector<std::int64_t> sizes = platform::measure(disk, inTrash, progress);
+    const std::vector<std::int64_t> sizes =
+        platform::measure(disk, inTrash, progress, platform::Hidden::include);
     progress->beginPhase(progress->entries() + static_cast<std::int64_t>(paths.size() - inTrash.size()));
     std::map<std::string, std::int64_t> sizesByPath;
     for (std::size_t i = 0; i < inTrash.size(); ++i)
@@ -70,7 +71,7 @@ DeletionOutcome deletePaths(const std::vector<std::string>& given, const platfor
     DeletionOutcome outcome;
     for (std::size_t i = 0; i < paths.size(); ++i) {
         const std::string& path = paths[i];
-        if (progress && progress->isStopped()) {
+        if (isStopped(progress)) {
             outcome.left.insert(outcome.left.end(), paths.begin() + static_cast<std::ptrdiff_t>(i),
                                 paths.end());
             break;
@@ -86,7 +87,7 @@ DeletionOutcome deletePaths(const std::vector<std::string>& given, const platfor
             outcome.succeeded.push_back(path);
             if (progress && !isInTrash)
                 progress->add(1, 0);
-        } else if (isInTrash && progress && progress->isStopped()) {
+        } else if (isInTrash && isStopped(progress)) {
             outcome.partial = partialRemoval(disk, path, sizesInTrash.at(path));
             outcome.left.push_back(path);
         } else {

@@ -20,9 +20,9 @@ std::optional<platform::Error> removeWithRetry(const platform::Disk& disk, const
     const platform::Result<void> first = platform::removeForGood(disk, path, progress);
     if (first)
         return std::nullopt;
-    if (progress && progress->isStopped())
+    if (isStopped(progress))
         return first.error();
-    platform::unlock(disk, path);
+    platform::unlock(disk, path, progress);
     if (platform::removeForGood(disk, path, progress))
         return std::nullopt;
     return first.error();
@@ -40,14 +40,12 @@ TrashReport emptyTrash(const platform::Disk& disk, platform::Progress* progress)
     std::vector<std::string> paths;
     for (const std::string& name : *names)
         paths.push_back(platform::joined(platform::trashFolder(disk), name));
-    const std::vector<std::int64_t> sizes = platform::measure(disk, paths, progress);
-    const auto isStopped = [&] {
-        return progress && progress->isStopped();
-    };
+    const std::vector<std::int64_t> sizes = platform::measure(
+        disk, paths, progress, progress ? platform::Hidden::include : platform::Hidden::skip);
     if (progress)
         progress->beginPhase(progress->entries());
     for (std::size_t i = 0; i < paths.size(); ++i) {
-        if (isStopped()) {
+        if (isStopped(progress)) {
             report.left.insert(report.left.end(), paths.begin() + static_cast<std::ptrdiff_t>(i),
                                paths.end());
             break;
@@ -56,7 +54,7 @@ TrashReport emptyTrash(const platform::Disk& disk, platform::Progress* progress)
         if (!error) {
             ++report.succeeded;
             report.bytesFreed = platform::addBytes(report.bytesFreed, sizes[i]);
-        } else if (!isStopped()) {
+        } else if (!isStopped(progress)) {
             ++report.failed;
             report.failedDetails.push_back({(*names)[i], std::string(reasonKey(*error)), error->description});
         } else {

@@ -9,6 +9,12 @@ namespace platform {
 /// the interface: every member may be called from any thread.
 class Progress {
 public:
+    Progress() = default;
+
+    /// Creates the progress of a step that counts apart from the whole operation and is stopped with it.
+    /// `whole` may be null, and must outlive this object.
+    explicit Progress(const Progress* whole) : m_whole(whole) {}
+
     /// Counts what the operation has processed since the last beginPhase().
     void add(std::int64_t entries, std::int64_t bytes) {
         m_entries.fetch_add(entries, std::memory_order_relaxed);
@@ -27,13 +33,21 @@ public:
 
     /// Asks the operation to return as soon as possible with what it has done so far. Cannot be taken back.
     void stop() { m_isStopped.store(true, std::memory_order_relaxed); }
-    bool isStopped() const { return m_isStopped.load(std::memory_order_relaxed); }
+    bool isStopped() const {
+        return m_isStopped.load(std::memory_order_relaxed) || (m_whole && m_whole->isStopped());
+    }
 
 private:
+    const Progress* m_whole = nullptr;
     std::atomic<std::int64_t> m_entries = 0;
     std::atomic<std::int64_t> m_bytes = 0;
     std::atomic<std::int64_t> m_totalEntries = 0;
     std::atomic<bool> m_isStopped = false;
 };
+
+/// Returns whether an operation is to stop. `progress` may be null.
+inline bool isStopped(const Progress* progress) {
+    return progress && progress->isStopped();
+}
 
 } // namespace platform

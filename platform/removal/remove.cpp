@@ -41,7 +41,8 @@ public:
 
     /// Returns 0 when the entry was removed, otherwise the host's errno of the first failure.
     int run() {
-        remove(m_pending.back().c_str());
+        if (!isStopped())
+            remove(m_pending.back().c_str());
         while (m_levels.size() > 1 && !m_parentIsLost && !isStopped()) {
             if (m_pending.size() > m_levels.back().firstChild)
                 remove(m_pending.back().c_str());
@@ -71,7 +72,7 @@ private:
 
     Level& lowest() { return m_levels.back(); }
 
-    bool isStopped() const { return m_progress && m_progress->isStopped(); }
+    bool isStopped() const { return platform::isStopped(m_progress); }
 
     void countRemoved() {
         lowest().progressed = true;
@@ -250,7 +251,7 @@ Result<void> removeForGood(const Disk& disk, std::string_view path, Progress* pr
     return {};
 }
 
-void unlock(const Disk& disk, std::string_view path) {
+void unlock(const Disk& disk, std::string_view path, const Progress* progress) {
     const Result<Place> place = placeInTrash(disk, path);
     if (!place)
         return;
@@ -266,7 +267,8 @@ void unlock(const Disk& disk, std::string_view path) {
         return found ? system::openFolderBelow(found->folder.number(), found->name.c_str()) : Descriptor();
     };
     const std::string root(path);
-    walk(openInTrash, std::span(&root, 1), Hidden::include, unlocker);
+    Progress uncounted(progress);
+    walk(openInTrash, std::span(&root, 1), Hidden::include, unlocker, &uncounted);
 }
 
 } // namespace platform

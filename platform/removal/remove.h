@@ -24,7 +24,8 @@ namespace platform {
 Result<void> removeForGood(const Disk& disk, std::string_view path, Progress* progress = nullptr);
 
 /// Clears the user's immutable flag of the entry at `path` (standardised, below the Trash) and of everything
-/// below it on its volume, hidden entries included. Ignores failures. Changes no other flag or mode.
-void unlock(const Disk& disk, std::string_view path);
+/// below it on its volume, hidden entries included. Ignores failures. Changes no other flag or mode. Ends
+/// soon after `progress`, which may be null, is stopped, and counts nothing in it.
+void unlock(const Disk& disk, std::string_view path, const Progress* progress = nullptr);
 
 } // namespace platform

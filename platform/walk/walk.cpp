@@ -48,28 +48,41 @@ void detail::walk(const RootOpener& openRoot, std::span<const std::string> roots
 
 namespace {
 
-/// A visitor that adds up the bytes below each root.
+/// A visitor that adds up the bytes below each root, and leaves hidden folders to another walk.
 struct Sums {
     std::vector<std::int64_t> bytes;
+    std::vector<std::string> hiddenFolders = {};
 
     Descend visit(const WalkEntry& entry) {
+        if (entry.isHidden) {
+            if (entry.type == EntryType::folder)
+                hiddenFolders.push_back(entry.path());
+            return Descend::no;
+        }
         bytes[entry.root] = addBytes(bytes[entry.root], entry.sizeBytes);
         return Descend::yes;
     }
     void merge(Sums other) {
         for (std::size_t i = 0; i < bytes.size(); ++i)
             bytes[i] = addBytes(bytes[i], other.bytes[i]);
+        hiddenFolders.insert(hiddenFolders.end(), other.hiddenFolders.begin(), other.hiddenFolders.end());
     }
+};
+
+/// A visitor that leaves the counting to the walk.
+struct Nothing {
+    static Descend visit(const WalkEntry&) { return Descend::yes; }
+    static void merge(Nothing) {}
 };
 
 } // namespace
 
 std::vector<std::int64_t> measure(const Disk& disk, std::span<const std::string> paths, Progress* progress,
-                                  unsigned workers) {
+                                  Hidden counted, unsigned workers) {
     std::vector<std::int64_t> sizes(paths.size());
     std::vector<std::string> folders;
     std::vector<std::size_t> indices; // of the folders among the paths
-    for (std::size_t i = 0; i < paths.size(); ++i) {
+    for (std::size_t i = 0; i < paths.size() && !isStopped(progress); ++i) {
         const std::optional<Attributes> attributes = attributesOf(disk, paths[i]);
         if (!attributes)
             continue;
@@ -83,7 +96,9 @@ std::vector<std::int64_t> measure(const Disk& disk, std::span<const std::string>
             progress->add(1, sizes[i]);
     }
     const Sums sums =
-        walk(disk, folders, Hidden::skip, Sums{std::vector<std::int64_t>(folders.size())}, progress, workers);
+        walk(disk, folders, counted, Sums{std::vector<std::int64_t>(folders.size())}, progress, workers);
+    if (!sums.hiddenFolders.empty())
+        walk(disk, sums.hiddenFolders, Hidden::include, Nothing(), progress, workers);
     for (std::size_t i = 0; i < folders.size(); ++i)
         sizes[indices[i]] = sums.bytes[i];
     return sizes;

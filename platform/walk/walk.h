@@ -30,6 +30,7 @@ class WalkWorker;
 struct WalkEntry {
     std::size_t root = 0; ///< index of the root that it is below
     std::string_view name;
+    bool isHidden = false;
     EntryType type = EntryType::other;
     std::int64_t sizeBytes = 0; ///< of files and symbolic links; otherwise 0
     Date modified;              ///< of files and symbolic links only
@@ -94,9 +95,10 @@ V walk(const Disk& disk, std::span<const std::string> roots, Hidden hidden, V vi
 /// Returns the size in bytes of every path, in the same order: for a folder the sum of the lengths of all
 /// files and symbolic links below it that aren't hidden, for a file or a link to one its own length. 0 for
 /// anything else, and for what is missing or unreadable. Sums are clamped to the largest value. Counts the
-/// paths and all entries below them in `progress`, which may be null; the sizes are incomplete if that is
-/// stopped.
+/// paths and the entries below them in `progress`, which may be null, with `counted` the hidden ones too; the
+/// sizes are incomplete if that is stopped.
 std::vector<std::int64_t> measure(const Disk& disk, std::span<const std::string> paths,
-                                  Progress* progress = nullptr, unsigned workers = defaultWalkWorkers());
+                                  Progress* progress = nullptr, Hidden counted = Hidden::skip,
+                                  unsigned workers = defaultWalkWorkers());
 
 } // namespace platform

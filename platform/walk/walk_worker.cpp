@@ -59,11 +59,9 @@ void WalkWorker::join() {
         m_thread.join();
 }
 
-bool WalkWorker::report() {
-    if (!m_walk.progress)
-        return true;
-    m_walk.progress->add(std::exchange(m_unreportedEntries, 0), std::exchange(m_unreportedBytes, 0));
-    return !m_walk.progress->isStopped();
+void WalkWorker::report() {
+    if (m_walk.progress)
+        m_walk.progress->add(std::exchange(m_unreportedEntries, 0), std::exchange(m_unreportedBytes, 0));
 }
 
 bool WalkWorker::readNext() {
@@ -122,7 +120,7 @@ void WalkWorker::readEntries(const Descriptor& folder) {
     entry.root = m_root;
     entry.folder = folder.number();
     entry.worker = this;
-    while (const FolderEntry* found = m_reader.next()) {
+    while (const FolderEntry* found = isStopped() ? nullptr : m_reader.next()) {
         if (found->isHidden && m_walk.hidden == Hidden::skip)
             continue;
         ++m_entriesSeen;
@@ -136,14 +134,15 @@ void WalkWorker::readEntries(const Descriptor& folder) {
             attributes = *read;
         }
         entry.name = found->name;
+        entry.isHidden = found->isHidden;
         entry.type = attributes.type;
         entry.sizeBytes = attributes.sizeBytes;
         entry.modified = attributes.modified;
         if (m_walk.visit(m_index, entry) == Descend::yes && entry.type == EntryType::folder)
             m_names.append(found->name).push_back('\0');
         m_unreportedBytes = addBytes(m_unreportedBytes, entry.sizeBytes);
-        if (++m_unreportedEntries >= entriesPerReport && !report())
-            return;
+        if (++m_unreportedEntries >= entriesPerReport)
+            report();
     }
 }
 

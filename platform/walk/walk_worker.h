@@ -101,9 +101,9 @@ public:
 private:
     enum class Handover { none, work, end };
 
-    /// Adds what was counted since the last report to the progress. Returns false if the walk is stopped.
-    bool report();
-    bool isStopped() const { return m_walk.progress && m_walk.progress->isStopped(); }
+    /// Adds what was counted since the last report to the progress.
+    void report();
+    bool isStopped() const { return platform::isStopped(m_walk.progress); }
     bool readNext();
     bool readNextRoot();
     void readNextFolder();

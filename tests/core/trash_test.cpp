@@ -43,9 +43,12 @@ std::string text(const core::TrashReport& report) {
 TEST(EmptyTrash, RemovesAndCountsEveryEntryAndFollowsNoLink) {
     const TemporaryDisk disk;
     disk.make({"~/Documents/kept 1000", "~/.Trash/file 100", "~/.Trash/.DS_Store 10", "~/.Trash/empty",
-               "~/.Trash/folder/inside 1000", "~/.Trash/folder/.hidden 5",
+               "~/.Trash/folder/inside 1000", "~/.Trash/folder/.hidden/.deep/file 5",
                "~/.Trash/link -> /Users/me/Documents"});
-    EXPECT_EQ(text(emptyTrash(disk.disk())), "5 removed, 0 kept, 1110 bytes");
+    platform::Progress progress;
+    EXPECT_EQ(text(emptyTrash(disk.disk(), &progress)), "5 removed, 0 kept, 1110 bytes");
+    EXPECT_EQ(progress.totalEntries(), 9);
+    EXPECT_EQ(progress.entries(), 9);
     EXPECT_EQ(text(emptyTrash(disk.disk())), "0 removed, 0 kept, 0 bytes");
     EXPECT_TRUE(disk.exists("~/Documents/kept"));
 }

@@ -106,7 +106,7 @@ TEST(Measure, ReachesEveryLevelOfDeepTreesWithFewDescriptors) {
     }
     for (const unsigned workers : {1U, 4U, 16U}) {
         const DescriptorLimit limit(128);
-        EXPECT_EQ(measure(disk.disk(), at({"~/deep"}), nullptr, workers), Sizes{3000})
+        EXPECT_EQ(measure(disk.disk(), at({"~/deep"}), nullptr, Hidden::skip, workers), Sizes{3000})
             << workers << " workers";
     }
 }
