@@ -1,6 +1,7 @@
 #include "app/i18n/localizer.h"
 
 #include "app/i18n/translations.h"
+#include "app/text/display.h"
 #include "platform/text/locale.h"
 
 #include <QSettings>
@@ -64,7 +65,7 @@ QStringList Localizer::languageNames() const {
 }
 
 QString Localizer::tr(int, const QString& key) const {
-    return text(key);
+    return display::unbroken(text(key));
 }
 
 AppLanguage effectiveLanguage(AppLanguage choice, const std::vector<std::string>& preferred) {

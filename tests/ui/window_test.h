@@ -3,6 +3,7 @@
 #include "app/execution/qt_executor.h"
 #include "app/history/history_store.h"
 #include "app/i18n/localizer.h"
+#include "app/text/display.h"
 #include "tests/support/temporary_disk.h"
 #include "tests/ui/driver.h"
 #include "ui/shell/lumvale_window.h"
@@ -84,9 +85,9 @@ protected:
     QStringList m_opened; ///< web pages and system settings that were opened
 };
 
-/// Returns the text of a key in the current language.
+/// Returns the text of a key in the current language as it is drawn.
 inline QString translated(const char* key) {
-    return tr(QLatin1String(key));
+    return display::unbroken(tr(QLatin1String(key)));
 }
 
 /// Runs a window test with its own settings and application object.

@@ -32,7 +32,7 @@ FocusScope {
             objectName: "disabledLabel"
             width: parent.width
             visible: root.model.hasDisabled
-            text: "✓ « " + root.model.lastDisabledName + " » " + Texts.tr("disabled_confirmation")
+            text: "✓ «\u00a0" + root.model.lastDisabledName + "\u00a0» " + Texts.tr("disabled_confirmation")
             font: Type.message
             color: GCColor.glowTeal
             Accessible.role: Accessible.AlertMessage
@@ -86,7 +86,7 @@ FocusScope {
         task: root.model.removalTask
         visible: root.model.showDisableConfirm
         title: Texts.tr("btn_disable")
-        message: "« " + root.model.itemToDisableName + " »\n" + Texts.tr("alert_confirm_disable_message")
+        message: "«\u00a0" + root.model.itemToDisableName + "\u00a0»\n" + Texts.tr("alert_confirm_disable_message")
         confirmText: Texts.tr("btn_disable")
         // When the dialog closes, the list gets the focus: the row that had it may have been removed.
         onAboutToShow: {

@@ -1,10 +1,11 @@
 import QtQuick
+import Lumvale.Style
 
 /// A text that wraps instead of being elided, also within words that are too long.
 PlainText {
     /// Returns a width of at most `maxWidth` that wraps the text to lines of similar length.
     function evenWidth(maxWidth: real): real {
-        return Math.min(implicitWidth / Math.ceil(implicitWidth / maxWidth) + 30, maxWidth);
+        return TextBalance.width(text, font, maxWidth);
     }
 
     // Rounded up: with a fractional height the items below would be off the pixel grid and blurred.

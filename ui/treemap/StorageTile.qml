@@ -17,7 +17,7 @@ T.AbstractButton {
     readonly property int margin: width > 80 ? 7 : 4
     readonly property real maxTextHeight: face.height - 2 * 5
     readonly property bool hasRoom: width > 46 && height > 30
-    readonly property bool showsName: hasRoom && nameText.contentHeight <= maxTextHeight
+    readonly property bool showsName: hasRoom && nameText.contentWidth <= nameText.width && nameText.contentHeight <= maxTextHeight
     readonly property bool showsSize: showsName && height > 46 && sizeText.contentWidth <= nameText.width && nameText.contentHeight + sizeText.contentHeight <= maxTextHeight
 
     objectName: "tile"
@@ -82,9 +82,9 @@ T.AbstractButton {
             width: face.width - 2 * x
             visible: root.showsName
             text: root.hasRoom ? root.name : ""
-            wrapMode: Text.Wrap
+            wrapMode: Text.WordWrap
             font: Type.fine
-            // Shrinks the font a little before a word is broken.
+            // Shrinks the font a little for a word that is too long.
             fontSizeMode: Text.HorizontalFit
             minimumPixelSize: Type.finest.pixelSize
             color: GCColor.white(0.75)
