@@ -12,6 +12,9 @@ struct ScanResult {
 
     std::vector<ScanItem> items;
     std::int64_t totalBytes; ///< sum over all items, saturated
+
+    /// Number of folders that were left out because no file descriptors were left.
+    std::int64_t unreadFolders = 0;
 };
 
 } // namespace core

@@ -25,6 +25,9 @@ void append(std::vector<T>& list, std::vector<T> more) {
 
 ScanResult scan(const platform::Disk& disk, platform::Progress* progress) {
     using enum ScanCategory;
+    platform::Progress own;
+    if (!progress)
+        progress = &own;
     const auto childrenOf = [&](std::string_view folder, ScanCategory category,
                                 std::string_view explanation) {
         return scanDirectoryEntries(disk, disk.inHome(folder), category, explanation, true);
@@ -46,7 +49,9 @@ ScanResult scan(const platform::Disk& disk, platform::Progress* progress) {
 
     std::stable_sort(items.begin(), items.end(),
                      [](const ScanItem& a, const ScanItem& b) { return a.sizeBytes > b.sizeBytes; });
-    return ScanResult(std::move(items));
+    ScanResult result(std::move(items));
+    result.unreadFolders = progress->unreadFolders();
+    return result;
 }
 
 } // namespace core::LumvaleScanner

@@ -31,6 +31,13 @@ public:
     }
     std::int64_t totalEntries() const { return m_totalEntries.load(std::memory_order_relaxed); }
 
+    /// Counts folders that were left out because the process or the system had no file descriptors left, over
+    /// all phases.
+    void addUnreadFolders(std::int64_t folders) {
+        m_unreadFolders.fetch_add(folders, std::memory_order_relaxed);
+    }
+    std::int64_t unreadFolders() const { return m_unreadFolders.load(std::memory_order_relaxed); }
+
     /// Asks the operation to return as soon as possible with what it has done so far. Cannot be taken back.
     void stop() { m_isStopped.store(true, std::memory_order_relaxed); }
     bool isStopped() const {
@@ -42,6 +49,7 @@ private:
     std::atomic<std::int64_t> m_entries = 0;
     std::atomic<std::int64_t> m_bytes = 0;
     std::atomic<std::int64_t> m_totalEntries = 0;
+    std::atomic<std::int64_t> m_unreadFolders = 0;
     std::atomic<bool> m_isStopped = false;
 };
 

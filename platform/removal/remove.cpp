@@ -262,9 +262,14 @@ void unlock(const Disk& disk, std::string_view path, const Progress* progress) {
     if (unlocker.unlock(place->folder.number(), place->name.c_str()) == Descend::no)
         return;
     // The path to the root must not lead through a symbolic link.
-    const auto openInTrash = [&](const std::string& root) {
+    const auto openInTrash = [&](const std::string& root) -> Result<Descriptor> {
         const Result<Place> found = placeInTrash(disk, root);
-        return found ? system::openFolderBelow(found->folder.number(), found->name.c_str()) : Descriptor();
+        if (!found)
+            return found.error();
+        Descriptor folder = system::openFolderBelow(found->folder.number(), found->name.c_str());
+        if (!folder)
+            return posixError(errno);
+        return folder;
     };
     const std::string root(path);
     Progress uncounted(progress);

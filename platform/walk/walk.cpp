@@ -6,6 +6,7 @@
 #include "platform/walk/walk_worker.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <thread>
 
 namespace platform {
@@ -15,13 +16,14 @@ std::string WalkEntry::path() const {
 }
 
 RootOpener rootsOn(const Disk& disk) {
-    return [disk](const std::string& path) -> Descriptor {
-        if (const Result<Place> place = disk.place(path))
-            return system::openFolderBelow(place->folder.number(), place->name.c_str());
-        // The disk's root has no place, since it has no parent folder.
-        if (Result<Descriptor> folder = disk.openFolder(path))
-            return std::move(*folder);
-        return {};
+    return [disk](const std::string& path) -> Result<Descriptor> {
+        const Result<Place> place = disk.place(path);
+        if (!place) // the disk's root has none, since it has no parent folder
+            return disk.openFolder(path);
+        Descriptor folder = system::openFolderBelow(place->folder.number(), place->name.c_str());
+        if (!folder)
+            return posixError(errno);
+        return folder;
     };
 }
 
@@ -84,9 +86,8 @@ std::vector<std::int64_t> measure(const Disk& disk, std::span<const std::string>
     std::vector<std::size_t> indices; // of the folders among the paths
     for (std::size_t i = 0; i < paths.size() && !isStopped(progress); ++i) {
         const std::optional<Attributes> attributes = attributesOf(disk, paths[i]);
-        if (!attributes)
-            continue;
-        if (attributes->type == EntryType::folder) {
+        // The walk also takes those without attributes, since it waits when no descriptors are left.
+        if (!attributes || attributes->type == EntryType::folder) {
             folders.push_back(paths[i]);
             indices.push_back(i);
         } else if (attributes->type == EntryType::file || kindOf(disk, paths[i]) == Kind::file) {

@@ -52,9 +52,9 @@ concept WalkVisitor = std::copyable<V> && requires(V visitor, V other, const Wal
     visitor.merge(std::move(other));
 };
 
-/// Opens the folder at a root's path for reading, or returns an empty descriptor when there is none. Called
-/// from any thread of the walk, and again whenever a root that was closed is needed.
-using RootOpener = std::function<Descriptor(const std::string& root)>;
+/// Opens the folder at a root's path for reading. Fails with an error of the POSIX domain. Called from any
+/// thread of the walk, and again whenever a root that was closed is needed.
+using RootOpener = std::function<Result<Descriptor>(const std::string& root)>;
 
 /// Returns an opener of roots on the disk, which refuses a root that is a symbolic link.
 RootOpener rootsOn(const Disk& disk);
@@ -72,6 +72,10 @@ unsigned defaultWalkWorkers();
 /// themselves aren't visited. Symbolic links are visited but never followed, not even as roots. Folders that
 /// can't be read or have vanished are skipped. Mount points are crossed. `Hidden::skip` leaves out hidden
 /// entries and everything below them. Blocks until done, and has at most about 128 descriptors open.
+///
+/// If no descriptors are left (EMFILE, ENFILE), goes on with a few per thread and waits for others to be
+/// closed, at most half a second in all; folders that still can't be opened are skipped and counted in
+/// `progress` as unread.
 ///
 /// Counts visited entries and their bytes in `progress`, which may be null. When that is stopped, returns
 /// soon after, with some entries not visited.

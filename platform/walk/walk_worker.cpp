@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <bit>
+#include <cerrno>
+#include <chrono>
 #include <climits>
 #include <iterator>
 #include <system_error>
@@ -29,6 +31,22 @@ constexpr std::size_t minEntriesBeforeSharing = 1000;
 /// The progress is shared by all threads, so they report to it less often than they read entries.
 constexpr std::int64_t entriesPerReport = 256;
 
+/// Number of times to wait for descriptors, which other threads close when they have read a folder to its
+/// end.
+constexpr int maxWaits = 50;
+constexpr std::chrono::milliseconds wait(10);
+
+bool isShortage(const Error& error) {
+    return error.domain == posixDomain && (error.code == EMFILE || error.code == ENFILE);
+}
+
+Result<Descriptor> openBelow(int folder, const char* path) {
+    Descriptor found = system::openFolderBelow(folder, path);
+    if (!found)
+        return posixError(errno);
+    return found;
+}
+
 std::string_view lastName(const std::string& names) {
     const std::size_t start = names.rfind('\0', names.size() - 2) + 1;
     return {names.data() + start, names.size() - start - 1};
@@ -45,6 +63,29 @@ bool OpenFolderBudget::take(int reserve) {
         return true;
     giveBack();
     return false;
+}
+
+template <class Open>
+Descriptor WalkWorker::opened(const Open& open) {
+    Result<Descriptor> folder = open();
+    const auto isShort = [&] {
+        return !folder && isShortage(folder.error()) && !isStopped();
+    };
+    if (isShort()) {
+        m_walk.isShortOfDescriptors = true;
+        closeKeptFolders();
+        folder = open();
+    }
+    for (int waits = 0; isShort() && waits < maxWaits && !m_walk.hasWaitedInVain; ++waits) {
+        std::this_thread::sleep_for(wait);
+        folder = open();
+    }
+    if (isShort()) {
+        m_walk.hasWaitedInVain = true;
+        if (m_walk.progress)
+            m_walk.progress->addUnreadFolders(1);
+    }
+    return folder ? std::move(*folder) : Descriptor();
 }
 
 void WalkWorker::run() {
@@ -81,7 +122,7 @@ bool WalkWorker::readNextRoot() {
         return false;
     m_anchor = nullptr;
     m_path.clear();
-    if (Descriptor folder = m_walk.openRoot(m_walk.roots[m_root])) {
+    if (Descriptor folder = opened([&] { return m_walk.openRoot(m_walk.roots[m_root]); })) {
         readEntries(folder);
         if (!m_names.empty())
             m_branches.push_back(makeBranch(nullptr, std::move(folder)));
@@ -98,7 +139,7 @@ void WalkWorker::readNextFolder() {
     if (!m_path.empty())
         m_path += '/';
     m_path += name;
-    Descriptor folder = openNext(branch, name.data());
+    Descriptor folder = opened([&] { return openNext(branch, name.data()); });
     branch.names.resize(branch.names.size() - name.size() - 1);
 
     std::optional<Branch> found;
@@ -146,27 +187,36 @@ void WalkWorker::readEntries(const Descriptor& folder) {
     }
 }
 
-Descriptor WalkWorker::openNext(const Branch& branch, const char* name) {
-    if (branch.folder)
-        return system::openFolderBelow(branch.folder.number(), name);
-    const Anchor& anchor = *branch.anchor;
-    if (anchor.folder)
-        return system::openFolderBelow(anchor.folder.number(), m_path.c_str());
-    if (m_reopenedAnchor != branch.anchor) {
-        m_reopenedFolder = reopen(anchor);
-        m_reopenedAnchor = branch.anchor;
-    }
-    return m_reopenedFolder ? system::openFolderBelow(m_reopenedFolder.number(), m_path.c_str())
-                            : Descriptor();
+void WalkWorker::closeKeptFolders() {
+    for (Branch& branch : m_branches)
+        branch.folder = {};
+    m_reopenedAnchor = nullptr;
+    m_reopenedFolder = {};
 }
 
-Descriptor WalkWorker::reopen(const Anchor& anchor) const {
+Result<Descriptor> WalkWorker::openNext(const Branch& branch, const char* name) {
+    if (branch.folder)
+        return openBelow(branch.folder.number(), name);
+    const Anchor& anchor = *branch.anchor;
+    if (anchor.folder)
+        return openBelow(anchor.folder.number(), m_path.c_str());
+    if (m_reopenedAnchor != branch.anchor) {
+        Result<Descriptor> folder = reopen(anchor);
+        if (!folder)
+            return folder;
+        m_reopenedFolder = std::move(*folder);
+        m_reopenedAnchor = branch.anchor;
+    }
+    return openBelow(m_reopenedFolder.number(), m_path.c_str());
+}
+
+Result<Descriptor> WalkWorker::reopen(const Anchor& anchor) const {
     if (!anchor.above)
         return m_walk.openRoot(m_walk.roots[anchor.root]);
     if (anchor.above->folder)
-        return system::openFolderBelow(anchor.above->folder.number(), anchor.path.c_str());
-    const Descriptor above = reopen(*anchor.above);
-    return above ? system::openFolderBelow(above.number(), anchor.path.c_str()) : Descriptor();
+        return openBelow(anchor.above->folder.number(), anchor.path.c_str());
+    const Result<Descriptor> above = reopen(*anchor.above);
+    return above ? openBelow(above->number(), anchor.path.c_str()) : above.error();
 }
 
 Branch WalkWorker::makeBranch(std::shared_ptr<const Anchor> anchor, Descriptor folder) {
@@ -182,7 +232,7 @@ Branch WalkWorker::makeBranch(std::shared_ptr<const Anchor> anchor, Descriptor f
 }
 
 KeptFolder WalkWorker::keepOpen(Descriptor& folder, int reserve) {
-    if (!m_walk.budget.take(reserve))
+    if (m_walk.isShortOfDescriptors || !m_walk.budget.take(reserve))
         return {};
     return {std::move(folder), m_walk.budget};
 }
@@ -260,6 +310,7 @@ bool WalkWorker::accept(std::vector<Branch>& work) {
 bool WalkWorker::waitForWork() {
     m_handover.store(Handover::none, std::memory_order_relaxed);
     report();
+    closeKeptFolders();
     if ((m_walk.idle.fetch_or(bit(), std::memory_order_acq_rel) | bit()) == m_walk.allWorkers) {
         for (const std::unique_ptr<WalkWorker>& worker : m_walk.workers) {
             worker->m_handover.store(Handover::end, std::memory_order_release);

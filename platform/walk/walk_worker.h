@@ -79,8 +79,10 @@ struct SharedWalk {
 
     std::atomic<std::size_t> nextRoot = 0;
     OpenFolderBudget budget = {};
-    std::atomic<std::uint64_t> idle = 0; ///< a set bit for each idle worker
-    std::uint64_t allWorkers = 0;        ///< a set bit for each worker
+    std::atomic<bool> isShortOfDescriptors = false; ///< no more folders are kept open
+    std::atomic<bool> hasWaitedInVain = false;      ///< for descriptors
+    std::atomic<std::uint64_t> idle = 0;            ///< a set bit for each idle worker
+    std::uint64_t allWorkers = 0;                   ///< a set bit for each worker
     std::vector<std::unique_ptr<WalkWorker>> workers = {};
 };
 
@@ -108,8 +110,14 @@ private:
     bool readNextRoot();
     void readNextFolder();
     void readEntries(const Descriptor& folder);
-    Descriptor openNext(const Branch& branch, const char* name);
-    Descriptor reopen(const Anchor& anchor) const;
+
+    /// Returns the folder that `open` opens, or none. When no descriptors are left, closes the folders that
+    /// this worker keeps open and tries again, and counts the folder as unread if that doesn't help.
+    template <class Open>
+    Descriptor opened(const Open& open);
+    void closeKeptFolders();
+    Result<Descriptor> openNext(const Branch& branch, const char* name);
+    Result<Descriptor> reopen(const Anchor& anchor) const;
     Branch makeBranch(std::shared_ptr<const Anchor> anchor, Descriptor folder);
     KeptFolder keepOpen(Descriptor& folder, int reserve); ///< moves from `folder` only if the budget allows
 

@@ -111,6 +111,26 @@ TEST(Measure, ReachesEveryLevelOfDeepTreesWithFewDescriptors) {
     }
 }
 
+TEST(Measure, GoesOnWithFewDescriptorsAndCountsFoldersThatItCouldNotRead) {
+    const TemporaryDisk disk(inMemory);
+    std::string deep = "~/tree";
+    for (int level = 0; level < 30; ++level) {
+        disk.make({deep + "/before/file 1", deep + "/next/file 1", deep + "/after/file 1"});
+        deep += "/next";
+    }
+    const struct {
+        std::size_t descriptors;
+        Sizes sizes;
+        std::int64_t unread;
+    } cases[]{{12, {90}, 0}, {4, {90}, 0}, {2, {0}, 1}};
+    for (const auto& [descriptors, sizes, unread] : cases) {
+        const DescriptorLimit limit(descriptors);
+        Progress progress;
+        EXPECT_EQ(measure(disk.disk(), at({"~/tree"}), &progress), sizes) << descriptors;
+        EXPECT_EQ(progress.unreadFolders(), unread) << descriptors;
+    }
+}
+
 TEST(Measure, CountsAllUnchangedEntriesWhileOthersChange) {
     const TemporaryDisk disk;
     disk.make("~/tree/stays/file 1");

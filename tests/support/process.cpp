@@ -4,12 +4,16 @@
 #include <filesystem>
 #include <iterator>
 
+#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 DescriptorLimit::DescriptorLimit(std::size_t more) {
     getrlimit(RLIMIT_NOFILE, &m_before);
-    const rlimit lower{openDescriptors() - 1 + more, m_before.rlim_max}; // without the one used to count them
+    rlimit lower{0,
+                 m_before.rlim_max}; // of the numbers, of which some below the highest open one may be free
+    for (std::size_t free = 0; free < more; ++lower.rlim_cur)
+        free += fcntl(static_cast<int>(lower.rlim_cur), F_GETFD) == -1 ? 1 : 0;
     setrlimit(RLIMIT_NOFILE, &lower);
 }
 
