@@ -37,10 +37,18 @@ void runInBackground(const platform::Executor& executor, std::function<Value()> 
     });
 }
 
-std::optional<std::vector<DuplicatePhotoGroup>> duplicates(const platform::PhotoLibrary& library) {
+std::optional<std::vector<DuplicatePhotoGroup>> duplicates(const platform::PhotoLibrary& library,
+                                                           platform::Progress& progress) {
     std::optional<PhotoGrouping> grouping;
-    const bool isWhole = library.visitAssets(
-        [&] { grouping.emplace(); }, [&](const platform::PhotoAsset& asset) { grouping->add(asset); });
+    const auto begin = [&] {
+        grouping.emplace();
+        progress.beginPhase(0);
+    };
+    const bool isWhole = library.visitAssets(begin, [&](const platform::PhotoAsset& asset) {
+        grouping->add(asset);
+        progress.add(1, 0);
+        return !progress.isStopped();
+    });
     if (!isWhole)
         return std::nullopt;
     return grouping->groups();
@@ -59,9 +67,13 @@ void requestAccess(std::function<void(PhotoAccessState)> completion, const platf
 }
 
 void findExactDuplicates(std::function<void(std::optional<std::vector<DuplicatePhotoGroup>>)> completion,
-                         const platform::Executor& executor, const platform::PhotoLibrary& library) {
+                         const platform::Executor& executor, const platform::PhotoLibrary& library,
+                         std::shared_ptr<platform::Progress> progress) {
+    if (!progress)
+        progress = std::make_shared<platform::Progress>();
     runInBackground<std::optional<std::vector<DuplicatePhotoGroup>>>(
-        executor, [library] { return duplicates(library); }, std::move(completion));
+        executor, [library, progress = std::move(progress)] { return duplicates(library, *progress); },
+        std::move(completion));
 }
 
 void canDelete(std::function<void(bool)> completion, const platform::Executor& executor,

@@ -3,9 +3,11 @@
 #include "core/photos/duplicate_photo_group.h"
 #include "core/photos/duplicate_photo_item.h"
 #include "platform/base/executor.h"
+#include "platform/base/progress.h"
 #include "platform/photos/photo_library.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -30,10 +32,12 @@ void requestAccess(std::function<void(PhotoAccessState)> completion,
 
 /// Finds the groups of duplicates, largest `totalWastedBytes` first, equal ones in the order of the library.
 /// Passes on nullopt when the library cannot be read completely, or permission is missing or was revoked
-/// during the search.
+/// during the search. Counts the assets that it reads in `progress`, which may be null; passes on nullopt
+/// soon after that is stopped.
 void findExactDuplicates(std::function<void(std::optional<std::vector<DuplicatePhotoGroup>>)> completion,
                          const platform::Executor& executor = platform::Executor::current(),
-                         const platform::PhotoLibrary& library = platform::Disk::current());
+                         const platform::PhotoLibrary& library = platform::Disk::current(),
+                         std::shared_ptr<platform::Progress> progress = nullptr);
 
 /// Passes on whether deleteItems() can delete anything from the library.
 void canDelete(std::function<void(bool)> completion,

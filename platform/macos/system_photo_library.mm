@@ -82,10 +82,11 @@ std::optional<std::int64_t> fileSize(PHAssetResource* resource) {
     return std::nullopt;
 }
 
-void visitAsset(PHAsset* asset, const std::function<void(const PhotoAsset&)>& visit) {
+/// Returns what `visit` returns; true for an asset that isn't visited.
+bool visitAsset(PHAsset* asset, const std::function<bool(const PhotoAsset&)>& visit) {
     const std::string identifier = bytes(asset.localIdentifier);
     if (identifier.empty())
-        return;
+        return true;
     std::deque<std::string> names;
     std::vector<PhotoResource> resources;
     for (PHAssetResource* resource in [PHAssetResource assetResourcesForAsset:asset])
@@ -100,10 +101,10 @@ void visitAsset(PHAsset* asset, const std::function<void(const PhotoAsset&)>& vi
                      resources};
     if (NSDate* const created = asset.creationDate)
         found.creationDate = Date(Date::duration(created.timeIntervalSince1970));
-    visit(found);
+    return visit(found);
 }
 
-bool visitAssets(const std::function<void(const PhotoAsset&)>& visit) {
+bool visitAssets(const std::function<bool(const PhotoAsset&)>& visit) {
     @autoreleasepool {
         @try {
             PHFetchOptions* const options = [PHFetchOptions new];
@@ -111,7 +112,8 @@ bool visitAssets(const std::function<void(const PhotoAsset&)>& visit) {
             PHFetchResult<PHAsset*>* const assets = [PHAsset fetchAssetsWithOptions:options];
             for (NSUInteger i = 0; i < assets.count; ++i) {
                 @autoreleasepool {
-                    visitAsset([assets objectAtIndex:i], visit);
+                    if (!visitAsset([assets objectAtIndex:i], visit))
+                        return false;
                 }
             }
             // Set when the library was moved or replaced, or its volume ejected.

@@ -102,16 +102,16 @@ enum Column {
     size
 };
 
-/// Calls `visit` with the asset of a row, if it is visible.
-void visitRow(const SqliteStatement& row, std::string& identifier,
-              const std::function<void(const PhotoAsset&)>& visit) {
+/// Calls `visit` with the asset of a row, if it is visible. Returns false when `visit` does.
+bool visitRow(const SqliteStatement& row, std::string& identifier,
+              const std::function<bool(const PhotoAsset&)>& visit) {
     for (const Column column : {trashed, hidden, visibility})
         if (row.integer(column) != 0 && !row.isNull(column))
-            return;
+            return true;
     const auto id = row.text(uuid);
     const std::string_view filename = row.text(name).value_or("");
     if (!id || id->empty() || id->size() > maxUuidBytes || filename.size() > maxNameBytes)
-        return;
+        return true;
     identifier.assign(*id).append(identifierSuffix);
     PhotoAsset asset{identifier,
                      mediaType(row.integer(kind)),
@@ -123,11 +123,11 @@ void visitRow(const SqliteStatement& row, std::string& identifier,
     const PhotoResource original{originalType(asset.mediaType), filename, row.integer(size)};
     if (!row.isNull(owner))
         asset.resources = std::span(&original, 1);
-    visit(asset);
+    return visit(asset);
 }
 
 /// Visits all rows. Fails when keys don't ascend: a damaged file can have cyclic pages.
-bool visitRows(SqliteStatement& row, const std::function<void(const PhotoAsset&)>& visit) {
+bool visitRows(SqliteStatement& row, const std::function<bool(const PhotoAsset&)>& visit) {
     constexpr int maxResources = 16;
     std::optional<std::int64_t> last;
     int resources = 0;
@@ -144,7 +144,8 @@ bool visitRows(SqliteStatement& row, const std::function<void(const PhotoAsset&)
             return false;
         last = current;
         if (resources == 0) // the first of several resources
-            visitRow(row, identifier, visit);
+            if (!visitRow(row, identifier, visit))
+                return false;
     }
 }
 
@@ -236,7 +237,7 @@ PhotoReading PhotoCatalogue::reading(bool isWhole) const {
     return isWhole ? PhotoReading::whole : PhotoReading::failed;
 }
 
-PhotoReading PhotoCatalogue::visitAssets(const std::function<void(const PhotoAsset&)>& visit) const {
+PhotoReading PhotoCatalogue::visitAssets(const std::function<bool(const PhotoAsset&)>& visit) const {
     const std::optional<std::string> table = *m_database ? assetTable(*m_database) : std::nullopt;
     if (!table)
         return reading(false);

@@ -37,8 +37,8 @@ public:
     static Result<PhotoCatalogue> open(const Disk& disk);
 
     /// Visits every asset that is neither hidden, recently deleted, nor a copy in a shared album, oldest
-    /// import first.
-    PhotoReading visitAssets(const std::function<void(const PhotoAsset&)>& visit) const;
+    /// import first, until `visit` returns false, which counts as failed.
+    PhotoReading visitAssets(const std::function<bool(const PhotoAsset&)>& visit) const;
 
     /// The location of an asset's original as the catalogue has it (untrusted): a folder below "originals" of
     /// the library, and a name in it.

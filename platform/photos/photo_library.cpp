@@ -94,7 +94,7 @@ bool PhotoLibrary::isOpen() const {
 }
 
 bool PhotoLibrary::visitAssets(const std::function<void()>& begin,
-                               const std::function<void(const PhotoAsset&)>& visit) const {
+                               const std::function<bool(const PhotoAsset&)>& visit) const {
     if (!isOpen())
         return false;
     if (m_system) {

@@ -26,12 +26,12 @@ public:
     PhotoAuthorization authorization() const;
     PhotoAuthorization requestAuthorization() const; ///< asks the user if it is not determined
 
-    /// Calls `visit` for every asset in the library's order, which is that of the imports in a catalogue.
-    /// Calls `begin` before the first one, and again when the library changed during the visit: discard all
-    /// earlier assets then. Returns false without access, or when the library can't be read completely or
-    /// access was revoked during the visit; the visited assets are invalid then.
+    /// Calls `visit` for every asset in the library's order, which is that of the imports in a catalogue,
+    /// until it returns false. Calls `begin` before the first one, and again when the library changed during
+    /// the visit: discard all earlier assets then. Returns false without access, or when the library wasn't
+    /// read completely or access was revoked during the visit; the visited assets are invalid then.
     bool visitAssets(const std::function<void()>& begin,
-                     const std::function<void(const PhotoAsset&)>& visit) const;
+                     const std::function<bool(const PhotoAsset&)>& visit) const;
 
     /// Returns the picture of the asset, whose file may have any format. Downloads nothing.
     PhotoPicture picture(std::string_view localIdentifier) const;

@@ -17,8 +17,9 @@ struct SystemPhotoLibrary {
     std::function<PhotoAuthorization()> status;  ///< returns the permission without asking the user
     std::function<PhotoAuthorization()> request; ///< asks if it is not determined
 
-    /// Visits every asset in the library's order. Returns false when the library is unavailable.
-    std::function<bool(const std::function<void(const PhotoAsset&)>& visit)> visitAssets;
+    /// Visits every asset in the library's order, until `visit` returns false. Returns false then, and when
+    /// the library is unavailable.
+    std::function<bool(const std::function<bool(const PhotoAsset&)>& visit)> visitAssets;
 
     /// Returns a small picture as PNG. Downloads nothing.
     std::function<PhotoPicture(std::string_view localIdentifier)> picture;

@@ -25,7 +25,8 @@ protected:
     groups(PhotoAuthorization access = PhotoAuthorization::authorized) const {
         std::optional<std::vector<core::DuplicatePhotoGroup>> found;
         core::LumvalePhotoDuplicates::findExactDuplicates([&](auto result) { found = std::move(result); },
-                                                          m_executor, {m_disk.disk(), photoAccess(access)});
+                                                          m_executor, {m_disk.disk(), photoAccess(access)},
+                                                          m_progress);
         return found;
     }
 
@@ -33,6 +34,7 @@ protected:
 
     const platform::Executor m_executor{run, run};
     const TemporaryDisk m_disk;
+    const std::shared_ptr<platform::Progress> m_progress = std::make_shared<platform::Progress>();
 };
 
 core::DuplicatePhotoItem item(std::string id, std::int64_t size, std::optional<double> taken = {}) {
@@ -103,6 +105,7 @@ TEST_F(PhotoDuplicates, GroupsHoldTheOldestFirstAndAreDeletedByIdentifier) {
     EXPECT_EQ(groups(PhotoAuthorization::denied), std::nullopt);
     const auto found = groups(PhotoAuthorization::limited).value();
     ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(m_progress->entries(), 2);
     core::DuplicatePhotoItem favourite = item("A/L0/001", 1000, 1'678'307'200.25);
     favourite.isFavorite = true;
     EXPECT_EQ(found[0].items, (std::vector{favourite, item("B/L0/001", 1000, 1'678'307'200.5)}));
@@ -114,6 +117,10 @@ TEST_F(PhotoDuplicates, GroupsHoldTheOldestFirstAndAreDeletedByIdentifier) {
     EXPECT_EQ(outcome, platform::PhotoDeletion::done);
     EXPECT_TRUE(groups().value().empty());
     EXPECT_EQ(catalogue.value("SELECT ZUUID FROM ZASSET WHERE ZTRASHEDSTATE = 1"), "B");
+    catalogue.add({.uuid = "C"});
+    m_progress->stop();
+    EXPECT_EQ(groups(), std::nullopt);
+    EXPECT_EQ(m_progress->entries(), 1);
 }
 
 TEST(DuplicatePhotoGroup, OrdersItemsByDateAndCountsAllButTheLargest) {
