@@ -115,10 +115,11 @@ TEST_F(RemoveForGood, FailsOnLockedEntriesUntilTheyAreUnlockedInTheTrash) {
 }
 
 TEST_F(RemoveForGood, ChangesNothingElsewhereWhenAFolderIsReplacedByALink) {
-    const std::vector<std::string> kept{"~/canary/file", "~/canary/d/file", "~/canary/c/d/file",
-                                        "~/canary/b/c/d/file", "~/canary/a/b/c/d/file"};
+    std::vector<std::string> kept{"~/canary/file", "~/canary/d/file", "~/canary/c/d/file",
+                                  "~/canary/b/c/d/file", "~/canary/a/b/c/d/file"};
     for (const std::string& path : kept)
         disk.make(path);
+    kept.emplace_back("~/canary");
     for (const bool unlocks : {false, true}) {
         for (const std::string& path : kept)
             if (unlocks)

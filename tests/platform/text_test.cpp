@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace std::string_literals;
+
 TEST(Text, IsConvertedIndependentlyOfTheLocaleAndShowsInvalidUtf8AsReplacementCharacters) {
     using namespace platform;
     const struct {
@@ -57,7 +59,7 @@ TEST(Path, LastComponentSplitsIntoStemAndExtension) {
               {"/a/....txt", "....txt", "...", "txt"},
               {"/a/a..app", "a..app", "a.", "app"},
               {"/a/Foo.", "Foo.", "Foo.", ""},
-              {"/a/Read me. now", "Read me. now", "Read me", " now"}};
+              {"/a/b c. d", "b c. d", "b c", " d"}};
     for (const auto& [path, last, stem, extension] : cases) {
         EXPECT_EQ(platform::lastComponent(path), last) << path;
         EXPECT_EQ(platform::stem(path), stem) << path;
@@ -66,13 +68,9 @@ TEST(Path, LastComponentSplitsIntoStemAndExtension) {
 }
 
 TEST(Path, IsStandardisedAsText) {
-    const std::pair<std::string, const char*> cases[]{{"/a//b/./c/.", "/a/b/c"},
-                                                      {"/a/../b/", "/b"},
-                                                      {"/../../a", "/a"},
-                                                      {"/..", "/"},
-                                                      {"/a/...", "/a/..."},
-                                                      {"a/../b", "a/../b"},
-                                                      {std::string("/a\0/../b", 8), "/b"}};
+    const std::pair<std::string, const char*> cases[]{
+        {"/a//b/./c/.", "/a/b/c"}, {"/a/../b/", "/b"},   {"/../../a", "/a"},  {"/..", "/"},
+        {"/a/...", "/a/..."},      {"a/../b", "a/../b"}, {"/a\0/../b"s, "/b"}};
     for (const auto& [path, standard] : cases)
         EXPECT_EQ(platform::standardized(path), standard) << path;
 }

@@ -39,12 +39,16 @@ struct Collector {
 
 } // namespace
 
-TEST(Measure, SumsVisibleFilesAndLinks) {
+TEST(Measure, SumsVisibleFilesAndLinksInReadableFolders) {
+    const OrdinaryUser user;
     const TemporaryDisk disk;
     disk.make({"~/file 100", "~/folder/a 10", "~/folder/sub/App.app/Contents/b 20", "~/folder/.hidden 1000",
                "~/folder/.cache/deep/d 1000", "~/folder/link -> four", "~/folder/again -> sub",
                "~/folder/pipe |", "~/only-hidden/.a 5", "~/.hidden-root/a 7", "~/names/line\nbreak/\xff 1",
-               "~/to-file -> folder/a", "~/to-folder -> folder", "~/loop -> loop"});
+               "~/to-file -> folder/a", "~/to-folder -> folder", "~/loop -> loop", "~/tree/open/a 1",
+               "~/tree/unreadable/b 10", "~/tree/unsearchable/c 100", "~/tree/closed/d 9"});
+    for (const auto& [name, mode] : {std::pair("unreadable", 0300U), {"unsearchable", 0600U}, {"closed", 0U}})
+        disk.setMode(std::string("~/tree/") + name, mode);
     constexpr std::int64_t folderBytes = 10 + 20 + 4 + 3; // links count their own length
     const std::pair<std::string, std::int64_t> cases[]{{"~/file", 100},
                                                        {"~/folder/", folderBytes},
@@ -55,8 +59,10 @@ TEST(Measure, SumsVisibleFilesAndLinks) {
                                                        {"~/to-folder", 0},
                                                        {"~/loop", 0},
                                                        {"~/to-folder/sub/App.app", 20},
+                                                       {"~/tree", 1},
+                                                       {"~/tree/unreadable/b", 10},
                                                        {"relative", 0},
-                                                       {"/", 100 + folderBytes + 1 + 8 + 6 + 4},
+                                                       {"/", 100 + folderBytes + 1 + 8 + 6 + 4 + 1},
                                                        {std::string("~/file\0", 7), 0}};
     std::vector<std::string> paths;
     Sizes expected;
@@ -77,17 +83,6 @@ TEST(Measure, SumsDoNotOverflow) {
         if (truncate(disk.host(file).c_str(), largest / 2) != 0)
             GTEST_SKIP() << "no file system for sparse files of nearly 2^62 bytes here";
     EXPECT_EQ(measure(disk.disk(), at({"~/two"})), Sizes{largest});
-}
-
-TEST(Measure, SkipsUnreadableFolders) {
-    const OrdinaryUser user;
-    const TemporaryDisk disk;
-    disk.make(
-        {"~/tree/open/a 1", "~/tree/unreadable/b 10", "~/tree/unsearchable/c 100", "~/tree/locked/d 9"});
-    disk.setMode("~/tree/unreadable", 0300);
-    disk.setMode("~/tree/unsearchable", 0600);
-    disk.setMode("~/tree/locked", 0);
-    EXPECT_EQ(measure(disk.disk(), at({"~/tree", "~/tree/unreadable/b"})), (Sizes{1, 10}));
 }
 
 TEST(Measure, ReachesEveryLevelOfDeepTreesWithFewDescriptors) {
