@@ -29,7 +29,8 @@ void check(bool succeeded, const std::string& path) {
 
 TemporaryDisk::TemporaryDisk(Where where) {
     const bool isInMemory = where == Where::inMemory && access("/dev/shm", W_OK | X_OK) == 0;
-    m_root = (isInMemory ? "/dev/shm" : fs::temp_directory_path()) / "lumvale-test-XXXXXX";
+    // A Mac's temporary folder is below a symbolic link, /var.
+    m_root = fs::canonical(isInMemory ? "/dev/shm" : fs::temp_directory_path()) / "lumvale-test-XXXXXX";
     check(mkdtemp(m_root.data()) != nullptr, m_root);
     fs::create_directories(host("~"));
     for (const char* folder : {"/", "/Users", "/Users/me"})
