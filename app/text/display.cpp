@@ -8,18 +8,19 @@
 namespace {
 
 /// Returns a visible replacement for an invisible character that affects others: a line break changes the
-/// height of a row, and a direction mark can display "gnp.exe" as "exe.png".
+/// height of a row, and a direction mark can display "gnp.exe" as "exe.png". Common fonts have the
+/// replacements, unlike Unicode's control pictures.
 QChar visible(QChar c) {
     const ushort code = c.unicode();
-    if (code < 0x20)
-        return QChar(0x2400 + code); // Unicode's control pictures
-    if (code == 0x7F)
-        return QChar(0x2421);
+    const bool breaks = (code >= 0x0A && code <= 0x0D) || code == 0x85 || code == 0x2028 || code == 0x2029;
+    if (breaks)
+        return QChar(0x21B5); // ↵
+    if (code == '\t')
+        return QChar(0x21E5); // ⇥
+    const bool isControl = code < 0x20 || (code >= 0x7F && code < 0xA0);
     const bool isMark = code == 0x061C || code == 0x200E || code == 0x200F;
     const bool embeds = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
-    const bool breaks = code == 0x2028 || code == 0x2029;
-    const bool isLateControl = code >= 0x80 && code < 0xA0;
-    return isMark || embeds || breaks || isLateControl ? QChar(QChar::ReplacementCharacter) : c;
+    return isControl || isMark || embeds ? QChar(QChar::ReplacementCharacter) : c;
 }
 
 } // namespace

@@ -12,8 +12,8 @@
 /// the same text, so a text is never converted back.
 namespace display {
 
-/// Returns bytes as text of one line: U+FFFD for invalid UTF-8 and for Unicode direction controls and
-/// separators, a control picture (U+2400…) for line breaks and other ASCII controls.
+/// Returns bytes as text of one line: "↵" for line breaks, "⇥" for tabs, U+FFFD for invalid UTF-8, other
+/// controls and Unicode's direction controls.
 QString text(std::string_view bytes);
 
 /// Returns the same for a name from a file, truncated to 255 UTF-16 code units and "…" at a character

@@ -16,7 +16,7 @@ void HistoryTest::drawsTheNewestEntryFirst() {
     m_history->record("com.example.a", 4000);
     m_history->record("b\n.log", 20);
     const QString today = " | " + QString::fromStdString(platform::formatMediumDate(platform::now()));
-    QTRY_COMPARE(drawn(), (QStringList{"b\u240A.log | 20 bytes" + today, "com.example.a | 4 KB" + today}));
+    QTRY_COMPARE(drawn(), (QStringList{"b\u21B5.log | 20 bytes" + today, "com.example.a | 4 KB" + today}));
 }
 
 int main(int argc, char** argv) {
