@@ -1,8 +1,8 @@
 #include "tools/sample_disk/target_folder.h"
 
 #include "platform/files/descriptor.h"
+#include "platform/system/mount_points.h"
 #include "tools/sample_disk/immutable_flag.h"
-#include "tools/sample_disk/mount_points.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -34,9 +34,9 @@ bool isMarker(const fs::path& file) {
 
 bool containsMountPoint(const fs::path& folder) {
     const std::string below = fs::canonical(folder).string() + '/';
-    const std::vector<std::string> folders = mountPoints();
-    return std::any_of(folders.begin(), folders.end(),
-                       [&](const std::string& mounted) { return mounted.starts_with(below); });
+    const std::vector<platform::MountPoint> mounts = platform::mountPoints();
+    return std::any_of(mounts.begin(), mounts.end(),
+                       [&](const platform::MountPoint& mount) { return mount.folder.starts_with(below); });
 }
 
 std::vector<fs::path> children(const fs::path& folder) {

@@ -2,6 +2,7 @@
 // LUMVALE_HOME. Saves a picture of each state and prints the deletions. The deletions are real: use a copy or
 // a sample disk.
 
+#include "platform/files/mac_disks.h"
 #include "tests/ui/driver.h"
 #include "tools/tour/expect.h"
 #include "tools/tour/tour.h"
@@ -54,7 +55,8 @@ int main(int argc, char** argv) {
 
     if (qEnvironmentVariableIsEmpty("LUMVALE_DISK") || qEnvironmentVariableIsEmpty("LUMVALE_HOME"))
         fail("set LUMVALE_DISK and LUMVALE_HOME");
-    const auto disk = platform::Disk::ofEnvironment();
+    const auto disk = platform::openMacDisk(qEnvironmentVariable("LUMVALE_DISK").toStdString(),
+                                            qEnvironmentVariable("LUMVALE_HOME").toStdString());
     if (!disk)
         fail(disk.error().description);
     const QDir pictures(arguments.takeFirst());
