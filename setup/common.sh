@@ -3,7 +3,8 @@
 #   install SECTION…            installs the missing packages of these sections of setup/packages or setup/Brewfile
 #   has_display                 succeeds if windows can be shown to the user
 #   start_display               prepares a display for tests
-#   open_program PRESET         opens Lumvale as built with this preset, with the exported variables LUMVALE_…
+#   open_program PRESET [ARGUMENT…]
+#                               opens Lumvale as built with this preset, with the exported variables LUMVALE_…
 #   system_environment          the system's part of the environment of `pinned`
 # shellcheck shell=bash
 

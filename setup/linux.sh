@@ -62,5 +62,5 @@ open_program() {
         mkdir -p "$XDG_RUNTIME_DIR"
         chmod 700 "$XDG_RUNTIME_DIR"
     fi
-    exec "build/$1/bin/lumvale"
+    exec "build/$1/bin/lumvale" "${@:2}"
 }

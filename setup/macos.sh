@@ -30,6 +30,6 @@ open_program() {
         [ -z "${!name+set}" ] || options+=(--env "$name=${!name}")
     done
     : >"$output"
-    open "${options[@]}" "build/$1/bin/Lumvale.app"
+    open "${options[@]}" "build/$1/bin/Lumvale.app" --args "${@:2}"
     cat "$output"
 }

@@ -61,6 +61,10 @@ void Desktop::setUp() {
     QObject::connect(&Localizer::shared(), &Localizer::languageChanged, translateMenus);
 }
 
+bool Desktop::isMac() {
+    return true;
+}
+
 void Desktop::bringToFront() {
     // Qt makes the window the active one of the program, which may still lie behind others.
     [NSApp activateIgnoringOtherApps:YES];

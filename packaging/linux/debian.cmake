@@ -1,14 +1,14 @@
 # The Debian package: cmake --build --preset release --target lumvale-deb
 
-# The list of packages names dependencies other than linked libraries: QML modules, which are required, and
-# optional programs, which are recommended.
+# The list of packages names dependencies other than linked libraries: QML modules and Qt's plugin for Wayland, which
+# are required, and fonts and programs, which are recommended.
 set(list ${PROJECT_SOURCE_DIR}/setup/packages)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${list})
 file(STRINGS ${list} lines)
 foreach(line IN LISTS lines)
     if(line MATCHES "^\\[(.*)\\]")
         set(section ${CMAKE_MATCH_1})
-    elseif(section STREQUAL run AND line MATCHES "^(qml[^ ]+)")
+    elseif(section STREQUAL run AND line MATCHES "^(q(ml6|t6)-[^ ]+)")
         list(APPEND needed ${CMAKE_MATCH_1})
     elseif(section STREQUAL run AND NOT line MATCHES "^lib" AND line MATCHES "^([a-z][^ ]+)")
         list(APPEND wanted ${CMAKE_MATCH_1})

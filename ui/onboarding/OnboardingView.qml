@@ -33,7 +33,7 @@ Sheet {
     readonly property bool isLast: page >= totalPages - 1
 
     // Anchored at the bottom, so that the Next button stays under the pointer on all pages.
-    y: parent ? Math.round(parent.height / 2) + Metrics.onboardingBottom - height : 0
+    y: parent ? Math.max(0, Math.round(parent.height / 2) + Metrics.onboardingBottom - height) : 0
     padding: Metrics.onboardingPadding
     implicitWidth: Metrics.onboardingWidth
     implicitHeight: content.implicitHeight + 2 * padding

@@ -11,10 +11,7 @@ Window {
     title: "Lumvale"
     width: 1040
     height: 800
-    minimumWidth: 820
-    minimumHeight: 700
     color: GCColor.bgBottom
-    visible: true
 
     RootView {
         id: view

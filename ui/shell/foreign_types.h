@@ -2,6 +2,7 @@
 
 #include "app/execution/background_task.h"
 #include "app/i18n/localizer.h"
+#include "app/models/disk_choice_model.h"
 #include "app/models/duplicate_groups_model.h"
 #include "app/models/duplicate_photos_view_model.h"
 #include "app/models/history_model.h"
@@ -122,4 +123,11 @@ struct ForeignInstalledAppsModel {
     QML_FOREIGN(InstalledAppsModel)
     QML_NAMED_ELEMENT(InstalledAppsModel)
     QML_UNCREATABLE("a part of UninstallViewModel")
+};
+
+struct ForeignDiskChoiceModel {
+    Q_GADGET
+    QML_FOREIGN(DiskChoiceModel)
+    QML_NAMED_ELEMENT(DiskChoiceModel)
+    QML_UNCREATABLE("DiskWindow makes it")
 };

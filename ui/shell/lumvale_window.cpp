@@ -2,33 +2,47 @@
 
 #include "ui/shell/close_filter.h"
 #include "ui/shell/input_filter.h"
+#include "ui/shell/qml_modules.h"
 #include "ui/shell/screen_models.h"
-#include "ui/style/typeface.h"
 #include "ui/thumbnails/thumbnail_loader.h"
 
 #include <QQuickWindow>
+#include <QScreen>
 
 #include <utility>
 
-// Referenced in the constructor: otherwise the linker drops these functions of the static libraries, and with
-// them the registration of the QML types.
-void qml_register_types_Lumvale();
-void qml_register_types_Lumvale_Style();
+namespace {
+
+/// The screens were designed for windows of at least this size; on a smaller screen their lists are shorter.
+constexpr QSize designedMinimum{820, 700};
+
+/// Height of a title bar or panel. Title bars aren't known before the window is shown, and Wayland has no
+/// panels in the free area of a screen.
+constexpr QSize bar{0, 40};
+
+/// Returns the size of the largest window that the screen shows completely, without its title bar.
+QSize largestSize(const QScreen& screen) {
+    return screen.availableSize().boundedTo(screen.size() - bar) - bar;
+}
+
+void setMinimumSize(QWindow& window) {
+    window.setMinimumSize(designedMinimum.boundedTo(largestSize(*window.screen())));
+}
+
+} // namespace
 
 LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platform::Executor executor,
                              platform::PhotoLibrary photos) {
-    [[maybe_unused]] void (*volatile const registrations[])() = {qml_register_types_Lumvale,
-                                                                 qml_register_types_Lumvale_Style};
-
-    Typeface::setApplicationFont();
-
     new ThumbnailLoader(photos, executor, &m_engine);
     new ScreenModels(std::move(disk), history, std::move(executor), std::move(photos), &m_engine);
-    m_engine.addImportPath(QStringLiteral("qrc:/qml"));
-    m_engine.load(QUrl(QStringLiteral("qrc:/qml/Lumvale/shell/Main.qml")));
+    QmlModules::load(m_engine, QStringLiteral("Main"));
     if (window()) {
         new InputFilter(window());
         new CloseFilter(window());
+        setMinimumSize(*window());
+        QObject::connect(window(), &QWindow::screenChanged, window(), [this] { setMinimumSize(*window()); });
+        window()->resize(window()->size().boundedTo(largestSize(*window()->screen())));
+        window()->show();
     }
 }
 
@@ -48,7 +62,5 @@ void LumvaleWindow::announce(const UpdateAlert& announcement, const std::functio
 }
 
 QQuickWindow* LumvaleWindow::window() const {
-    return m_engine.rootObjects().isEmpty()
-               ? nullptr
-               : qobject_cast<QQuickWindow*>(m_engine.rootObjects().constFirst());
+    return QmlModules::window(m_engine);
 }

@@ -17,6 +17,8 @@ T.Popup {
     // Rounded to whole pixels, so that the content isn't blurred.
     x: parent ? Math.round((parent.width - width) / 2) : 0
     y: parent ? Math.round((parent.height - height) / 2) : 0
+    // On a screen smaller than the sheet.
+    height: parent ? Math.min(implicitHeight, parent.height) : implicitHeight
     modal: true
     focus: true
     closePolicy: T.Popup.CloseOnEscape
