@@ -16,6 +16,7 @@ using core::LumvaleScanner::isDeletionAllowed;
 
 namespace {
 
+using namespace std::string_literals;
 using Lines = std::vector<std::string>;
 
 struct Deletion : testing::Test {
@@ -67,12 +68,10 @@ TEST_F(Deletion, DecidesOnEveryPathAsTheGuardDoesOnItsStandardisedForm) {
     disk.make(
         {"/System/x", "/usr/x", "/Library/Apple/x", "/private/etc/x", "/private/var/db/x", "/Users/other/x"});
     auto kept = disk.entries();
-    Lines pieces{std::string("a\0", 2)};
-    for (const char* piece :
-         {"Users",  "Users",  "me",  "me",      "other", "Documents", "Library", "Apple",   "Applications",
-          ".Trash", "System", "usr", "private", "etc",   "var",       "db",      "folders", "tmp",
-          "x",      "",       ".",   "..",      "..",    "...",       "\xFF"})
-        pieces.emplace_back(piece);
+    const Lines pieces{"Users", "Users",        "me",      "me",     "other", "Documents", "Library",
+                       "Apple", "Applications", ".Trash",  "System", "usr",   "private",   "etc",
+                       "var",   "db",           "folders", "tmp",    "x",     "",          ".",
+                       "..",    "..",           "...",     "\xFF",   "a\0"s};
     std::mt19937 random(20240607);
     const auto below = [&](std::size_t count) {
         return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
@@ -99,7 +98,7 @@ TEST_F(Deletion, MovesEntriesToTheTrashAndRemovesThoseInTheTrash) {
                "~/.Trash/c", "~/.Trash/link -> ../Documents"});
     Lines paths = at({"~/Library/Caches/a/", "~//missing", "~/x/../Documents//", "~/.Trash/./old",
                       "~/Downloads/b", "~/Downloads/b", "~/.Trash/link/kept", "~/.Trash/link"});
-    paths.emplace_back("/tmp/a\0b", 8);
+    paths.push_back("/tmp/a\0b"s);
     const core::DeletionOutcome outcome = deletePaths(paths, disk.disk());
     EXPECT_EQ(outcome.succeeded,
               at({"~/Library/Caches/a", "~/.Trash/old", "~/Downloads/b", "~/.Trash/link"}));

@@ -16,6 +16,8 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
+const std::string ownFolder = "~/Library/LaunchAgents/";
+
 std::string xml(const std::string& content) {
     return "<plist version=\"1.0\">" + content + "</plist>";
 }
@@ -27,13 +29,6 @@ std::string agent(const std::string& label, const std::string& disabled = "<fals
 
 class StartupItems : public testing::Test {
 protected:
-    void makeOwn(const std::string& file, const std::string& content) const {
-        m_disk.write("~/Library/LaunchAgents/" + file, content);
-    }
-    void makeShared(const std::string& file, const std::string& content) const {
-        m_disk.write("/Library/LaunchAgents/" + file, content);
-    }
-
     std::vector<core::StartupItem> scanned() const { return core::LumvaleStartupItems::scan(m_disk.disk()); }
 
     /// Disables the agent with a tool that records its arguments and fails as for an agent that isn't loaded.
@@ -45,9 +40,8 @@ protected:
     }
 
     core::StartupItem own(const std::string& file, const std::string& label = "com.example.Agent") const {
-        makeOwn(file, agent(label));
-        return {
-            m_disk.host("~/Library/LaunchAgents/") + file, label, "Agent", "exp_startup_user", false, false};
+        m_disk.write(ownFolder + file, agent(label));
+        return {m_disk.host(ownFolder) + file, label, "Agent", "exp_startup_user", false, false};
     }
 
     const OrdinaryUser m_user;
@@ -62,25 +56,25 @@ TEST_F(StartupItems, AreTheReadableAgentsOfBothFoldersByTheirNames) {
     EXPECT_TRUE(scanned().empty()); // neither folder exists
     m_disk.write("/Applications/Écho.app/Contents/Info.plist",
                  xml("<dict><key>CFBundleIdentifier</key><string>com.echo.app</string></dict>"));
-    makeOwn("another name.plist", agent("com.Echo.App.helper"));
-    makeOwn("com.example.zulu.PLIST", agent("com.example.Zulu", "<true/>"));
-    makeOwn(".hidden.plist", agent("com.example.hidden", "<integer>1</integer>"));
-    makeOwn("a.plist", agent("com.example.Twice", "<string>true</string>"));
-    makeOwn("b.plist", agent("COM.EXAMPLE.TWICE"));
-    makeShared("d.plist", agent("com.example.tWiCe"));
-    makeShared("e.plist", agent("net.example.every-one", "<true/>"));
-    makeShared("apple.plist", agent("COM.APPLE.foo"));
+    m_disk.write(ownFolder + "another name.plist", agent("com.Echo.App.helper"));
+    m_disk.write(ownFolder + "com.example.zulu.PLIST", agent("com.example.Zulu", "<true/>"));
+    m_disk.write(ownFolder + ".hidden.plist", agent("com.example.hidden", "<integer>1</integer>"));
+    m_disk.write(ownFolder + "a.plist", agent("com.example.Twice", "<string>true</string>"));
+    m_disk.write(ownFolder + "b.plist", agent("COM.EXAMPLE.TWICE"));
+    m_disk.write("/Library/LaunchAgents/d.plist", agent("com.example.tWiCe"));
+    m_disk.write("/Library/LaunchAgents/e.plist", agent("net.example.every-one", "<true/>"));
+    m_disk.write("/Library/LaunchAgents/apple.plist", agent("COM.APPLE.foo"));
     for (const char* file : {"x.plist.bak", "x.plis", ".plist", "Sub/x.plist", "closed.plist"})
-        makeOwn(file, agent("not.listed."s + file));
-    makeOwn("empty.plist", agent(""));
-    makeOwn("number.plist", xml("<dict><key>Label</key><integer>7</integer></dict>"));
+        m_disk.write(ownFolder + file, agent("not.listed."s + file));
+    m_disk.write(ownFolder + "empty.plist", agent(""));
+    m_disk.write(ownFolder + "number.plist", xml("<dict><key>Label</key><integer>7</integer></dict>"));
     m_disk.write("/opt/tool.list", agent("com.example.linked"));
     m_disk.make({"~/Library/LaunchAgents/pipe.plist |", "~/Library/LaunchAgents/folder.plist/",
                  "~/Library/LaunchAgents/dangling.plist -> missing",
                  "~/Library/LaunchAgents/\xFF.plist -> /opt/tool.list"});
     m_disk.setMode("~/Library/LaunchAgents/closed.plist", 0);
 
-    const std::string own = at("~/Library/LaunchAgents/");
+    const std::string own = at(ownFolder);
     const char* const user = "exp_startup_user";
     std::vector<core::StartupItem> expected{
         {own + "another name.plist", "com.Echo.App.helper", "Écho", user, false, false},
@@ -133,8 +127,8 @@ TEST_F(StartupItems, DisablingUnloadsTheAgentAndMovesItsListToTheTrash) {
 }
 
 TEST_F(StartupItems, DisablingRefusesSharedAgentsAndRunsNothingForAnotherDisk) {
-    makeShared("a.plist", agent("com.example.Shared"));
-    makeOwn("b.plist", agent("com.example.Agent"));
+    m_disk.write("/Library/LaunchAgents/a.plist", agent("com.example.Shared"));
+    m_disk.write(ownFolder + "b.plist", agent("com.example.Agent"));
     const core::StartupItem shared = scanned()[1];
     EXPECT_FALSE(disable(shared, m_disk.disk()));
     EXPECT_FALSE(disable(shared, m_thisMachine));
