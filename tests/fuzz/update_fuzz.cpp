@@ -10,10 +10,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto update = decodeUpdateDescription({reinterpret_cast<const char*>(data), size});
     if (!update)
         return 0;
-    const bool isAfter = UpdateChecker::isNewer(update->version, update->page);
-    const bool isBefore = UpdateChecker::isNewer(update->page, update->version);
-    if ((isAfter && isBefore) || UpdateChecker::isNewer(update->version, update->version)
-        || UpdateChecker::isNewer(update->version, update->version + ".0.x"))
+    using UpdateChecker::isNewer;
+    const auto& [version, page] = *update;
+    if ((isNewer(version, page) && isNewer(page, version)) || isNewer(version, version)
+        || isNewer(version, version + ".0.x"))
         std::abort();
     return 0;
 }
