@@ -236,16 +236,11 @@ TEST(PhotoAccess, IsRequestedOnceAndThenDependsOnTheDisk) {
 TEST(SystemPhotoLibrary, IsUsedInTheHomeOfThisUserWhileItsPermissionLasts) {
     using enum PhotoAuthorization;
     const struct {
-        PhotoAuthorization before, after; // the only asset is visited
+        PhotoAuthorization before, after; // the visit of the only asset
         bool isAvailable, isWhole;
-    } cases[]{{authorized, authorized, true, true},
-              {limited, limited, true, true},
-              {authorized, limited, true, true},
-              {authorized, denied, true, false},
-              {limited, notDetermined, true, false},
-              {authorized, authorized, false, false},
-              {denied, denied, true, false},
-              {restricted, restricted, true, false},
+    } cases[]{{authorized, authorized, true, true},       {authorized, limited, true, true},
+              {authorized, denied, true, false},          {limited, notDetermined, true, false},
+              {authorized, authorized, false, false},     {denied, denied, true, false},
               {notDetermined, notDetermined, true, false}};
     for (const auto& one : cases) {
         SCOPED_TRACE(testing::PrintToString(one.before) + " to " + testing::PrintToString(one.after));

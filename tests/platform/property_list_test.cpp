@@ -85,21 +85,14 @@ TEST(PropertyList, ReadsTopLevelValuesOfBothFormats) {
 
 TEST(PropertyList, RefusesMalformedLists) {
     const std::string whole = binary({"\xD1\0\1\0\2"s, "\x55Label", "\x51z"});
-    const std::string cases[] = {
-        "",
-        "{ Label = a; }",
-        "<plist/>",
-        xml("<dict><key>Label</key><string>a"),
-        xml("<dict></array>"),
-        xml("<dict><key>Label</key><string>&made-up;</string></dict>"),
-        xml("<dict><key>Label</key><string>"s + '\0' + "</string></dict>"),
-        "<!DOCTYPE plist [<!ENTITY a 'b'>]>" + xml("<dict/>"),
-        "bplist00" + std::string(32, '\xFF'),
-        whole.substr(0, whole.size() / 2),
-        binary({"\xA1\0\1"s}),                                       // a reference to no object
-        binary({"\x5F\x13" + bigEndian(std::uint64_t{1} << 63, 8)}), // a text of 2^63 bytes
-    };
-    for (const std::string& bytes : cases)
+    // The last two refer to no object, and hold a text of 2^63 bytes.
+    for (const std::string& bytes :
+         {""s, "{ Label = a; }"s, "<plist/>"s, xml("<dict><key>Label</key><string>a"), xml("<dict></array>"),
+          xml("<dict><key>Label</key><string>&made-up;</string></dict>"),
+          xml("<dict><key>Label</key><string>"s + '\0' + "</string></dict>"),
+          "<!DOCTYPE plist [<!ENTITY a 'b'>]>" + xml("<dict/>"), "bplist00" + std::string(32, '\xFF'),
+          whole.substr(0, whole.size() / 2), binary({"\xA1\0\1"s}),
+          binary({"\x5F\x13" + bigEndian(std::uint64_t{1} << 63, 8)})})
         EXPECT_EQ(codes(PropertyList::parse(bytes)), "3840") << bytes;
 }
 
