@@ -100,7 +100,7 @@ TEST(Scan, SkipsUnreadableFoldersAndFollowsNoLinks) {
               (Lines{"Library/Caches/file-link 6", "Library/Caches/good 5", "Library/Caches/half 5"}));
 }
 
-TEST(LargeFiles, AreChosenBySizeAndPlace) {
+TEST(LargeFiles, AreChosenBySizeAndPlaceUpToThreeHundred) {
     const TemporaryDisk disk;
     disk.make({"~/exact 52428800", "~/one-less 52428799", "~/Documents/1/2/3/4/5/6/7/8/9/10/deep 60000000",
                "~/Documents/Library/found 52428801", "~/Documents/Photos.PhotosLibrary/no 60000000",
@@ -112,10 +112,6 @@ TEST(LargeFiles, AreChosenBySizeAndPlace) {
     EXPECT_EQ(lines(core::LumvaleScanner::scan(disk.disk()).items),
               (Lines{"Documents/1/2/3/4/5/6/7/8/9/10/deep 60000000", "Documents/movie.band 52428803",
                      "Tool.app/walked 52428802", "Documents/Library/found 52428801", "exact 52428800"}));
-}
-
-TEST(LargeFiles, AtMostThreeHundredAreListed) {
-    const TemporaryDisk disk;
     for (int i = 0; i < 310; ++i)
         disk.make("~/Movies/" + std::to_string(i) + " 52428800");
     EXPECT_EQ(core::LumvaleScanner::scan(disk.disk()).items.size(), 300U);
@@ -155,11 +151,9 @@ TEST(StorageBreakdown, ListsFoldersOfTheHomeAndTheApplications) {
 }
 
 TEST(ScanItem, FriendlyNameAndTickDependOnTheWholeName) {
-    const std::pair<const char*, const char*> friendly[] = {
-        {"Com.Spotify.Client", "Spotify"},
-        {"com.spotify.client.plugin", "com.spotify.client.plugin"},
-        {"com.apple.Safari/", "Safari"}};
-    for (const auto& [component, name] : friendly)
+    for (const auto& [component, name] : {std::pair("Com.Spotify.Client", "Spotify"),
+                                          {"com.spotify.client.plugin", "com.spotify.client.plugin"},
+                                          {"com.apple.Safari/", "Safari"}})
         EXPECT_EQ(inCaches(component).name, name);
     const std::pair<const char*, bool> ticked[] = {
         {"com.apple.Safari", false},       {"com.applet.Safari", true}, {"GoogleUpdater", false},

@@ -112,27 +112,26 @@ TEST_F(StartupItems, AreCalledAfterTheirApplicationOrTheLastPieceOfTheirLabel) {
         EXPECT_EQ(core::LumvaleStartupItems::friendlyName(label, apps), name) << label;
 }
 
-TEST_F(StartupItems, DisablingUnloadsTheAgentAndMovesItsListToTheTrash) {
+TEST_F(StartupItems, DisablingUnloadsOwnAgentsOfThisMachineAndMovesTheirListsToTheTrash) {
     m_disk.make("~/keep");
     for (const std::string& label :
          {"com.example.Agent"s, "../../../../keep"s, "a b; $(rm keep)\n--help"s, std::string(65'536, 'x')}) {
         EXPECT_TRUE(disable(own("a.plist", label), m_thisMachine));
         EXPECT_EQ(m_asked.back(), (Texts{"bootout", "gui/" + std::to_string(getuid()) + "/" + label}));
-        EXPECT_FALSE(m_disk.exists("~/Library/LaunchAgents/a.plist"));
     }
     EXPECT_TRUE(m_disk.exists("~/.Trash/a 4.plist") && m_disk.exists("~/keep"));
+
+    m_asked.clear();
+    m_disk.write("/Library/LaunchAgents/a.plist", agent("com.example.Shared"));
+    m_disk.write(ownFolder + "b.plist", agent("com.example.Agent"));
+    const std::vector<core::StartupItem> items = scanned();
+    for (const platform::Disk& disk : {m_disk.disk(), m_thisMachine})
+        EXPECT_FALSE(disable(items[1], disk)) << "a shared agent";
+    EXPECT_TRUE(disable(items[0], m_disk.disk()));
+    EXPECT_TRUE(m_asked.empty());
+    EXPECT_TRUE(m_disk.exists("/Library/LaunchAgents/a.plist") && m_disk.exists("~/.Trash/b.plist"));
+
     const core::StartupItem item = own("a.plist");
     m_disk.setMode("~/Library/LaunchAgents", 0500);
     EXPECT_FALSE(disable(item, m_thisMachine)) << "the list cannot be moved";
-}
-
-TEST_F(StartupItems, DisablingRefusesSharedAgentsAndRunsNothingForAnotherDisk) {
-    m_disk.write("/Library/LaunchAgents/a.plist", agent("com.example.Shared"));
-    m_disk.write(ownFolder + "b.plist", agent("com.example.Agent"));
-    const core::StartupItem shared = scanned()[1];
-    EXPECT_FALSE(disable(shared, m_disk.disk()));
-    EXPECT_FALSE(disable(shared, m_thisMachine));
-    EXPECT_TRUE(disable(scanned()[0], m_disk.disk()));
-    EXPECT_TRUE(m_asked.empty());
-    EXPECT_TRUE(m_disk.exists("/Library/LaunchAgents/a.plist") && m_disk.exists("~/.Trash/b.plist"));
 }

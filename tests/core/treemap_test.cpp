@@ -71,7 +71,6 @@ TEST(Treemap, OmitsItemsWithoutAreaAndHandlesInvalidInput) {
     } cases[]{{"strips thicker than half a unit", {99.4, 0.6}, {0, 0, 100, 1}, {0, 1}},
               {"a strip of half a unit", {0.5, 99.5}, {0, 0, 100, 1}, {1}},
               {"zeros beside a value", {0, 3, 0}, {0, 0, 3, 1}, {1}},
-              {"no items", {}, {0, 0, 10, 10}, {}},
               {"only zeros", {0, 0}, {0, 0, 10, 10}, {}},
               {"a negative sum", {1, -1.5}, {0, 0, 10, 10}, {}},
               {"no width", {1}, {0, 0, 0, 10}, {}},
