@@ -12,10 +12,13 @@ namespace core {
 namespace {
 
 /// Returns the candidates in folders whose entries may be deleted.
-std::vector<Candidate> inAllowedFolders(const platform::Disk& disk, std::vector<Candidate> candidates) {
+std::vector<Candidate> inAllowedFolders(const platform::Disk& disk, std::vector<Candidate> candidates,
+                                        const platform::Progress* progress) {
     const LumvaleScanner::PlaceGuard guard(disk);
     std::unordered_map<std::string, bool> allowed;
     std::erase_if(candidates, [&](const Candidate& candidate) {
+        if (isStopped(progress))
+            return true;
         std::string folder(platform::parent(candidate.path));
         const auto known = allowed.find(folder);
         if (known != allowed.end())
@@ -29,7 +32,7 @@ std::vector<Candidate> inAllowedFolders(const platform::Disk& disk, std::vector<
 
 std::vector<ScanItem> measureCandidates(const platform::Disk& disk, std::vector<Candidate> found,
                                         ZeroSize zeroSize, platform::Progress* progress) {
-    const std::vector<Candidate> candidates = inAllowedFolders(disk, std::move(found));
+    const std::vector<Candidate> candidates = inAllowedFolders(disk, std::move(found), progress);
     std::vector<std::string> paths;
     paths.reserve(candidates.size());
     for (const Candidate& candidate : candidates)
@@ -37,7 +40,7 @@ std::vector<ScanItem> measureCandidates(const platform::Disk& disk, std::vector<
     const std::vector<std::int64_t> sizes = platform::measure(disk, paths, progress);
 
     std::vector<ScanItem> items;
-    for (std::size_t i = 0; i < candidates.size(); ++i) {
+    for (std::size_t i = 0; i < candidates.size() && !isStopped(progress); ++i) {
         const Candidate& candidate = candidates[i];
         if (sizes[i] > 0 || zeroSize == ZeroSize::keep)
             items.emplace_back(candidate.path, sizes[i], candidate.category, candidate.explanation,

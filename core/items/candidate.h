@@ -25,7 +25,7 @@ enum class ZeroSize { skip, keep };
 /// Returns the candidates as items with their sizes and modification dates, in the order given, without those
 /// in folders whose entries may not be deleted because a symbolic link leads elsewhere. Blocks while their
 /// content is walked; any thread. Counts what is walked in `progress`, which may be null; when that is
-/// stopped, the sizes are incomplete.
+/// stopped, the items and sizes are incomplete.
 std::vector<ScanItem> measureCandidates(const platform::Disk& disk, std::vector<Candidate> found,
                                         ZeroSize zeroSize = ZeroSize::skip,
                                         platform::Progress* progress = nullptr);

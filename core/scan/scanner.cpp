@@ -30,7 +30,7 @@ ScanResult scan(const platform::Disk& disk, platform::Progress* progress) {
         progress = &own;
     const auto childrenOf = [&](std::string_view folder, ScanCategory category,
                                 std::string_view explanation) {
-        return scanDirectoryEntries(disk, disk.inHome(folder), category, explanation, true);
+        return scanDirectoryEntries(disk, disk.inHome(folder), category, explanation, true, progress);
     };
 
     // Items of equal size stay in the order of the sources.
@@ -38,17 +38,18 @@ ScanResult scan(const platform::Disk& disk, platform::Progress* progress) {
     append(candidates, childrenOf("Library/Caches", cache, "exp_cache"));
     append(candidates, childrenOf("Library/Logs", logs, "exp_logs"));
     append(candidates, childrenOf(".Trash", trash, "exp_trash"));
-    append(candidates, scanOldDownloads(disk, disk.inHome("Downloads"), platform::now()));
+    append(candidates, scanOldDownloads(disk, disk.inHome("Downloads"), platform::now(), progress));
     append(candidates, childrenOf("Library/Developer/Xcode/DerivedData", cache, "exp_derived_data"));
     append(candidates, childrenOf("Library/Developer/CoreSimulator/Caches", cache, "exp_simulator_cache"));
-    append(candidates, LumvaleUninstaller::orphanCandidates(disk));
+    append(candidates, LumvaleUninstaller::orphanCandidates(disk, progress));
     append(candidates, LumvaleUninstaller::virtualMachineCandidates(disk));
 
-    std::vector<ScanItem> items = measureCandidates(disk, candidates, ZeroSize::skip, progress);
+    std::vector<ScanItem> items = measureCandidates(disk, std::move(candidates), ZeroSize::skip, progress);
     append(items, scanLargeFiles(disk, disk.home(), minLargeFileBytes, maxLargeFiles, progress));
 
-    std::stable_sort(items.begin(), items.end(),
-                     [](const ScanItem& a, const ScanItem& b) { return a.sizeBytes > b.sizeBytes; });
+    if (!progress->isStopped())
+        std::stable_sort(items.begin(), items.end(),
+                         [](const ScanItem& a, const ScanItem& b) { return a.sizeBytes > b.sizeBytes; });
     ScanResult result(std::move(items));
     result.unreadFolders = progress->unreadFolders();
     return result;

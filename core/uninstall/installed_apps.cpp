@@ -43,13 +43,15 @@ InstalledApp readApp(const platform::Disk& disk, std::string path) {
 
 } // namespace
 
-std::vector<InstalledApp> discoverApps(const platform::Disk& disk) {
+std::vector<InstalledApp> discoverApps(const platform::Disk& disk, const platform::Progress* progress) {
     std::vector<InstalledApp> apps;
     for (const std::string& root : {std::string("/Applications"), disk.inHome("Applications")}) {
         const auto names = platform::listFolder(disk, root);
         if (!names)
             continue;
         for (const std::string& name : *names) {
+            if (isStopped(progress))
+                return apps;
             if (std::string path = platform::joined(root, name); isListed(path))
                 apps.push_back(readApp(disk, std::move(path)));
         }
@@ -62,7 +64,7 @@ std::vector<InstalledApp> discoverApps(const platform::Disk& disk) {
 }
 
 std::vector<InstalledApp> scanInstalledApps(const platform::Disk& disk, platform::Progress* progress) {
-    std::vector<InstalledApp> apps = discoverApps(disk);
+    std::vector<InstalledApp> apps = discoverApps(disk, progress);
     std::vector<std::string> paths;
     paths.reserve(apps.size());
     for (const InstalledApp& app : apps)

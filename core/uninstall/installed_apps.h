@@ -13,12 +13,14 @@ namespace core::LumvaleUninstaller {
 
 /// Returns the applications in /Applications and in the home's Applications folder, with their sizes, in the
 /// order of their names. Leaves out some applications of the system and this program. Counts in
-/// `progress`, which may be null; the sizes are incomplete when that is stopped.
+/// `progress`, which may be null; the list and its sizes are incomplete when that is stopped.
 std::vector<InstalledApp> scanInstalledApps(const platform::Disk& disk = platform::Disk::current(),
                                             platform::Progress* progress = nullptr);
 
-/// Returns the same applications without measuring them: all sizes are 0.
-std::vector<InstalledApp> discoverApps(const platform::Disk& disk);
+/// Returns the same applications without measuring them: all sizes are 0. Returns some of them soon after
+/// `progress`, which may be null, is stopped; counts nothing in it.
+std::vector<InstalledApp> discoverApps(const platform::Disk& disk,
+                                       const platform::Progress* progress = nullptr);
 
 /// Returns the lower-case strings by which file names are matched to the application: its bundle identifier
 /// (at least 4 characters) and its name without spaces (at least 3).

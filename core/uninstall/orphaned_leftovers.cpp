@@ -28,9 +28,9 @@ bool isAppleIdentifier(std::string_view lowerCaseName) {
     return lowerCaseName.starts_with("com.apple.") || lowerCaseName.starts_with("group.com.apple.");
 }
 
-std::set<std::string> installedKeys(const platform::Disk& disk) {
+std::set<std::string> installedKeys(const platform::Disk& disk, const platform::Progress* progress) {
     std::set<std::string> keys;
-    for (const InstalledApp& app : discoverApps(disk)) {
+    for (const InstalledApp& app : discoverApps(disk, progress)) {
         for (std::string& key : matchKeys(app))
             keys.insert(std::move(key));
     }
@@ -69,15 +69,17 @@ bool looksLikeAppIdentifier(std::string_view stem) {
     return components >= minComponents;
 }
 
-std::vector<Candidate> orphanCandidates(const platform::Disk& disk) {
-    const std::set<std::string> keys = installedKeys(disk);
+std::vector<Candidate> orphanCandidates(const platform::Disk& disk, const platform::Progress* progress) {
+    const std::set<std::string> keys = installedKeys(disk, progress);
     std::vector<Candidate> candidates;
     for (const std::string_view folder : searchedFolders) {
         const std::string path = disk.inHome(folder);
-        const auto names = platform::listFolder(disk, path);
+        const auto names = platform::listFolder(disk, path, platform::Hidden::include, progress);
         if (!names)
             continue;
         for (const std::string& name : *names) {
+            if (isStopped(progress))
+                return candidates;
             if (isOrphan(name, keys))
                 candidates.push_back({platform::joined(path, name), ScanCategory::orphanLeftovers,
                                       "exp_orphan_leftover", false});

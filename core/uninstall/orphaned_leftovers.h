@@ -13,8 +13,10 @@ namespace core::LumvaleUninstaller {
 /// not installed, in the order of the folders searched. Blocks; not for the interface thread.
 std::vector<ScanItem> orphanedLeftovers(const platform::Disk& disk = platform::Disk::current());
 
-/// Returns the same entries without measuring them, those of size 0 included.
-std::vector<Candidate> orphanCandidates(const platform::Disk& disk);
+/// Returns the same entries without measuring them, those of size 0 included; some of them soon after
+/// `progress`, which may be null, is stopped. Counts nothing in it.
+std::vector<Candidate> orphanCandidates(const platform::Disk& disk,
+                                        const platform::Progress* progress = nullptr);
 
 /// Returns whether a name looks like a bundle identifier in reverse domain notation: three or more non-empty
 /// components separated by dots, of ASCII letters, digits, "-" and "_".

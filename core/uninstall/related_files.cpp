@@ -80,6 +80,8 @@ std::vector<ScanItem> relatedFiles(const InstalledApp& app, const platform::Disk
         if (!names)
             return;
         for (const std::string& name : *names) {
+            if (isStopped(progress))
+                return;
             if (containsAny(name, keys))
                 candidates.push_back(
                     {platform::joined(folder, name), ScanCategory::appLeftovers, explanation, true});

@@ -14,7 +14,7 @@ namespace core::LumvaleUninstaller {
 /// Returns the files that `app` keeps outside its bundle, all safe by default: entries of the usual folders
 /// whose names contain one of its matchKeys(), ignoring case. In the order of the folders, then of the names;
 /// entries of size 0 included. Blocks; not for the interface thread. Counts in `progress`, which may be null;
-/// the sizes are incomplete when that is stopped.
+/// the list and its sizes are incomplete when that is stopped.
 std::vector<ScanItem> relatedFiles(const InstalledApp& app,
                                    const platform::Disk& disk = platform::Disk::current(),
                                    platform::Progress* progress = nullptr);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/base/progress.h"
 #include "platform/files/disk.h"
 
 #include <string>
@@ -12,8 +13,10 @@ namespace platform {
 enum class Hidden { include, skip };
 
 /// Returns the names in the folder at `path`, without "." and "..", in byte order. A symbolic link to a
-/// folder is followed. Fails with a Cocoa error when the folder can't be read.
+/// folder is followed. Fails with a Cocoa error when the folder can't be read. Returns some of the names, in
+/// any order, soon after `progress`, which may be null, is stopped; counts nothing in it.
 Result<std::vector<std::string>> listFolder(const Disk& disk, std::string_view path,
-                                            Hidden hidden = Hidden::include);
+                                            Hidden hidden = Hidden::include,
+                                            const Progress* progress = nullptr);
 
 } // namespace platform

@@ -224,7 +224,7 @@ std::string trashFolder(const Disk& disk) {
     return disk.inHome(".Trash");
 }
 
-Result<std::vector<std::string>> listTrash(const Disk& disk) {
+Result<std::vector<std::string>> listTrash(const Disk& disk, const Progress* progress) {
     const auto failed = [](const Error& cause) {
         return fileError(FileAction::read, cause, ".Trash");
     };
@@ -237,11 +237,12 @@ Result<std::vector<std::string>> listTrash(const Disk& disk) {
     std::vector<std::string> names;
     FolderReader reader;
     reader.start(trash.number());
-    while (const FolderEntry* entry = reader.next())
+    while (const FolderEntry* entry = isStopped(progress) ? nullptr : reader.next())
         names.emplace_back(entry->name);
     if (reader.failure() != 0)
         return failed(posixError(reader.failure()));
-    std::sort(names.begin(), names.end());
+    if (!isStopped(progress))
+        std::sort(names.begin(), names.end());
     return names;
 }
 

@@ -67,6 +67,9 @@ TEST(Scan, ProposesTheChildrenOfEachPlaceWithItsCategoryReasonAndTick) {
     for (const core::ScanItem& one : expected)
         disk.setModified(one.path, modified);
     const core::ScanResult result = core::LumvaleScanner::scan(disk.disk());
+    platform::Progress stopped;
+    stopped.stop();
+    EXPECT_TRUE(core::LumvaleScanner::scan(disk.disk(), &stopped).items.empty());
     EXPECT_EQ(result.items, expected);
     EXPECT_EQ(result.totalBytes, 1022 + 52428800);
 }

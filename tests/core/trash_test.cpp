@@ -93,6 +93,7 @@ TEST(EmptyTrash, StopsInsideAFolderAsDeletePathsDoes) {
     EXPECT_EQ(report.partial->bytesFreed, 20);
     EXPECT_EQ(emptying.totalEntries(), 7);
     EXPECT_EQ(emptying.entries(), 3);
+    EXPECT_EQ(text(emptyTrash(disk.disk(), &emptying)), "0 removed, 0 kept, 0 bytes"); // stopped before
 
     disk.make({"~/.Trash/b/5 10", "~/.Trash/b/6 10"});
     platform::Progress deleting;
