@@ -17,6 +17,22 @@ Window {
     minimumHeight: 360
     color: GCColor.bgBottom
     visible: true
+    // Colours of the folder chooser, if Qt draws it.
+    palette {
+        window: GCColor.dialog
+        windowText: GCColor.textPrimary
+        base: GCColor.bgTop
+        text: GCColor.textPrimary
+        button: GCColor.dialog
+        buttonText: GCColor.textPrimary
+        light: GCColor.opaquePanel
+        midlight: GCColor.dialog
+        mid: GCColor.textSecondary
+        dark: GCColor.textSecondary
+        highlight: GCColor.deepTeal
+        highlightedText: GCColor.ink
+        placeholderText: GCColor.textSecondary
+    }
 
     Backdrop {
         anchors.fill: parent
@@ -106,7 +122,10 @@ Window {
 
     FolderDialog {
         id: folderDialog
-        title: Texts.tr("disk_title")
+        title: Texts.tr("btn_choose_folder")
+        acceptLabel: Texts.tr("btn_open")
+        rejectLabel: Texts.tr("btn_cancel")
+        currentFolder: "file:///"
         onAccepted: root.choices.chooseFolder(selectedFolder)
     }
 }
