@@ -139,6 +139,7 @@ void ScanViewModel::runScan() {
         [disk = m_disk](platform::Progress& progress) { return core::LumvaleScanner::scan(disk, &progress); },
         [this, health](core::ScanResult result) {
             std::set<std::string> safe = safeIds(result);
+            m_unreadFolders = result.unreadFolders;
             setResult(std::move(result));
             setHealth(health);
             setChecked(std::move(safe));
@@ -270,6 +271,10 @@ QString ScanViewModel::deletedText() const {
 
 QString ScanViewModel::stayedText() const {
     return m_deletion ? outcome::stayed(*m_deletion) : QString();
+}
+
+QString ScanViewModel::unreadText() const {
+    return m_unreadFolders > 0 ? outcome::counted(u"folders_unread"_s, m_unreadFolders) : QString();
 }
 
 QString ScanViewModel::trashNote() const {

@@ -44,6 +44,7 @@ class ScanViewModel : public QObject {
     Q_PROPERTY(QString deleteMessage READ deleteMessage NOTIFY showDeleteConfirmChanged)
     Q_PROPERTY(bool deletesOnlyForGood READ deletesOnlyForGood NOTIFY showDeleteConfirmChanged)
     Q_PROPERTY(QString deletedText READ deletedText NOTIFY lastDeletedCountChanged)
+    Q_PROPERTY(QString unreadText READ unreadText NOTIFY resultChanged)
     Q_PROPERTY(QString stayedText READ stayedText NOTIFY lastDeletedCountChanged)
     Q_PROPERTY(int trashEmptiedCount READ trashEmptiedCount NOTIFY trashReportChanged)
     Q_PROPERTY(QString trashEmptiedSize READ trashEmptiedSize NOTIFY trashReportChanged)
@@ -117,7 +118,8 @@ public:
     int trashEmptiedCount() const { return lastTrashEmptiedCount().value_or(-1); }
     QString trashEmptiedSize() const;
     int trashFailedCount() const { return lastTrashEmptiedFailed().value_or(-1); }
-    QString trashNote() const; ///< the Trash was empty, or emptying it was stopped
+    QString unreadText() const; ///< how many folders the scan could not read for lack of file descriptors
+    QString trashNote() const;  ///< the Trash was empty, or emptying it was stopped
     QStringList trashFailedNames() const;
     QStringList trashFailedReasonKeys() const;
     StorageEntriesModel* storageEntries() { return &m_storageEntries; }
@@ -152,6 +154,7 @@ private:
     BackgroundTask m_storage;
     bool m_wasScanStopped = false;
     std::optional<core::ScanResult> m_result;
+    std::int64_t m_unreadFolders = 0; ///< of the last scan
     std::optional<core::HealthScore> m_health;
     bool m_showDeleteConfirm = false;
     bool m_showEmptyTrashConfirm = false;

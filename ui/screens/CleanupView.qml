@@ -118,7 +118,7 @@ FocusScope {
             size: root.model.selectedSize
             action: Texts.tr("btn_trash_selection")
             outcome: root.model.deletedText
-            failure: root.model.stayedText
+            failure: [root.model.unreadText, root.model.stayedText].filter(text => text.length > 0).join("\n")
             onRequested: root.model.requestDelete()
         }
     }
