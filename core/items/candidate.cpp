@@ -5,6 +5,7 @@
 #include "platform/walk/walk.h"
 
 #include <cstdint>
+#include <optional>
 #include <unordered_map>
 
 namespace core {
@@ -32,19 +33,20 @@ std::vector<Candidate> inAllowedFolders(const platform::Disk& disk, std::vector<
 
 std::vector<ScanItem> measureCandidates(const platform::Disk& disk, std::vector<Candidate> found,
                                         ZeroSize zeroSize, platform::Progress* progress) {
-    const std::vector<Candidate> candidates = inAllowedFolders(disk, std::move(found), progress);
+    std::vector<Candidate> candidates = inAllowedFolders(disk, std::move(found), progress);
     std::vector<std::string> paths;
     paths.reserve(candidates.size());
-    for (const Candidate& candidate : candidates)
-        paths.push_back(candidate.path);
+    for (Candidate& candidate : candidates)
+        paths.push_back(std::move(candidate.path));
     const std::vector<std::int64_t> sizes = platform::measure(disk, paths, progress);
 
     std::vector<ScanItem> items;
-    for (std::size_t i = 0; i < candidates.size() && !isStopped(progress); ++i) {
-        const Candidate& candidate = candidates[i];
-        if (sizes[i] > 0 || zeroSize == ZeroSize::keep)
-            items.emplace_back(candidate.path, sizes[i], candidate.category, candidate.explanation,
-                               candidate.safeByDefault, fileModifiedDate(disk, candidate.path));
+    for (std::size_t i = 0; i < paths.size() && !isStopped(progress); ++i) {
+        if (sizes[i] == 0 && zeroSize == ZeroSize::skip)
+            continue;
+        const std::optional<platform::Date> modified = fileModifiedDate(disk, paths[i]);
+        items.emplace_back(std::move(paths[i]), sizes[i], candidates[i].category, candidates[i].explanation,
+                           candidates[i].safeByDefault, modified);
     }
     return items;
 }
