@@ -13,7 +13,7 @@ Window {
     title: "Lumvale"
     width: 560
     height: 520
-    minimumWidth: 420
+    minimumWidth: 520
     minimumHeight: 360
     color: GCColor.bgBottom
     visible: true
@@ -84,7 +84,6 @@ Window {
 
         EmptyPrompt {
             anchors.centerIn: parent
-            width: parent.width - 2 * Metrics.listPadding
             visible: list.count === 0
             text: Texts.tr("disk_none")
         }
