@@ -1,5 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import Lumvale
 import Lumvale.Style
 
 /// Page indicator.
@@ -10,8 +11,8 @@ Row {
     required property int count
 
     spacing: 8
-    Accessible.role: Accessible.Indicator
-    Accessible.name: (page + 1) + " / " + count
+    Accessible.role: Accessible.StaticText
+    Accessible.name: Texts.tr("page_of").arg(page + 1).arg(count)
 
     Repeater {
         model: root.count

@@ -58,6 +58,7 @@ FocusScope {
                 required property int index
 
                 width: ListView.view.width - 2 * Metrics.listPadding
+                heading: index === 0 ? Texts.tr("leftovers_found") : ""
                 onClicked: root.toggle(index) // qmllint disable unqualified
             }
         }

@@ -10,6 +10,13 @@ FocusScope {
     // Owned by the screen; the result of a running scan is discarded with both.
     readonly property ScanViewModel model: ScreenModels.cleanup(root)
 
+    StatusText {
+        objectName: "scanStatus"
+        text: root.model.isScanning ? Texts.tr("scanning_progress")
+              : root.model.wasScanStopped ? Texts.tr("scan_stopped")
+              : root.model.hasResult ? Texts.tr("status_finished") : ""
+    }
+
     CleanupHeader {
         id: header
         anchors.left: parent.left

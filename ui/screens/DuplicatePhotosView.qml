@@ -22,6 +22,12 @@ FocusScope {
 
     readonly property bool hasGroups: !model.isLoading && model.groupCount > 0
 
+    StatusText {
+        text: root.model.isLoading ? Texts.tr("loading_duplicates")
+              : !root.model.hasScanned ? ""
+              : root.hasGroups ? Texts.tr("status_finished") + " " + summary.text : prompt.text
+    }
+
     DuplicatesHeader {
         id: header
         anchors.left: parent.left

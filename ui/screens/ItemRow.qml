@@ -12,6 +12,11 @@ KeyboardRow {
     required property string date
     required checked
 
+    /// Heading of the rows, told with the first and the last row: on entering the section from either side.
+    property string heading: ListView.section !== ListView.previousSection
+                                      || ListView.section !== ListView.nextSection
+                                      ? Texts.tr(ListView.section) : ""
+
     implicitHeight: Math.max(texts.height, details.height) + 2 * 10
 
     // Makes screen readers announce a check box; the state shown still comes from the model.
@@ -19,7 +24,7 @@ KeyboardRow {
     Accessible.checkable: true
     Accessible.checked: checked
     Accessible.name: name + ", " + size
-    Accessible.description: (date.length > 0 ? date + ", " : "") + Texts.tr(explanation)
+    Accessible.description: (heading.length > 0 ? heading + ", " : "") + (date.length > 0 ? date + ", " : "") + Texts.tr(explanation)
     Accessible.onToggleAction: clicked()
 
     CheckMark {

@@ -13,6 +13,8 @@ Rectangle {
     required property bool isChecked
     required property bool isHovered
 
+    readonly property alias isInCloud: thumbnail.iCloudOnly
+
     radius: Metrics.tileRadius
     color: GCColor.white(0.05)
 

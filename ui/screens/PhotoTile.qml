@@ -22,7 +22,10 @@ FocusScope {
     required property string facts
 
     readonly property string title: name.length > 0 ? name : facts
-    readonly property string description: facts + (isFavorite ? ", ♥" : "")
+    readonly property string description: facts
+                                           + (isVideo ? ", " + Texts.tr("photo_is_video") : "")
+                                           + (picture.isInCloud ? ", " + Texts.tr("photo_in_cloud") : "")
+                                           + (isFavorite ? ", ♥" : "")
 
     signal clicked
 

@@ -14,6 +14,10 @@ FocusScope {
             model.load();
     }
 
+    StatusText {
+        text: Texts.tr(root.model.isLoading ? "loading_startup" : root.model.hasItems ? "status_finished" : "startup_empty")
+    }
+
     Column {
         id: header
         anchors.left: parent.left

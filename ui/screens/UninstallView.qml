@@ -55,6 +55,10 @@ FocusScope {
             close(Qt.TabFocusReason);
     }
 
+    StatusText {
+        text: waiting.visible ? waiting.label : Texts.tr("status_finished")
+    }
+
     Column {
         id: header
         anchors.left: parent.left

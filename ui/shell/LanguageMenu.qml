@@ -23,6 +23,7 @@ BaseButton {
     verticalPadding: 8
     spacing: 6
     focusPolicy: Qt.TabFocus
+    Accessible.role: Accessible.ButtonMenu
     Accessible.name: Texts.tr("language_label") + ", " + text
     onClicked: menu.visible ? menu.close() : open()
     Keys.onDownPressed: open()
@@ -57,6 +58,7 @@ BaseButton {
         id: menu
 
         readonly property int gap: 6
+        readonly property string accessibleName: Texts.tr("language_label")
 
         // Centred on the button; `margins` keeps it inside the window.
         x: Math.round((root.width - width) / 2)
@@ -70,7 +72,11 @@ BaseButton {
             y = end > root.Window.height ? -gap - implicitHeight : root.height + gap;
         }
         onOpened: currentIndex = Localizer.language
-        onClosed: root.forceActiveFocus(root.openReason)
+        onClosed: {
+            root.forceActiveFocus(root.openReason);
+            // In a sheet Qt has already returned the focus, with another reason.
+            root.focusReason = root.openReason;
+        }
 
         contentItem: ListView {
             implicitHeight: contentHeight

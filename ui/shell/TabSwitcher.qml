@@ -24,6 +24,7 @@ Panel {
     implicitHeight: row.height + 2 * Metrics.tabSpacing
     radius: Metrics.tabBarRadius
     Accessible.role: Accessible.PageTabList
+    Accessible.name: Texts.tr("tab_list")
 
     Row {
         id: row

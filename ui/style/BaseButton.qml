@@ -8,8 +8,10 @@ T.Button {
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.ignored: !visible
     Accessible.onPressAction: {
-        if (enabled)
+        // Screen readers may still refer to buttons of closed dialogs.
+        if (enabled && visible)
             clicked();
     }
     Keys.onReturnPressed: clicked()

@@ -13,9 +13,9 @@ Column {
     readonly property real phase: Motion.phase(Motion.pulseSpeed, time)
 
     spacing: 16
-    Accessible.role: Accessible.Indicator
+    Accessible.role: Accessible.ProgressBar
     Accessible.name: label
-    Accessible.description: subtitle
+    Accessible.description: progressText || subtitle
 
     Clock {
         id: clock

@@ -13,5 +13,7 @@ PlainText {
     wrapMode: Text.Wrap
     font: Type.body
     Accessible.role: Accessible.StaticText
-    Accessible.name: text
+    Accessible.name: visible ? text : ""
+    // Qt 6.4 leaves hidden items in the tree. Alerts have to stay, since only items in it are announced when shown.
+    Accessible.ignored: !visible && Accessible.role !== Accessible.AlertMessage
 }
