@@ -203,8 +203,6 @@ void EveryScreenTest::asksBeforeActing() {
 
     QVERIFY(ask());
     QStringList texts = Driver::texts(*m_driver->item("dialogContent"));
-    QCOMPARE(told("dialogContent")->text(QAccessible::Name), texts.at(0));
-    QCOMPARE(told("dialogContent")->text(QAccessible::Description), texts.at(1));
     const QString message = texts.takeAt(1);
     QVERIFY(message.endsWith(translated(question.message))
             || message.endsWith(outcome::counted(QLatin1String(question.message), 1)));

@@ -54,8 +54,6 @@ void OnboardingTest::leadsThroughItsPagesByClicks() {
     QVERIFY(!model<ScanViewModel>()->isScanning() && !m_driver->isShown("menuEntry"));
     for (int page = 0; page < 4; ++page) {
         QVERIFY(showsPage(page) && !didOnboard());
-        QCOMPARE(told("onboardingContent")->role(), QAccessible::Dialog);
-        QCOMPARE(told("onboardingContent")->text(QAccessible::Name), m_driver->text("onboardingTitle"));
         m_driver->doubleClick(*m_driver->item("next")); // turns one page
     }
     QTRY_VERIFY(!m_driver->isShown("onboardingTitle"));

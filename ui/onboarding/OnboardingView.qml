@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Lumvale
 import Lumvale.Style
 
@@ -30,14 +31,22 @@ Sheet {
         }
     ]
     readonly property var shown: pages[Math.min(page, pages.length - 1)]
+    readonly property string accessibleDescription: message.text
     readonly property bool isLast: page >= totalPages - 1
 
     // Anchored at the bottom, so that the Next button stays under the pointer on all pages.
     y: parent ? Math.max(0, Math.round(parent.height / 2) + Metrics.onboardingBottom - height) : 0
     padding: Metrics.onboardingPadding
+    accessibleName: title.text
     implicitWidth: Metrics.onboardingWidth
     implicitHeight: content.implicitHeight + 2 * padding
     onAboutToShow: model.checkAccess()
+    // The screen that gets the focus shows it as the sheet did.
+    onAboutToHide: {
+        const control = parent.Window.activeFocusItem as T.Control;
+        if (control)
+            returnReason = control.focusReason;
+    }
     onClosed: model.finish()
 
     background: Backdrop {
@@ -61,9 +70,6 @@ Sheet {
         objectName: "onboardingContent"
         width: parent.width
         spacing: Metrics.onboardingSpacing
-        Accessible.role: Accessible.Dialog
-        Accessible.name: title.text
-        Accessible.description: message.text
 
         OnboardingBadge {
             anchors.horizontalCenter: parent.horizontalCenter

@@ -10,6 +10,7 @@ Sheet {
     required property bool isLoading
     required property string progressText
 
+    accessibleName: Texts.tr("storage_breakdown_title")
     implicitWidth: Metrics.breakdownWidth
     implicitHeight: Metrics.breakdownHeight
     // Keeps a focus that the user has set during the transition; otherwise shows the focus ring only if the sheet was
@@ -21,8 +22,6 @@ Sheet {
     FocusScope {
         id: content
         anchors.fill: parent
-        Accessible.role: Accessible.Dialog
-        Accessible.name: Texts.tr("storage_breakdown_title")
 
         Column {
             id: header
@@ -57,8 +56,12 @@ Sheet {
             verticalPadding: 8
             symbol: "xmark"
             symbolSize: 11
-            Accessible.name: Texts.tr("btn_cancel")
+            Accessible.name: Texts.tr("menu_close")
             onClicked: root.close()
+        }
+
+        StatusText {
+            text: root.isLoading ? Texts.tr("storage_breakdown_loading") : root.opened ? Texts.tr("status_finished") : ""
         }
 
         Item {

@@ -2,6 +2,7 @@
 
 #include "ui/shell/close_filter.h"
 #include "ui/shell/input_filter.h"
+#include "ui/shell/modal_accessibility.h"
 #include "ui/shell/qml_modules.h"
 #include "ui/shell/screen_models.h"
 #include "ui/thumbnails/thumbnail_loader.h"
@@ -35,10 +36,12 @@ LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platfor
                              platform::PhotoLibrary photos) {
     new ThumbnailLoader(photos, executor, &m_engine);
     new ScreenModels(std::move(disk), history, std::move(executor), std::move(photos), &m_engine);
+    ModalAccessibility::install();
     QmlModules::load(m_engine, QStringLiteral("Main"));
     if (window()) {
         new InputFilter(window());
         new CloseFilter(window());
+        new ModalAccessibility(window());
         setMinimumSize(*window());
         QObject::connect(window(), &QWindow::screenChanged, window(), [this] { setMinimumSize(*window()); });
         window()->resize(window()->size().boundedTo(largestSize(*window()->screen())));

@@ -14,6 +14,9 @@ Sheet {
 
     default property alias buttons: row.data
 
+    readonly property string accessibleDescription: hidesMessage ? "" : message
+
+    accessibleName: heading
     implicitWidth: Metrics.dialogWidth
     implicitHeight: content.implicitHeight + 2 * padding
 
@@ -22,9 +25,6 @@ Sheet {
         objectName: "dialogContent"
         width: parent.width
         spacing: 10
-        Accessible.role: Accessible.AlertMessage
-        Accessible.name: root.heading
-        Accessible.description: root.message
 
         Label {
             objectName: "dialogTitle"

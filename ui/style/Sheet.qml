@@ -5,6 +5,9 @@ import QtQuick.Templates as T
 T.Popup {
     id: root
 
+    /// Name for screen readers.
+    required property string accessibleName
+
     /// The item that had the focus before the popup opened; null if it was destroyed since.
     property Item returnTo
     /// Focus reason to restore together with `returnTo`, which may have been destroyed.
