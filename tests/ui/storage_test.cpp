@@ -1,6 +1,9 @@
 #include "tests/app/hand_cranked.h"
 #include "tests/ui/window_test.h"
 
+#include <QQmlComponent>
+#include <QQmlEngine>
+
 #include <cmath>
 #include <string>
 #include <vector>
@@ -15,6 +18,7 @@ private Q_SLOTS:
     void drawsEntriesAsTilesAndRows();
     void selectsTileAndRowTogether();
     void computesEntriesAgainWhenReopened();
+    void breaksNoNameWithinAWord();
 
 private:
     void openSheet(); ///< and computes its entries
@@ -101,6 +105,22 @@ void StorageTest::computesEntriesAgainWhenReopened() {
         m_disk->setMode(folder, 0);
     openSheet();
     QVERIFY(m_driver->isShown("storageEmpty") && !m_driver->isShown("storageMap"));
+}
+
+void StorageTest::breaksNoNameWithinAWord() {
+    QQmlComponent component(qmlEngine(window()));
+    component.setData("import Lumvale\nStorageTile { size: '1 KB' }", QUrl());
+    for (const QString name : {"Downloads", "Загрузки", "Donaudampfschifffahrt"}) {
+        const std::unique_ptr<QObject> tile(
+            component.createWithInitialProperties({{"name", name}, {"rect", QRectF()}}));
+        const auto* text = tile->findChild<QQuickItem*>("tileName");
+        for (int width = 47; width < 200; ++width) {
+            tile->setProperty("rect", QRectF(0, 0, width, 100));
+            QCOMPARE(text->property("lineCount").toInt(), 1);
+            QVERIFY(text->property("contentWidth").toReal() <= text->width() && text->isVisible());
+        }
+        QVERIFY(!text->property("truncated").toBool());
+    }
 }
 
 int main(int argc, char** argv) {

@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Lumvale.Style
 
-/// One tile of the treemap. The clickable area is the whole rectangle; the visible face is inset to leave gaps. Name
-/// and size are shown only if they fit without being elided.
+/// One tile of the treemap. The clickable area is the whole rectangle; the visible face is inset to leave gaps. A name
+/// whose words fit is wrapped, any other is elided on one line. The size is shown only if it fits.
 T.AbstractButton {
     id: root
 
@@ -17,7 +17,7 @@ T.AbstractButton {
     readonly property int margin: width > 80 ? 7 : 4
     readonly property real maxTextHeight: face.height - 2 * 5
     readonly property bool hasRoom: width > 46 && height > 30
-    readonly property bool showsName: hasRoom && nameText.contentWidth <= nameText.width && nameText.contentHeight <= maxTextHeight
+    readonly property bool showsName: hasRoom && nameText.contentHeight <= maxTextHeight
     readonly property bool showsSize: showsName && height > 46 && sizeText.contentWidth <= nameText.width && nameText.contentHeight + sizeText.contentHeight <= maxTextHeight
 
     objectName: "tile"
@@ -74,6 +74,17 @@ T.AbstractButton {
             }
         }
 
+        // Measures the name as wrapped between words.
+        PlainText {
+            id: wrappedName
+            readonly property bool fits: contentWidth <= width && contentHeight <= root.maxTextHeight
+            width: nameText.width
+            visible: false
+            text: nameText.text
+            wrapMode: Text.WordWrap
+            font: Type.finest
+        }
+
         PlainText {
             id: nameText
             objectName: "tileName"
@@ -82,9 +93,10 @@ T.AbstractButton {
             width: face.width - 2 * x
             visible: root.showsName
             text: root.hasRoom ? root.name : ""
-            wrapMode: Text.WordWrap
+            wrapMode: wrappedName.fits ? Text.WordWrap : Text.NoWrap
+            elide: wrappedName.fits ? Text.ElideNone : Text.ElideRight
             font: Type.fine
-            // Shrinks the font a little for a word that is too long.
+            // Shrinks the font a little before the name is wrapped or elided.
             fontSizeMode: Text.HorizontalFit
             minimumPixelSize: Type.finest.pixelSize
             color: GCColor.white(0.75)
