@@ -1,7 +1,6 @@
 #include "app/i18n/localizer.h"
 
 #include "app/i18n/translations.h"
-#include "app/text/display.h"
 #include "platform/text/locale.h"
 
 #include <QSettings>
@@ -65,7 +64,7 @@ QStringList Localizer::languageNames() const {
 }
 
 QString Localizer::tr(int, const QString& key) const {
-    return display::unbroken(text(key));
+    return text(key);
 }
 
 AppLanguage effectiveLanguage(AppLanguage choice, const std::vector<std::string>& preferred) {

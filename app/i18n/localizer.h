@@ -38,8 +38,8 @@ public:
     QString languageName() const; ///< name of the choice
     QStringList languageNames() const;
 
-    /// Returns text(key) as it is drawn; see display::unbroken(). `language` is ignored: a binding that
-    /// passes the property is evaluated again when the language changes.
+    /// Returns text(key). `language` is ignored: a binding that passes the property is evaluated again when
+    /// the language changes.
     Q_INVOKABLE QString tr(int language, const QString& key) const;
 
 Q_SIGNALS:

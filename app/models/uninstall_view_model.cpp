@@ -166,8 +166,8 @@ QString UninstallViewModel::movedText() const {
 QString UninstallViewModel::stayedText() const {
     QStringList sentences;
     if (m_keptApp)
-        sentences.append(display::unbroken(::tr(u"app_stayed"_s))
-                             .arg(display::name(m_keptApp->name), outcome::reason(m_keptApp->error)));
+        sentences.append(
+            ::tr(u"app_stayed"_s).arg(display::name(m_keptApp->name), outcome::reason(m_keptApp->error)));
     if (m_deletion)
         sentences.append(outcome::stayed(*m_deletion));
     sentences.removeAll(QString());

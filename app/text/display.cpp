@@ -45,15 +45,6 @@ QString display::name(std::string_view bytes) {
     return whole.left(characters.position()) + QChar(u'…');
 }
 
-QString display::unbroken(QString text) {
-    constexpr QChar noBreakSpace(QChar::Nbsp);
-    for (qsizetype i = 1; i + 1 < text.size(); ++i) {
-        if (text[i] == u' ' && (text[i - 1] == u'«' || QStringView(u"»:;!?—–").contains(text[i + 1])))
-            text[i] = noBreakSpace;
-    }
-    return text;
-}
-
 QString display::size(std::int64_t bytes) {
     return QString::fromStdString(platform::formatByteCount(bytes));
 }

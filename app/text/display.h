@@ -20,10 +20,6 @@ QString text(std::string_view bytes);
 /// boundary.
 QString name(std::string_view bytes);
 
-/// Returns the text with no-break spaces inside « » and before high punctuation (French) and dashes, so that
-/// no line begins or ends with one of these.
-QString unbroken(QString text);
-
 /// Returns a size in bytes formatted in the user's locale.
 QString size(std::int64_t bytes);
 

@@ -34,7 +34,7 @@ QString reasons(const std::vector<core::DeletionFailure>& failures) {
 } // namespace
 
 QString outcome::counted(const QString& key, std::int64_t number) {
-    return display::unbroken(tr(key, number)).arg(display::count(number));
+    return tr(key, number).arg(display::count(number));
 }
 
 QString outcome::reason(const platform::Error& error) {

@@ -20,7 +20,7 @@ void StartupTest::ask(const QString& name, const char* answer) const {
     layOut();
     m_driver->click(*m_driver->row(name)->findChild<QQuickItem*>("disableButton"));
     QTRY_COMPARE(m_driver->text("dialogMessage"),
-                 "«\u00a0" + name + "\u00a0»\n" + translated("alert_confirm_disable_message"));
+                 "« " + name + " »\n" + translated("alert_confirm_disable_message"));
     QVERIFY(m_driver->click(answer));
     QTRY_VERIFY(!m_driver->isShown("confirm"));
 }
@@ -45,7 +45,7 @@ void StartupTest::disablesOnlyWhatIsConfirmed() {
     ask("Two", "cancel");
 
     const auto confirmation = [](const QString& name) {
-        return "✓ «\u00a0" + name + "\u00a0» " + translated("disabled_confirmation");
+        return "✓ « " + name + " » " + translated("disabled_confirmation");
     };
     ask("One", "confirm");
     QVERIFY(m_disk->exists("~/.Trash/one.plist"));

@@ -12,9 +12,7 @@ private Q_SLOTS:
 
 private:
     void choose(const QString& app); ///< as a screen reader does
-    QString banner(const QString& app) {
-        return "✓ «\u00a0" + app + "\u00a0» " + translated("uninstalled_suffix");
-    }
+    QString banner(const QString& app) { return "✓ « " + app + " » " + translated("uninstalled_suffix"); }
 };
 
 void UninstallTest::init() {
@@ -53,8 +51,8 @@ void UninstallTest::uninstallsTickedFilesOfTheChosenApp() {
     const QString selected = "3 " + translated("selected_count_suffix") + " · 1 KB";
     QCOMPARE(m_driver->text("selectionLabel"), selected);
     QVERIFY(m_driver->click("deleteButton"));
-    QTRY_COMPARE(m_driver->text("dialogMessage"), "«\u00a0Notes\u00a0»\u00a0: " + selected + '\n'
-                                                      + translated("alert_confirm_delete_message"));
+    QTRY_COMPARE(m_driver->text("dialogMessage"),
+                 "« Notes » : " + selected + '\n' + translated("alert_confirm_delete_message"));
     QVERIFY(m_driver->click("confirm"));
     QTRY_COMPARE(drawn(), (QStringList{"Paint | 2 KB", "Solo | 300 bytes"}));
     for (const char* path : {"~/.Trash/Notes.app/x", "~/.Trash/notes/x", "~/.Trash/com.paint-notes.plist",

@@ -3,7 +3,6 @@
 #include "app/execution/qt_executor.h"
 #include "app/history/history_store.h"
 #include "app/i18n/localizer.h"
-#include "app/text/display.h"
 #include "tests/support/temporary_disk.h"
 #include "tests/ui/driver.h"
 #include "ui/shell/lumvale_window.h"
@@ -85,9 +84,9 @@ protected:
     QStringList m_opened; ///< web pages and system settings that were opened
 };
 
-/// Returns the text of a key in the current language as it is drawn.
+/// Returns the text of a key in the current language.
 inline QString translated(const char* key) {
-    return display::unbroken(tr(QLatin1String(key)));
+    return tr(QLatin1String(key));
 }
 
 /// Runs a window test with its own settings and application object.

@@ -48,7 +48,7 @@ FocusScope {
                 objectName: "uninstalledLabel"
                 width: parent.width
                 visible: root.model.hasUninstalled
-                text: "✓ «\u00a0" + root.model.lastUninstalled + "\u00a0» " + Texts.tr("uninstalled_suffix")
+                text: "✓ « " + root.model.lastUninstalled + " » " + Texts.tr("uninstalled_suffix")
                 color: GCColor.glowTeal
                 Accessible.role: Accessible.AlertMessage
             }

@@ -36,7 +36,7 @@ FocusScope {
             objectName: "disabledLabel"
             width: parent.width
             visible: root.model.hasDisabled
-            text: "✓ «\u00a0" + root.model.lastDisabledName + "\u00a0» " + Texts.tr("disabled_confirmation")
+            text: "✓ « " + root.model.lastDisabledName + " » " + Texts.tr("disabled_confirmation")
             font: Type.message
             color: GCColor.glowTeal
             Accessible.role: Accessible.AlertMessage
@@ -90,7 +90,7 @@ FocusScope {
         task: root.model.removalTask
         visible: root.model.showDisableConfirm
         title: Texts.tr("btn_disable")
-        message: "«\u00a0" + root.model.itemToDisableName + "\u00a0»\n" + Texts.tr("alert_confirm_disable_message")
+        message: "« " + root.model.itemToDisableName + " »\n" + Texts.tr("alert_confirm_disable_message")
         confirmText: Texts.tr("btn_disable")
         // When the dialog closes, the list gets the focus: the row that had it may have been removed.
         onAboutToShow: {

@@ -14,7 +14,7 @@ FocusScope {
 
     /// Message of the confirmation dialog; empty if no application is selected.
     readonly property string question: model.hasSelectedApp
-                                       ? "«\u00a0" + model.selectedAppName + "\u00a0»\u00a0: " + model.checkedCount + " "
+                                       ? "« " + model.selectedAppName + " » : " + model.checkedCount + " "
                                          + Texts.tr("selected_count_suffix") + " · " + model.selectedSize + "\n"
                                          + Texts.tr("alert_confirm_delete_message")
                                        : ""

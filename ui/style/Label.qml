@@ -5,7 +5,7 @@ import Lumvale.Style
 PlainText {
     /// Returns a width of at most `maxWidth` that wraps the text to lines of similar length.
     function evenWidth(maxWidth: real): real {
-        return TextBalance.width(text, font, maxWidth);
+        return TextBalance.width(drawn, font, maxWidth);
     }
 
     // Rounded up: with a fractional height the items below would be off the pixel grid and blurred.
