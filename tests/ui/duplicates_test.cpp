@@ -135,7 +135,8 @@ void DuplicatesTest::drawsDescribesAndTicksPhotos() {
     QCOMPARE(names, (QStringList{"Mar 8, 2023, 3 × 3 MB, 6" + wasted, "A1, " + kept, "A2", "A3"}));
     QCOMPARE(group->child(1)->text(QAccessible::Description), "3 MB, Mar 8, 2023, ♥");
     QCOMPARE(group->child(2)->text(QAccessible::Description), "3 MB, Mar 8, 2023");
-    QCOMPARE(told(m_driver->rows().at(1))->child(1)->text(QAccessible::Description), "2 MB");
+    QCOMPARE(told(m_driver->rows().at(1))->child(1)->text(QAccessible::Description),
+             "2 MB, " + translated("photo_is_video"));
     QVERIFY(group->child(0)->role() == QAccessible::Graphic && !group->child(0)->state().checkable);
     QVERIFY(group->child(1)->role() == QAccessible::CheckBox && group->child(1)->state().checkable);
 

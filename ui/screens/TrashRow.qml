@@ -100,6 +100,7 @@ Column {
             }
             Accessible.role: Accessible.List
             Accessible.name: warning.text
+            Accessible.ignored: !visible
 
             delegate: Label {
                 required property int index

@@ -23,7 +23,6 @@ BaseButton {
     verticalPadding: 8
     spacing: 6
     focusPolicy: Qt.TabFocus
-    Accessible.role: Accessible.ButtonMenu
     Accessible.name: Texts.tr("language_label") + ", " + text
     onClicked: menu.visible ? menu.close() : open()
     Keys.onDownPressed: open()

@@ -8,7 +8,6 @@ T.Button {
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     Accessible.role: Accessible.Button
     Accessible.name: text
-    Accessible.ignored: !visible
     Accessible.onPressAction: {
         // Screen readers may still refer to buttons of closed dialogs.
         if (enabled && visible)

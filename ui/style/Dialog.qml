@@ -14,7 +14,7 @@ Sheet {
 
     default property alias buttons: row.data
 
-    readonly property string accessibleDescription: hidesMessage ? "" : message
+    readonly property string accessibleDescription: hidesMessage ? "" : root.message
 
     accessibleName: heading
     implicitWidth: Metrics.dialogWidth

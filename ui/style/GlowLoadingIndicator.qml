@@ -15,6 +15,7 @@ Column {
     spacing: 16
     Accessible.role: Accessible.ProgressBar
     Accessible.name: label
+    Accessible.ignored: !visible
     Accessible.description: progressText || subtitle
 
     Clock {
