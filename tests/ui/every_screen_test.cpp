@@ -5,9 +5,15 @@
 #include "tests/support/photo_catalogue.h"
 #include "tests/ui/window_test.h"
 
+#include <QJSValue>
+#include <QQmlComponent>
+#include <QQmlEngine>
 #include <QRegularExpression>
 #include <QSettings>
 
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <string>
 #include <string_view>
 
@@ -54,8 +60,16 @@ private Q_SLOTS:
     void discardsResultsOfALeftScreen();
     void fitsInEveryLanguage_data();
     void fitsInEveryLanguage();
+    void keepsWordsAndTheirSignsOnOneLine();
+    void balancesParagraphs();
+    void drawsThePalette();
 
 private:
+    /// Adds a text to the window, by the start of its QML.
+    QQuickItem* makeText(const QByteArray& start) const;
+    /// Returns the lengths of its lines as laid out.
+    static std::vector<qreal> lines(const QQuickItem& text);
+
     void fill(int count); ///< that many rows for each list, and a proposal that isn't ticked
     void act(const Question& question, bool byKeys);                 ///< confirms the dialog
     void show(const char* list, const QString& app = "Paint") const; ///< by clicks
@@ -324,6 +338,77 @@ void EveryScreenTest::fitsInEveryLanguage() {
     QVERIFY(m_driver->click("storageButton"));
     QTRY_VERIFY(!m_driver->items("tile").empty());
     check();
+}
+
+QQuickItem* EveryScreenTest::makeText(const QByteArray& start) const {
+    QQmlComponent component(qmlEngine(window()));
+    component.setData("import QtQuick\nimport Lumvale.Style\n" + start
+                          + "property var lines: []\n"
+                            "onLineLaidOut: line => lines.splice(line.number, 99, line.implicitWidth) }",
+                      QUrl());
+    auto* text = qobject_cast<QQuickItem*>(
+        component.createWithInitialProperties({{"parent", QVariant::fromValue(window()->contentItem())}}));
+    text->setParent(window()->contentItem());
+    return text;
+}
+
+std::vector<qreal> EveryScreenTest::lines(const QQuickItem& text) {
+    std::vector<qreal> lengths;
+    for (const QVariant& length : text.property("lines").value<QJSValue>().toVariant().toList())
+        lengths.push_back(length.toReal());
+    return lengths;
+}
+
+void EveryScreenTest::keepsWordsAndTheirSignsOnOneLine() {
+    open();
+    QQuickItem* label = makeText("Label {");
+    const std::pair<QString, QString> breaks[]{
+        {"dans", "« Photos »"}, {"mon", "espace ?"}, {"твоём", "Mac —"}, {"wird", "gesucht …"}};
+    for (const auto& [first, second] : breaks) {
+        label->setProperty("text", first);
+        const qreal firstLength = label->implicitWidth();
+        label->setProperty("text", second);
+        const qreal widest = std::max(firstLength, label->implicitWidth());
+        const QString both = first + ' ' + second;
+        label->setProperty("text", both);
+        for (qreal width = std::ceil(widest); width < std::floor(label->implicitWidth()); ++width) {
+            label->setWidth(width);
+            QVERIFY2(lines(*label).size() == 2 && lines(*label)[0] <= firstLength + 1, qPrintable(both));
+        }
+        QCOMPARE(label->property("text"), both);
+    }
+}
+
+void EveryScreenTest::balancesParagraphs() {
+    open();
+    QQuickItem* paragraph = makeText("Label { width: evenWidth(360);");
+    for (const AppLanguage language : allAppLanguages)
+        for (const char* key : {"onboard_message_welcome", "onboard_message_fda", "cleanup_empty"}) {
+            paragraph->setProperty("text", Translations::text(key, language));
+            const std::vector<qreal> lengths = lines(*paragraph);
+            QVERIFY2(*std::ranges::min_element(lengths) > 0.5 * *std::ranges::max_element(lengths), key);
+        }
+}
+
+void EveryScreenTest::drawsThePalette() {
+    m_disk->make("~/Library/Logs/paint 9");
+    open();
+    scan();
+    layOut();
+    const QRectF button = Driver::place(*m_driver->item("emptyTrashButton"));
+    const QRectF panel = Driver::place(*m_driver->item("resultsList"));
+    const std::tuple<const char*, QPointF, QColor> stated[]{
+        {"top of the window", {700, 1}, {10, 15, 26}},
+        {"panel", {panel.left() + 6, 600}, {15, 17, 25}},
+        {"button", {button.left() + 2, button.center().y()}, {255, 143, 122}}};
+    const QImage picture = window()->grabWindow();
+    for (const auto& [what, place, colour] : stated) {
+        const QColor drawn = picture.pixelColor(place.toPoint());
+        const int difference =
+            std::max({std::abs(drawn.red() - colour.red()), std::abs(drawn.green() - colour.green()),
+                      std::abs(drawn.blue() - colour.blue())});
+        QVERIFY2(difference <= 2, qPrintable(what + (' ' + drawn.name())));
+    }
 }
 
 int main(int argc, char** argv) {
