@@ -125,7 +125,7 @@ FocusScope {
             size: root.model.selectedSize
             action: Texts.tr("btn_trash_selection")
             outcome: root.model.deletedText
-            failure: [root.model.unreadText, root.model.stayedText].filter(text => text.length > 0).join("\n")
+            failure: root.model.unreadText + (root.model.unreadText && root.model.stayedText ? "\n" : "") + root.model.stayedText
             onRequested: root.model.requestDelete()
         }
     }
