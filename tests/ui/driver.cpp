@@ -142,6 +142,8 @@ QStringList Driver::silentControls() const {
             return;
         outer = item;
         QAccessibleInterface* told = QAccessible::queryAccessibleInterface(item);
+        if (told && told->state().invisible) // behind a modal popup
+            return;
         if (!told || told->text(QAccessible::Name).isEmpty() || told->role() == QAccessible::NoRole)
             silent.append(item->objectName());
     });
