@@ -64,6 +64,7 @@ DeletionOutcome deletePaths(const std::vector<std::string>& given, const platfor
     const std::string trash = platform::trashFolder(disk);
     const PlaceGuard guard(disk);
     std::vector<std::string> paths;
+    paths.reserve(given.size());
     for (const std::string& path : given)
         paths.push_back(platform::standardized(path));
     const std::map<std::string, std::int64_t> sizesInTrash = measuredInTrash(paths, disk, progress);
