@@ -17,7 +17,7 @@ private Q_SLOTS:
     void drawsProposalsAndDiskHealth();
     void movesOnlyTickedItems();
     void emptiesTheTrash();
-    void stopsTheRemovalBeforeTheWindowCloses();
+    void stopsWhatTheUserCancels();
 
 private:
     void openAndScan() {
@@ -120,18 +120,29 @@ void CleanupTest::emptiesTheTrash() {
     }
 }
 
-void CleanupTest::stopsTheRemovalBeforeTheWindowCloses() {
+void CleanupTest::stopsWhatTheUserCancels() {
     openAndScan();
     const auto before = m_disk->entries();
-    QVERIFY(m_driver->click("deleteButton"));
-    QTRY_VERIFY(m_driver->isShown("confirm"));
     holdJobs();
-    QVERIFY(m_driver->click("confirm"));
-    window()->close();
-    QVERIFY(window()->isVisible() && m_driver->isShown("confirm"));
+    QVERIFY(m_driver->click("scanButton") && m_driver->click("stopButton"));
+    QCOMPARE(m_driver->text("emptyPrompt"), translated("scan_stopped"));
     releaseJobs();
-    QTRY_VERIFY(!window()->isVisible());
-    QCOMPARE(m_disk->entries(), before);
+    for (const bool closes : {false, true}) {
+        scan();
+        QVERIFY(m_driver->click("deleteButton"));
+        QTRY_VERIFY(m_driver->isShown("confirm"));
+        holdJobs();
+        QVERIFY(m_driver->click("confirm"));
+        if (closes)
+            window()->close();
+        else
+            m_driver->click("cancel");
+        QVERIFY(window()->isVisible() && m_driver->isShown("confirm"));
+        releaseJobs();
+        QTRY_COMPARE(window()->isVisible() && !m_driver->isShown("confirm"), !closes);
+        QCOMPARE(m_disk->entries(), before);
+        QVERIFY(!m_driver->text("stayedLabel").isEmpty());
+    }
 }
 
 int main(int argc, char** argv) {
