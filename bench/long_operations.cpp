@@ -17,6 +17,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 // Measures on a temporary disk with many small files what counting costs a removal, and how soon removals and
 // scans end after they are stopped.
