@@ -16,7 +16,6 @@
 class BackgroundTask : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
-    Q_PROPERTY(bool removing READ isRemoving NOTIFY runningChanged)
     Q_PROPERTY(double share READ share NOTIFY progressChanged)
     Q_PROPERTY(QString text READ text NOTIFY progressChanged)
 

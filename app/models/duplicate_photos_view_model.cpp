@@ -20,6 +20,11 @@ DuplicatePhotosViewModel::DuplicatePhotosViewModel(platform::PhotoLibrary librar
             &DuplicatePhotosViewModel::selectionChanged);
 }
 
+DuplicatePhotosViewModel::~DuplicatePhotosViewModel() {
+    if (m_search)
+        m_search->stop();
+}
+
 void DuplicatePhotosViewModel::requestAccess() {
     core::LumvalePhotoDuplicates::requestAccess(
         [model = QPointer(this)](core::PhotoAccessState state) {
@@ -33,6 +38,9 @@ void DuplicatePhotosViewModel::requestAccess() {
 }
 
 void DuplicatePhotosViewModel::scan() {
+    if (m_search)
+        m_search->stop();
+    m_search = std::make_shared<platform::Progress>();
     setIsLoading(true);
     m_groups.setChecked({});
     core::LumvalePhotoDuplicates::canDelete(
@@ -44,11 +52,12 @@ void DuplicatePhotosViewModel::scan() {
         },
         m_executor, m_library);
     core::LumvalePhotoDuplicates::findExactDuplicates(
-        [model = QPointer(this)](std::optional<std::vector<core::DuplicatePhotoGroup>> found) {
-            if (model)
+        [model = QPointer(this),
+         search = m_search](std::optional<std::vector<core::DuplicatePhotoGroup>> found) {
+            if (model && model->m_search == search)
                 model->takeGroups(std::move(found));
         },
-        m_executor, m_library);
+        m_executor, m_library, m_search);
 }
 
 void DuplicatePhotosViewModel::takeGroups(std::optional<std::vector<core::DuplicatePhotoGroup>> found) {

@@ -9,6 +9,7 @@
 #include <QObject>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -41,6 +42,8 @@ public:
     DuplicatePhotosViewModel(platform::PhotoLibrary library, HistoryStore& history,
                              platform::Executor executor, QObject* parent = nullptr);
 
+    ~DuplicatePhotosViewModel() override; ///< stops a running search
+
     core::PhotoAccessState authState() const { return m_authState; }
     const std::vector<core::DuplicatePhotoGroup>& groups() const { return m_groups.groups(); }
     bool isLoading() const { return m_isLoading; }
@@ -57,8 +60,8 @@ public:
     void setShowDeleteConfirm(bool show);
 
     Q_INVOKABLE void requestAccess(); ///< scans if the permission is granted
-    /// Searches for duplicates. If the library cannot be read, there are no groups, hasScanFailed() is set
-    /// and the permission is read again.
+    /// Searches for duplicates; a new search drops a running one. If the library cannot be read, there are no
+    /// groups, hasScanFailed() is set and the permission is read again.
     Q_INVOKABLE void scan();
     Q_INVOKABLE void requestDelete();
     /// Moves the checked items to the library's "Recently Deleted" album, records the deletion in the history
@@ -104,6 +107,7 @@ private:
     core::PhotoAccessState m_authState;
     DuplicateGroupsModel m_groups;
     std::int64_t m_totalWastedBytes = 0;
+    std::shared_ptr<platform::Progress> m_search; ///< of the latest search, otherwise null
     bool m_isLoading = false;
     bool m_hasScanned = false;
     bool m_hasScanFailed = false;

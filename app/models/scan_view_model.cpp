@@ -199,8 +199,8 @@ void ScanViewModel::takeDeletion(core::DeletionOutcome outcome) {
     if (m_result) {
         const std::unordered_set<std::string> deleted(m_deletion->succeeded.begin(),
                                                       m_deletion->succeeded.end());
-        setResult(
-            without(*m_result, [&](const core::ScanItem& item) { return deleted.contains(item.path); }));
+        setResult(without(withoutPart(*m_result, m_deletion->partial),
+                          [&](const core::ScanItem& item) { return deleted.contains(item.path); }));
     }
     // Items that were not deleted stay in the list, unchecked.
     setChecked({});

@@ -3,27 +3,12 @@
 #include "core/removal/deletion.h"
 #include "core/removal/permissions.h"
 #include "tests/support/mounted_volume.h"
+#include "tests/support/removal_hook.h"
 #include "tests/support/temporary_disk.h"
 
 #include <gtest/gtest.h>
 
 using core::LumvaleScanner::emptyTrash;
-
-namespace {
-
-platform::Progress* stoppedByThirdRemoval = nullptr;
-
-} // namespace
-
-extern "C" {
-int __real_unlinkat(int folder, const char* name, int flags);
-int __wrap_unlinkat(int folder, const char* name, int flags) {
-    if (stoppedByThirdRemoval && stoppedByThirdRemoval->totalEntries() != 0
-        && stoppedByThirdRemoval->entries() == 2)
-        stoppedByThirdRemoval->stop();
-    return __real_unlinkat(folder, name, flags);
-}
-}
 
 namespace {
 
@@ -85,8 +70,12 @@ TEST(EmptyTrash, StopsInsideAFolderAsDeletePathsDoes) {
     const TemporaryDisk disk;
     disk.make({"~/.Trash/a 1", "~/.Trash/b/1 10", "~/.Trash/b/2 10", "~/.Trash/b/3 10", "~/.Trash/b/4 10",
                "~/.Trash/c 1000", "~/Library/Logs/d 5"});
+    int removals = 0;
     platform::Progress emptying;
-    stoppedByThirdRemoval = &emptying;
+    beforeRemoval = [&] {
+        if (++removals == 3)
+            emptying.stop();
+    };
     const core::TrashReport report = emptyTrash(disk.disk(), &emptying);
     EXPECT_EQ(text(report), "1 removed, 0 kept, 21 bytes");
     EXPECT_EQ(report.left, at({"~/.Trash/b", "~/.Trash/c"}));
@@ -97,10 +86,13 @@ TEST(EmptyTrash, StopsInsideAFolderAsDeletePathsDoes) {
 
     disk.make({"~/.Trash/b/5 10", "~/.Trash/b/6 10"});
     platform::Progress deleting;
-    stoppedByThirdRemoval = &deleting;
+    beforeRemoval = [&] {
+        if (++removals == 6)
+            deleting.stop();
+    };
     const std::vector<std::string> paths = at({"~/.Trash/b", "~/.Trash/c", "~/Library/Logs/d"});
     const core::DeletionOutcome outcome = core::LumvaleScanner::deletePaths(paths, disk.disk(), &deleting);
-    stoppedByThirdRemoval = nullptr;
+    beforeRemoval = nullptr;
     EXPECT_TRUE(outcome.succeeded.empty() && outcome.failed.empty());
     EXPECT_EQ(outcome.left, paths);
     EXPECT_EQ(outcome.partial->path + ' ' + std::to_string(outcome.partial->bytesFreed), paths[0] + " 30");

@@ -11,7 +11,7 @@ Item {
     required property string action
     /// Result of the last deletion; not shown if empty.
     property string outcome
-    /// What the last deletion left and why; not shown if empty.
+    /// The entries that the last deletion left, with the reasons; not shown if empty.
     property string failure
     /// A deletion is running or not possible; the button is disabled.
     property bool isBusy: false

@@ -6,7 +6,7 @@ Column {
 
     required property string label
     property string subtitle
-    /// What has been processed so far; not shown if empty.
+    /// The number and size of the entries processed so far; not shown if empty.
     property string progressText
 
     readonly property alias time: clock.time

@@ -10,7 +10,7 @@ BaseButton {
     property real radius: Metrics.buttonRadius
     property string symbol
     property real symbolSize: 13
-    /// Shows a spinner, which keeps moving while the interface thread is blocked.
+    /// Shows a spinner.
     property bool busy: false
 
     readonly property bool isLit: enabled || busy

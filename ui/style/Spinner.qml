@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A small rotating arc. With the threaded render loop it keeps rotating while the interface thread is blocked.
+/// A small rotating arc.
 Ring {
     id: root
 
