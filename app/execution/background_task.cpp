@@ -27,6 +27,8 @@ double BackgroundTask::share() const {
 }
 
 QString BackgroundTask::text() const {
+    if (platform::isStopped(m_progress.get()))
+        return ::tr(u"stopping"_s);
     if (!m_progress || m_progress->entries() == 0)
         return {};
     if (const std::int64_t total = m_progress->totalEntries(); total != 0)
@@ -40,7 +42,9 @@ void BackgroundTask::stop() {
     if (!m_progress)
         return;
     m_progress->stop();
-    if (!m_isRemoval)
+    if (m_isRemoval)
+        Q_EMIT progressChanged();
+    else
         end();
 }
 

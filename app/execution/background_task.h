@@ -30,6 +30,7 @@ public:
     double share() const;
 
     /// Returns the number of entries processed so far, with their size or the total; empty before the first.
+    /// After stop() it says so: the result of a removal follows after what it left has been measured.
     QString text() const;
 
     /// Runs `work(progress)` in the background, then calls `publish(result)` on the interface thread, after

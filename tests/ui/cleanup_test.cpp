@@ -140,6 +140,7 @@ void CleanupTest::stopsWhatTheUserCancels() {
         else
             window()->close();
         QVERIFY(window()->isVisible() && m_driver->isShown("confirm"));
+        QCOMPARE(m_driver->text("progressText"), translated("stopping"));
         releaseJobs();
         QTRY_COMPARE(window()->isVisible() && !m_driver->isShown("confirm"), by != "closing");
         QCOMPARE(m_disk->entries(), before);
