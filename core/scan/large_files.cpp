@@ -97,7 +97,7 @@ std::vector<ScanItem> scanLargeFiles(const platform::Disk& disk, const std::stri
                                      std::int64_t minBytes, std::size_t maxResults,
                                      platform::Progress* progress) {
     const platform::Result<std::vector<std::string>> names =
-        platform::listFolder(disk, root, platform::Hidden::skip);
+        platform::listFolder(disk, root, platform::Hidden::skip, progress);
     if (!names)
         return {};
     const std::size_t maxNested = 4 * std::min(maxResults, std::numeric_limits<std::size_t>::max() / 4);

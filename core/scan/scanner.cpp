@@ -42,7 +42,7 @@ ScanResult scan(const platform::Disk& disk, platform::Progress* progress) {
     append(candidates, childrenOf("Library/Developer/Xcode/DerivedData", cache, "exp_derived_data"));
     append(candidates, childrenOf("Library/Developer/CoreSimulator/Caches", cache, "exp_simulator_cache"));
     append(candidates, LumvaleUninstaller::orphanCandidates(disk, progress));
-    append(candidates, LumvaleUninstaller::virtualMachineCandidates(disk));
+    append(candidates, LumvaleUninstaller::virtualMachineCandidates(disk, progress));
 
     std::vector<ScanItem> items = measureCandidates(disk, std::move(candidates), ZeroSize::skip, progress);
     append(items, scanLargeFiles(disk, disk.home(), minLargeFileBytes, maxLargeFiles, progress));

@@ -13,7 +13,7 @@ namespace {
 constexpr std::chrono::seconds oldDownloadAge{2'592'000}; // 30 days
 
 std::vector<std::string> childrenOf(const platform::Disk& disk, const std::string& folder,
-                                    const platform::Progress* progress) {
+                                    platform::Progress* progress) {
     // listTrash() refuses a Trash folder that is a symbolic link.
     const platform::Result<std::vector<std::string>> names =
         folder == platform::trashFolder(disk)
@@ -26,7 +26,7 @@ std::vector<std::string> childrenOf(const platform::Disk& disk, const std::strin
 
 std::vector<Candidate> scanDirectoryEntries(const platform::Disk& disk, const std::string& folder,
                                             ScanCategory category, std::string_view explanation,
-                                            bool safeByDefault, const platform::Progress* progress) {
+                                            bool safeByDefault, platform::Progress* progress) {
     const bool skipsHidden = category == ScanCategory::cache || category == ScanCategory::logs;
     std::vector<Candidate> candidates;
     for (const std::string& name : childrenOf(disk, folder, progress)) {
@@ -39,7 +39,7 @@ std::vector<Candidate> scanDirectoryEntries(const platform::Disk& disk, const st
 }
 
 std::vector<Candidate> scanOldDownloads(const platform::Disk& disk, const std::string& folder,
-                                        platform::Date now, const platform::Progress* progress) {
+                                        platform::Date now, platform::Progress* progress) {
     const platform::Date cutoff = now - oldDownloadAge;
     std::vector<Candidate> candidates;
     for (const std::string& name : childrenOf(disk, folder, progress)) {

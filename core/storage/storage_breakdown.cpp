@@ -12,7 +12,7 @@ namespace core::LumvaleScanner {
 
 std::vector<StorageEntry> storageBreakdown(const platform::Disk& disk, platform::Progress* progress) {
     std::vector<std::string> paths;
-    if (const auto names = platform::listFolder(disk, disk.home(), platform::Hidden::skip)) {
+    if (const auto names = platform::listFolder(disk, disk.home(), platform::Hidden::skip, progress)) {
         for (const std::string& name : *names) {
             std::string path = disk.inHome(name);
             if (platform::kindOf(disk, path) == platform::Kind::folder)

@@ -26,7 +26,7 @@ bool isListed(std::string_view path) {
            && !path.starts_with("/System/");
 }
 
-InstalledApp readApp(const platform::Disk& disk, std::string path) {
+InstalledApp readApp(const platform::Disk& disk, std::string path, platform::Progress* progress) {
     std::string name(platform::stem(path));
     std::optional<std::string> identifier;
     const auto information =
@@ -37,23 +37,25 @@ InstalledApp readApp(const platform::Disk& disk, std::string path) {
             name = std::move(*displayName);
         else if (auto bundleName = information->string("CFBundleName"))
             name = std::move(*bundleName);
+    } else if (progress && platform::isDescriptorShortage(information.error())) {
+        progress->addUnreadFolders(1);
     }
     return InstalledApp(std::move(name), std::move(identifier), std::move(path), 0);
 }
 
 } // namespace
 
-std::vector<InstalledApp> discoverApps(const platform::Disk& disk, const platform::Progress* progress) {
+std::vector<InstalledApp> discoverApps(const platform::Disk& disk, platform::Progress* progress) {
     std::vector<InstalledApp> apps;
     for (const std::string& root : {std::string("/Applications"), disk.inHome("Applications")}) {
-        const auto names = platform::listFolder(disk, root);
+        const auto names = platform::listFolder(disk, root, platform::Hidden::include, progress);
         if (!names)
             continue;
         for (const std::string& name : *names) {
             if (isStopped(progress))
                 return apps;
             if (std::string path = platform::joined(root, name); isListed(path))
-                apps.push_back(readApp(disk, std::move(path)));
+                apps.push_back(readApp(disk, std::move(path), progress));
         }
     }
     const platform::NameOrder order;

@@ -18,9 +18,9 @@ std::vector<InstalledApp> scanInstalledApps(const platform::Disk& disk = platfor
                                             platform::Progress* progress = nullptr);
 
 /// Returns the same applications without measuring them: all sizes are 0. Returns some of them soon after
-/// `progress`, which may be null, is stopped; counts nothing in it.
-std::vector<InstalledApp> discoverApps(const platform::Disk& disk,
-                                       const platform::Progress* progress = nullptr);
+/// `progress`, which may be null, is stopped. Counts nothing in it, except folders and bundles as unread if
+/// no descriptors are left.
+std::vector<InstalledApp> discoverApps(const platform::Disk& disk, platform::Progress* progress = nullptr);
 
 /// Returns the lower-case strings by which file names are matched to the application: its bundle identifier
 /// (at least 4 characters) and its name without spaces (at least 3).

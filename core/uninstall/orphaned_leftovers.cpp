@@ -28,9 +28,9 @@ bool isAppleIdentifier(std::string_view lowerCaseName) {
     return lowerCaseName.starts_with("com.apple.") || lowerCaseName.starts_with("group.com.apple.");
 }
 
-std::set<std::string> installedKeys(const platform::Disk& disk, const platform::Progress* progress) {
+std::set<std::string> installedKeys(const platform::Disk& disk, platform::Progress& progress) {
     std::set<std::string> keys;
-    for (const InstalledApp& app : discoverApps(disk, progress)) {
+    for (const InstalledApp& app : discoverApps(disk, &progress)) {
         for (std::string& key : matchKeys(app))
             keys.insert(std::move(key));
     }
@@ -69,8 +69,15 @@ bool looksLikeAppIdentifier(std::string_view stem) {
     return components >= minComponents;
 }
 
-std::vector<Candidate> orphanCandidates(const platform::Disk& disk, const platform::Progress* progress) {
-    const std::set<std::string> keys = installedKeys(disk, progress);
+std::vector<Candidate> orphanCandidates(const platform::Disk& disk, platform::Progress* progress) {
+    platform::Progress discovery(progress);
+    const std::set<std::string> keys = installedKeys(disk, discovery);
+    if (discovery.unreadFolders() > 0) {
+        // Files of an application that was not read would be taken for leftovers.
+        if (progress)
+            progress->addUnreadFolders(discovery.unreadFolders());
+        return {};
+    }
     std::vector<Candidate> candidates;
     for (const std::string_view folder : searchedFolders) {
         const std::string path = disk.inHome(folder);

@@ -14,9 +14,9 @@ namespace core::LumvaleUninstaller {
 std::vector<ScanItem> orphanedLeftovers(const platform::Disk& disk = platform::Disk::current());
 
 /// Returns the same entries without measuring them, those of size 0 included; some of them soon after
-/// `progress`, which may be null, is stopped. Counts nothing in it.
-std::vector<Candidate> orphanCandidates(const platform::Disk& disk,
-                                        const platform::Progress* progress = nullptr);
+/// `progress`, which may be null, is stopped. Counts nothing in it, except unread folders; returns nothing if
+/// an application could not be read for lack of descriptors.
+std::vector<Candidate> orphanCandidates(const platform::Disk& disk, platform::Progress* progress = nullptr);
 
 /// Returns whether a name looks like a bundle identifier in reverse domain notation: three or more non-empty
 /// components separated by dots, of ASCII letters, digits, "-" and "_".

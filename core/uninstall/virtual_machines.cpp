@@ -46,7 +46,7 @@ bool isMachine(const platform::Disk& disk, const std::string& path, const Search
 
 } // namespace
 
-std::vector<Candidate> virtualMachineCandidates(const platform::Disk& disk) {
+std::vector<Candidate> virtualMachineCandidates(const platform::Disk& disk, platform::Progress* progress) {
     // Paths that do not exist are dropped when measured, since their size is 0.
     std::vector<Candidate> candidates;
     const auto add = [&](std::string path, std::string_view explanation) {
@@ -54,7 +54,7 @@ std::vector<Candidate> virtualMachineCandidates(const platform::Disk& disk) {
     };
     for (const Search& search : searches) {
         const std::string folder = disk.inHome(search.folder);
-        const auto names = platform::listFolder(disk, folder);
+        const auto names = platform::listFolder(disk, folder, platform::Hidden::include, progress);
         if (!names)
             continue;
         for (const std::string& name : *names) {

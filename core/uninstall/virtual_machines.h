@@ -12,7 +12,9 @@ namespace core::LumvaleUninstaller {
 /// virtualization products. Blocks; not for the interface thread.
 std::vector<ScanItem> virtualMachineItems(const platform::Disk& disk = platform::Disk::current());
 
-/// Returns the same entries without measuring them, including paths that may not exist.
-std::vector<Candidate> virtualMachineCandidates(const platform::Disk& disk);
+/// Returns the same entries without measuring them, including paths that may not exist. Counts folders in
+/// `progress` that could not be read for lack of descriptors.
+std::vector<Candidate> virtualMachineCandidates(const platform::Disk& disk,
+                                                platform::Progress* progress = nullptr);
 
 } // namespace core::LumvaleUninstaller

@@ -83,6 +83,11 @@ Error posixError(int hostErrno) {
     return {std::string(posixDomain), macErrno(hostErrno), std::strerror(hostErrno), nullptr};
 }
 
+bool isDescriptorShortage(const Error& error) {
+    const Error& cause = error.underlying ? *error.underlying : error;
+    return cause.domain == posixDomain && (cause.code == EMFILE || cause.code == ENFILE);
+}
+
 Error fileError(FileAction action, int hostErrno, std::string_view name) {
     return fileError(action, posixError(hostErrno), name);
 }

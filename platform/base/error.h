@@ -33,6 +33,10 @@ struct Error {
     std::shared_ptr<const Error> underlying; ///< the cause, or null; usually of the POSIX domain
 };
 
+/// Returns whether the cause is that the process (EMFILE) or the system (ENFILE) had no file descriptors
+/// left.
+bool isDescriptorShortage(const Error& error);
+
 /// The file operation that failed. Cocoa has different codes for the same cause.
 enum class FileAction { read, write, remove, move };
 

@@ -8,8 +8,10 @@
 namespace platform {
 
 Result<std::vector<std::string>> listFolder(const Disk& disk, std::string_view path, Hidden hidden,
-                                            const Progress* progress) {
+                                            Progress* progress) {
     const Result<Descriptor> folder = disk.openFolder(path);
+    if (!folder && progress && isDescriptorShortage(folder.error()))
+        progress->addUnreadFolders(1);
     if (!folder)
         return fileError(FileAction::read, folder.error(), lastComponent(path));
     std::vector<std::string> names;

@@ -224,8 +224,10 @@ std::string trashFolder(const Disk& disk) {
     return disk.inHome(".Trash");
 }
 
-Result<std::vector<std::string>> listTrash(const Disk& disk, const Progress* progress) {
-    const auto failed = [](const Error& cause) {
+Result<std::vector<std::string>> listTrash(const Disk& disk, Progress* progress) {
+    const auto failed = [progress](const Error& cause) {
+        if (progress && isDescriptorShortage(cause))
+            progress->addUnreadFolders(1);
         return fileError(FileAction::read, cause, ".Trash");
     };
     const Result<Place> place = disk.place(trashFolder(disk));

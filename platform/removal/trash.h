@@ -18,7 +18,7 @@ std::string trashFolder(const Disk& disk);
 /// Returns the names in the Trash, hidden ones included, in byte order. Fails with a Cocoa error when the
 /// Trash is missing or can't be read. Returns some of the names, in any order, soon after `progress`, which
 /// may be null, is stopped; counts nothing in it.
-Result<std::vector<std::string>> listTrash(const Disk& disk, const Progress* progress = nullptr);
+Result<std::vector<std::string>> listTrash(const Disk& disk, Progress* progress = nullptr);
 
 /// Returns the place of the entry at `path` (standardised) below the Trash. Symbolic links from the Trash
 /// downwards aren't followed. Errors are of the POSIX domain: EINVAL for a path that isn't below the Trash.

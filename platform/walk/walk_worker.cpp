@@ -36,10 +36,6 @@ constexpr std::int64_t entriesPerReport = 256;
 constexpr int maxWaits = 50;
 constexpr std::chrono::milliseconds wait(10);
 
-bool isShortage(const Error& error) {
-    return error.domain == posixDomain && (error.code == EMFILE || error.code == ENFILE);
-}
-
 Result<Descriptor> openBelow(int folder, const char* path) {
     Descriptor found = system::openFolderBelow(folder, path);
     if (!found)
@@ -69,7 +65,7 @@ template <class Open>
 Descriptor WalkWorker::opened(const Open& open) {
     Result<Descriptor> folder = open();
     const auto isShort = [&] {
-        return !folder && isShortage(folder.error()) && !isStopped();
+        return !folder && isDescriptorShortage(folder.error()) && !isStopped();
     };
     if (isShort()) {
         m_walk.isShortOfDescriptors = true;

@@ -5,6 +5,7 @@
 #include "core/uninstall/related_files.h"
 #include "core/uninstall/virtual_machines.h"
 #include "tests/support/codes.h"
+#include "tests/support/process.h"
 #include "tests/support/temporary_disk.h"
 
 #include <gtest/gtest.h>
@@ -85,6 +86,21 @@ TEST(OrphanedLeftovers, AreSearchedForInEightFoldersAndBelongToNoInstalledApplic
     for (const char* listed : {".hidden.gone.tool.plist", "a-b..c_d.E1.plist", "com.gone.tool.app"})
         expected.insert(expected.end() - 1, "Library/Application Scripts/" + std::string(listed));
     EXPECT_EQ(lines(core::LumvaleUninstaller::orphanedLeftovers(disk.disk())), expected);
+}
+
+TEST(Orphans, AreNeverFilesOfAnApplicationThatWasNotReadForLackOfDescriptors) {
+    const TemporaryDisk disk;
+    makeApp(disk, "/Applications/Notes.app", entry("CFBundleIdentifier", "com.example.editor"));
+    disk.make({"~/Library/Preferences/com.example.editor.plist 9", "~/Library/WebKit/com.gone.a.tool 9"});
+    int shortages = 0;
+    for (std::size_t descriptors = 0; descriptors < 8; ++descriptors) {
+        const DescriptorLimit limit(descriptors);
+        platform::Progress progress;
+        const auto found = core::LumvaleUninstaller::orphanCandidates(disk.disk(), &progress);
+        EXPECT_EQ(found.size(), progress.unreadFolders() == 0 ? 1U : 0U) << descriptors;
+        shortages += progress.unreadFolders() != 0 ? 1 : 0;
+    }
+    EXPECT_GT(shortages, 0);
 }
 
 TEST(VirtualMachines, AreFoundWithTheFilesOfTheirPrograms) {
