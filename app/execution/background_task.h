@@ -50,6 +50,15 @@ public:
         start(executor, true, std::move(work), std::move(record), std::move(publish));
     }
 
+    /// Does the same as run() for an operation that uses an executor itself: `operation(progress,
+    /// completion)` starts it, with a shared pointer to the progress, and `completion(result)` must then be
+    /// called on the interface thread.
+    template <class Operation, class Publish>
+    void run(Operation operation, Publish publish) {
+        const auto progress = begin(false);
+        operation(progress, completion([](const auto&) {}, std::move(publish)));
+    }
+
     /// Stops the operation. A removal ends with a result; any other operation is dropped at once.
     Q_INVOKABLE void stop();
 
@@ -61,21 +70,28 @@ private:
     template <class Work, class Record, class Publish>
     void start(const platform::Executor& executor, bool isRemoval, Work work, Record record,
                Publish publish) {
-        executor.background([executor, task = QPointer(this), progress = begin(isRemoval),
-                             work = std::move(work), record = std::move(record),
-                             publish = std::move(publish)]() mutable {
+        const auto progress = begin(isRemoval);
+        executor.background([executor, progress, work = std::move(work),
+                             complete = completion(std::move(record), std::move(publish))]() mutable {
             // Shared because executors copy jobs and results may be large.
             auto value = std::make_shared<decltype(work(*progress))>(work(*progress));
-            executor.interfaceThread([task = std::move(task), progress = std::move(progress), value,
-                                      record = std::move(record), publish = std::move(publish)]() mutable {
-                record(std::as_const(*value));
-                if (!task || task->m_progress != progress)
-                    return;
-                publish(std::move(*value));
-                if (task && task->m_progress == progress)
-                    task->end();
-            });
+            executor.interfaceThread(
+                [value, complete = std::move(complete)]() mutable { complete(std::move(*value)); });
         });
+    }
+
+    /// Returns the function that takes the result of the operation that has just begun.
+    template <class Record, class Publish>
+    auto completion(Record record, Publish publish) {
+        return [task = QPointer(this), progress = m_progress, record = std::move(record),
+                publish = std::move(publish)](auto value) mutable {
+            record(std::as_const(value));
+            if (!task || task->m_progress != progress)
+                return;
+            publish(std::move(value));
+            if (task && task->m_progress == progress)
+                task->end();
+        };
     }
 
     std::shared_ptr<platform::Progress> begin(bool isRemoval);

@@ -15,14 +15,11 @@ DuplicatePhotosViewModel::DuplicatePhotosViewModel(platform::PhotoLibrary librar
       m_history(history),
       m_executor(std::move(executor)),
       m_authState(core::LumvalePhotoDuplicates::authorizationStatus(m_library)),
-      m_groups(this) {
+      m_groups(this),
+      m_search(this) {
     connect(&m_groups, &DuplicateGroupsModel::checkedChanged, this,
             &DuplicatePhotosViewModel::selectionChanged);
-}
-
-DuplicatePhotosViewModel::~DuplicatePhotosViewModel() {
-    if (m_search)
-        m_search->stop();
+    connect(&m_search, &BackgroundTask::runningChanged, this, &DuplicatePhotosViewModel::isLoadingChanged);
 }
 
 void DuplicatePhotosViewModel::requestAccess() {
@@ -38,10 +35,7 @@ void DuplicatePhotosViewModel::requestAccess() {
 }
 
 void DuplicatePhotosViewModel::scan() {
-    if (m_search)
-        m_search->stop();
-    m_search = std::make_shared<platform::Progress>();
-    setIsLoading(true);
+    m_wasScanStopped = false;
     m_groups.setChecked({});
     core::LumvalePhotoDuplicates::canDelete(
         [model = QPointer(this)](bool canDelete) {
@@ -51,29 +45,37 @@ void DuplicatePhotosViewModel::scan() {
             Q_EMIT model->isReadOnlyChanged();
         },
         m_executor, m_library);
-    core::LumvalePhotoDuplicates::findExactDuplicates(
-        [model = QPointer(this),
-         search = m_search](std::optional<std::vector<core::DuplicatePhotoGroup>> found) {
-            if (model && model->m_search == search)
-                model->takeGroups(std::move(found));
+    m_search.run(
+        [this](auto progress, auto completion) {
+            core::LumvalePhotoDuplicates::findExactDuplicates(std::move(completion), m_executor, m_library,
+                                                              std::move(progress));
         },
-        m_executor, m_library, m_search);
+        [this](auto found) { takeGroups(std::move(found)); });
+}
+
+void DuplicatePhotosViewModel::stopScan() {
+    if (!isLoading())
+        return;
+    m_wasScanStopped = true;
+    setGroups({}); // the earlier groups may hold photos that have been deleted since
+    m_search.stop();
 }
 
 void DuplicatePhotosViewModel::takeGroups(std::optional<std::vector<core::DuplicatePhotoGroup>> found) {
     m_hasScanFailed = !found;
     if (m_hasScanFailed) // the permission may have been revoked
         setAuthState(core::LumvalePhotoDuplicates::authorizationStatus(m_library));
-    std::vector<core::DuplicatePhotoGroup> groups =
-        std::move(found).value_or(std::vector<core::DuplicatePhotoGroup>());
+    setGroups(std::move(found).value_or(std::vector<core::DuplicatePhotoGroup>()));
+    m_hasScanned = true;
+    Q_EMIT hasScannedChanged();
+}
+
+void DuplicatePhotosViewModel::setGroups(std::vector<core::DuplicatePhotoGroup> groups) {
     m_totalWastedBytes = 0;
     for (const core::DuplicatePhotoGroup& group : groups)
         m_totalWastedBytes = platform::addBytes(m_totalWastedBytes, group.totalWastedBytes());
     m_groups.setGroups(std::move(groups));
     Q_EMIT groupsChanged();
-    setIsLoading(false);
-    m_hasScanned = true;
-    Q_EMIT hasScannedChanged();
 }
 
 void DuplicatePhotosViewModel::setShowDeleteConfirm(bool show) {
@@ -128,11 +130,6 @@ QString DuplicatePhotosViewModel::selectedSize() const {
 void DuplicatePhotosViewModel::setAuthState(core::PhotoAccessState state) {
     m_authState = state;
     Q_EMIT authStateChanged();
-}
-
-void DuplicatePhotosViewModel::setIsLoading(bool isLoading) {
-    m_isLoading = isLoading;
-    Q_EMIT isLoadingChanged();
 }
 
 void DuplicatePhotosViewModel::setHasDeletionFailed(bool hasFailed) {

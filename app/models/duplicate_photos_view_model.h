@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/execution/background_task.h"
 #include "app/history/history_store.h"
 #include "app/models/duplicate_groups_model.h"
 #include "core/photos/photo_duplicates.h"
@@ -9,7 +10,6 @@
 #include <QObject>
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -20,12 +20,14 @@
 /// the new value is readable.
 class DuplicatePhotosViewModel : public QObject {
     Q_OBJECT
+    Q_PROPERTY(BackgroundTask* searchTask READ searchTask CONSTANT)
     Q_PROPERTY(bool isUndecided READ isUndecided NOTIFY authStateChanged)
     Q_PROPERTY(bool isDenied READ isDenied NOTIFY authStateChanged)
     Q_PROPERTY(DuplicateGroupsModel* groups READ groupsModel CONSTANT)
     Q_PROPERTY(int groupCount READ groupCount NOTIFY groupsChanged)
     Q_PROPERTY(QString totalWasted READ totalWasted NOTIFY groupsChanged)
     Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged)
+    Q_PROPERTY(bool wasScanStopped READ wasScanStopped NOTIFY isLoadingChanged)
     Q_PROPERTY(bool hasScanned READ hasScanned NOTIFY hasScannedChanged)
     Q_PROPERTY(bool hasScanFailed READ hasScanFailed NOTIFY hasScannedChanged)
     Q_PROPERTY(bool isReadOnly READ isReadOnly NOTIFY isReadOnlyChanged)
@@ -42,11 +44,10 @@ public:
     DuplicatePhotosViewModel(platform::PhotoLibrary library, HistoryStore& history,
                              platform::Executor executor, QObject* parent = nullptr);
 
-    ~DuplicatePhotosViewModel() override; ///< stops a running search
-
     core::PhotoAccessState authState() const { return m_authState; }
     const std::vector<core::DuplicatePhotoGroup>& groups() const { return m_groups.groups(); }
-    bool isLoading() const { return m_isLoading; }
+    bool isLoading() const { return m_search.isRunning(); }
+    bool wasScanStopped() const { return m_wasScanStopped; } ///< whether the last search was stopped
     bool hasScanned() const { return m_hasScanned; }
     bool hasScanFailed() const { return m_hasScanFailed; } ///< whether the last search failed
     bool isReadOnly() const { return m_isReadOnly; }       ///< nothing can be deleted from the library
@@ -63,6 +64,7 @@ public:
     /// Searches for duplicates; a new search drops a running one. If the library cannot be read, there are no
     /// groups, hasScanFailed() is set and the permission is read again.
     Q_INVOKABLE void scan();
+    Q_INVOKABLE void stopScan(); ///< leaves no groups
     Q_INVOKABLE void requestDelete();
     /// Moves the checked items to the library's "Recently Deleted" album, records the deletion in the history
     /// and scans again. If it fails, hasDeletionFailed() is set; if the user declines the system's own
@@ -70,6 +72,7 @@ public:
     Q_INVOKABLE void confirmDelete();
 
     // The state above as properties for QML.
+    BackgroundTask* searchTask() { return &m_search; }
     bool isUndecided() const { return m_authState == core::PhotoAccessState::notDetermined; }
     bool isDenied() const { return m_authState == core::PhotoAccessState::denied; }
     DuplicateGroupsModel* groupsModel() { return &m_groups; }
@@ -94,10 +97,10 @@ Q_SIGNALS:
     void lastDeletedCountChanged();
 
 private:
-    void setIsLoading(bool isLoading);
     void setIsDeleting(bool isDeleting);
     void setHasDeletionFailed(bool hasFailed);
     void setAuthState(core::PhotoAccessState state);
+    void setGroups(std::vector<core::DuplicatePhotoGroup> groups);
     void takeGroups(std::optional<std::vector<core::DuplicatePhotoGroup>> found);
     void takeDeletion(int count);
 
@@ -107,8 +110,8 @@ private:
     core::PhotoAccessState m_authState;
     DuplicateGroupsModel m_groups;
     std::int64_t m_totalWastedBytes = 0;
-    std::shared_ptr<platform::Progress> m_search; ///< of the latest search, otherwise null
-    bool m_isLoading = false;
+    BackgroundTask m_search;
+    bool m_wasScanStopped = false;
     bool m_hasScanned = false;
     bool m_hasScanFailed = false;
     bool m_isReadOnly = false;

@@ -45,8 +45,7 @@ std::optional<std::vector<DuplicatePhotoGroup>> duplicates(const platform::Photo
         progress.beginPhase(0);
     };
     const bool isWhole = library.visitAssets(begin, [&](const platform::PhotoAsset& asset) {
-        grouping->add(asset);
-        progress.add(1, 0);
+        progress.add(1, grouping->add(asset));
         return !progress.isStopped();
     });
     if (!isWhole)

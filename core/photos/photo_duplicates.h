@@ -32,8 +32,8 @@ void requestAccess(std::function<void(PhotoAccessState)> completion,
 
 /// Finds the groups of duplicates, largest `totalWastedBytes` first, equal ones in the order of the library.
 /// Passes on nullopt when the library cannot be read completely, or permission is missing or was revoked
-/// during the search. Counts the assets that it reads in `progress`, which may be null; passes on nullopt
-/// soon after that is stopped.
+/// during the search. Counts the assets that it reads, with the sizes of their files, in `progress`, which
+/// may be null; passes on nullopt soon after that is stopped.
 void findExactDuplicates(std::function<void(std::optional<std::vector<DuplicatePhotoGroup>>)> completion,
                          const platform::Executor& executor = platform::Executor::current(),
                          const platform::PhotoLibrary& library = platform::Disk::current(),

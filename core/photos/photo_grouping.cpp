@@ -60,20 +60,21 @@ struct PhotoGrouping::Key {
     }
 };
 
-void PhotoGrouping::add(const platform::PhotoAsset& asset) {
+std::int64_t PhotoGrouping::add(const platform::PhotoAsset& asset) {
     const platform::PhotoResource* const resource = chosenResource(asset);
     if (resource == nullptr || resource->fileSize.value_or(0) < 1)
-        return;
+        return 0;
     const std::string_view id = asset.localIdentifier;
     const std::string_view name = resource->originalFilename;
     if (id.size() > maxTextBytes || name.size() > maxTextBytes)
-        return;
+        return 0;
     m_assets.push_back({*resource->fileSize, asset.pixelWidth, asset.pixelHeight,
                         asset.creationDate ? platform::secondsSince1970(*asset.creationDate) : 0,
                         m_texts.size(), static_cast<std::uint16_t>(id.size()),
                         static_cast<std::uint16_t>(name.size()), asset.mediaType,
                         asset.creationDate.has_value(), asset.isFavorite});
     m_texts.append(id).append(name);
+    return *resource->fileSize;
 }
 
 PhotoGrouping::Key PhotoGrouping::key(const Asset& asset) {

@@ -19,8 +19,8 @@ class PhotoGrouping {
 public:
     /// Adds an asset. Its first photo or video represents it, or its first file if it has neither. Ignores
     /// assets without a file, without a known size, or with an identifier or file name of more than 1024
-    /// bytes.
-    void add(const platform::PhotoAsset& asset);
+    /// bytes. Returns the size in bytes of that file; 0 for an ignored asset.
+    std::int64_t add(const platform::PhotoAsset& asset);
 
     /// Returns the groups, largest `totalWastedBytes` first; equal ones in the order in which their first
     /// assets were added.

@@ -97,6 +97,20 @@ TEST_F(DuplicatePhotosViewModelTest, UnticksAPhotoThatALaterResultKeeps) {
     EXPECT_EQ(m_model->selectedBytes(), 3'000'000);
 }
 
+TEST_F(DuplicatePhotosViewModelTest, StopsASearchAndLeavesNoGroups) {
+    scan();
+    m_model->stopScan(); // too late
+    EXPECT_EQ(m_model->groupCount(), 2);
+    m_model->scan();
+    EXPECT_TRUE(m_model->isLoading() && !m_model->wasScanStopped());
+    m_jobs.runBackground();
+    m_model->stopScan();
+    m_jobs.publish(); // dropped
+    EXPECT_TRUE(!m_model->isLoading() && m_model->wasScanStopped());
+    EXPECT_EQ(m_model->groupCount(), 0);
+    EXPECT_EQ(m_model->totalWastedBytes(), 0);
+}
+
 TEST_F(DuplicatePhotosViewModelTest, RecordsADeletionThatEndsAfterItsDestruction) {
     scan();
     m_model->setChecked({"A2/L0/001"});

@@ -179,7 +179,9 @@ void DuplicatesTest::deletesOnlyConfirmedPhotos() {
     fill();
     HandCranked jobs;
     openDuplicates(jobs.executor());
-    QVERIFY(m_driver->click("scanButton"));
+    QVERIFY(m_driver->click("scanButton") && m_driver->click("stopButton"));
+    QCOMPARE(m_driver->text("emptyPrompt"), translated("duplicates_stopped"));
+    QVERIFY(hasFocus("scanButton") && m_driver->click("scanButton"));
     jobs.run();
     layOut();
     for (const char* name : {"A2", "A3", "B2"})

@@ -24,7 +24,7 @@ FocusScope {
 
     StatusText {
         text: root.model.isLoading ? Texts.tr("loading_duplicates")
-              : !root.model.hasScanned ? ""
+              : !root.model.hasScanned && !root.model.wasScanStopped ? ""
               : root.hasGroups ? Texts.tr("status_finished") + " " + summary.text : prompt.text
     }
 
@@ -51,10 +51,11 @@ FocusScope {
             id: prompt
             anchors.centerIn: parent
             visible: !root.model.isLoading && !root.hasGroups
-            symbol: header.isAllowed && root.model.hasScanned && !root.model.hasScanFailed
+            symbol: header.isAllowed && root.model.hasScanned && !root.model.hasScanFailed && !root.model.wasScanStopped
                     ? "checkmark.seal.fill" : "photo.on.rectangle.angled"
             text: Texts.tr(root.model.isUndecided ? "duplicates_permission_text"
                            : root.model.isDenied ? "duplicates_denied_text"
+                           : root.model.wasScanStopped ? "duplicates_stopped"
                            : root.model.hasScanFailed ? "photos_unreadable"
                            : root.model.hasScanned ? "duplicates_none_found" : "duplicates_empty_prompt")
 
@@ -77,6 +78,17 @@ FocusScope {
             anchors.centerIn: parent
             visible: root.model.isLoading
             label: Texts.tr("loading_duplicates")
+            progressText: root.model.searchTask.text
+
+            QuietButton {
+                objectName: "stopButton"
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: Texts.tr("btn_stop")
+                onClicked: {
+                    header.takeFocus(focusReason);
+                    root.model.stopScan();
+                }
+            }
         }
 
         SectionLabel {
