@@ -59,6 +59,13 @@ public:
         operation(progress, completion([](const auto&) {}, std::move(publish)));
     }
 
+    /// Does the same as runRemoval() for such an operation.
+    template <class Operation, class Record, class Publish>
+    void runRemoval(Operation operation, Record record, Publish publish) {
+        const auto progress = begin(true);
+        operation(progress, completion(std::move(record), std::move(publish)));
+    }
+
     /// Stops the operation. A removal ends with a result; any other operation is dropped at once.
     Q_INVOKABLE void stop();
 

@@ -16,7 +16,8 @@ DuplicatePhotosViewModel::DuplicatePhotosViewModel(platform::PhotoLibrary librar
       m_executor(std::move(executor)),
       m_authState(core::LumvalePhotoDuplicates::authorizationStatus(m_library)),
       m_groups(this),
-      m_search(this) {
+      m_search(this),
+      m_removal(this) {
     connect(&m_groups, &DuplicateGroupsModel::checkedChanged, this,
             &DuplicatePhotosViewModel::selectionChanged);
     connect(&m_search, &BackgroundTask::runningChanged, this, &DuplicatePhotosViewModel::isLoadingChanged);
@@ -91,32 +92,32 @@ void DuplicatePhotosViewModel::requestDelete() {
 void DuplicatePhotosViewModel::confirmDelete() {
     const std::vector<core::DuplicatePhotoItem> items = m_groups.checkedItems();
     // A second request would succeed without deleting anything and be recorded in the history.
-    if (items.empty() || m_isDeleting)
+    if (items.empty() || m_removal.isRunning())
         return;
-    setIsDeleting(true);
-    setHasDeletionFailed(false);
-    core::LumvalePhotoDuplicates::deleteItems(
-        items,
-        [model = QPointer(this), history = QPointer(&m_history), count = checkedCount(),
-         sizeBytes = selectedBytes()](platform::PhotoDeletion outcome) {
-            // Recorded even if the user has left the screen.
+    m_removal.runRemoval(
+        [&](auto progress, auto completion) {
+            core::LumvalePhotoDuplicates::deleteItems(items, std::move(completion), m_executor, m_library,
+                                                      std::move(progress));
+        },
+        [history = QPointer(&m_history), sizeBytes = selectedBytes()](platform::PhotoDeletion outcome) {
             if (history && outcome == platform::PhotoDeletion::done)
                 history->record(::tr(QStringLiteral("photo_duplicates_history_name")).toStdString(),
                                 sizeBytes);
-            if (!model)
-                return;
-            model->setIsDeleting(false);
-            model->setHasDeletionFailed(outcome == platform::PhotoDeletion::failed);
-            if (outcome == platform::PhotoDeletion::done)
-                model->takeDeletion(count);
         },
-        m_executor, m_library);
+        [this, count = checkedCount()](platform::PhotoDeletion outcome) { takeDeletion(outcome, count); });
 }
 
-void DuplicatePhotosViewModel::takeDeletion(int count) {
-    m_lastDeletedCount = count;
-    Q_EMIT lastDeletedCountChanged();
-    scan();
+void DuplicatePhotosViewModel::takeDeletion(platform::PhotoDeletion outcome, int count) {
+    m_deletion = outcome;
+    if (outcome == platform::PhotoDeletion::done)
+        m_lastDeletedCount = count;
+    Q_EMIT deletionChanged();
+    if (outcome == platform::PhotoDeletion::done)
+        scan();
+}
+
+bool DuplicatePhotosViewModel::canStopDeletion() const {
+    return core::LumvalePhotoDuplicates::canStopDeletion(m_library);
 }
 
 QString DuplicatePhotosViewModel::totalWasted() const {
@@ -130,14 +131,4 @@ QString DuplicatePhotosViewModel::selectedSize() const {
 void DuplicatePhotosViewModel::setAuthState(core::PhotoAccessState state) {
     m_authState = state;
     Q_EMIT authStateChanged();
-}
-
-void DuplicatePhotosViewModel::setHasDeletionFailed(bool hasFailed) {
-    m_hasDeletionFailed = hasFailed;
-    Q_EMIT hasDeletionFailedChanged();
-}
-
-void DuplicatePhotosViewModel::setIsDeleting(bool isDeleting) {
-    m_isDeleting = isDeleting;
-    Q_EMIT isDeletingChanged();
 }

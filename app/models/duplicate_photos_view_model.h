@@ -16,11 +16,12 @@
 #include <vector>
 
 /// The view model of the duplicates screen. Interface thread only. The photo library is used in the
-/// background; results that arrive after the model is destroyed are dropped. Change signals are emitted after
-/// the new value is readable.
+/// background; results that arrive after the model is destroyed are dropped, but a deletion is recorded in
+/// the history. Change signals are emitted after the new value is readable.
 class DuplicatePhotosViewModel : public QObject {
     Q_OBJECT
     Q_PROPERTY(BackgroundTask* searchTask READ searchTask CONSTANT)
+    Q_PROPERTY(BackgroundTask* removalTask READ removalTask CONSTANT)
     Q_PROPERTY(bool isUndecided READ isUndecided NOTIFY authStateChanged)
     Q_PROPERTY(bool isDenied READ isDenied NOTIFY authStateChanged)
     Q_PROPERTY(DuplicateGroupsModel* groups READ groupsModel CONSTANT)
@@ -35,9 +36,10 @@ class DuplicatePhotosViewModel : public QObject {
     Q_PROPERTY(QString selectedSize READ selectedSize NOTIFY selectionChanged)
     Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm WRITE setShowDeleteConfirm NOTIFY
                    showDeleteConfirmChanged)
-    Q_PROPERTY(bool isDeleting READ isDeleting NOTIFY isDeletingChanged)
-    Q_PROPERTY(bool hasDeletionFailed READ hasDeletionFailed NOTIFY hasDeletionFailedChanged)
-    Q_PROPERTY(int deletedCount READ deletedCount NOTIFY lastDeletedCountChanged)
+    Q_PROPERTY(bool canStopDeletion READ canStopDeletion CONSTANT)
+    Q_PROPERTY(bool hasDeletionFailed READ hasDeletionFailed NOTIFY deletionChanged)
+    Q_PROPERTY(bool wasDeletionStopped READ wasDeletionStopped NOTIFY deletionChanged)
+    Q_PROPERTY(int deletedCount READ deletedCount NOTIFY deletionChanged)
 
 public:
     /// Reads the permission for the photo library; neither requests it nor scans.
@@ -67,12 +69,13 @@ public:
     Q_INVOKABLE void stopScan(); ///< leaves no groups
     Q_INVOKABLE void requestDelete();
     /// Moves the checked items to the library's "Recently Deleted" album, records the deletion in the history
-    /// and scans again. If it fails, hasDeletionFailed() is set; if the user declines the system's own
-    /// question, nothing changes. Ignored while a deletion is running.
+    /// and scans again. If it fails or is stopped, or if the user declines the system's own question, nothing
+    /// changes, and hasDeletionFailed() or wasDeletionStopped() is set. Ignored while a deletion is running.
     Q_INVOKABLE void confirmDelete();
 
     // The state above as properties for QML.
     BackgroundTask* searchTask() { return &m_search; }
+    BackgroundTask* removalTask() { return &m_removal; }
     bool isUndecided() const { return m_authState == core::PhotoAccessState::notDetermined; }
     bool isDenied() const { return m_authState == core::PhotoAccessState::denied; }
     DuplicateGroupsModel* groupsModel() { return &m_groups; }
@@ -80,8 +83,9 @@ public:
     QString totalWasted() const;
     int checkedCount() const { return m_groups.checkedCount(); } ///< ids without an item are not counted
     QString selectedSize() const;
-    bool isDeleting() const { return m_isDeleting; }
-    bool hasDeletionFailed() const { return m_hasDeletionFailed; }      ///< until the next deletion
+    bool canStopDeletion() const; ///< a deletion shows progress and can be stopped while it runs
+    bool hasDeletionFailed() const { return m_deletion == platform::PhotoDeletion::failed; }
+    bool wasDeletionStopped() const { return m_deletion == platform::PhotoDeletion::stopped; }
     int deletedCount() const { return m_lastDeletedCount.value_or(0); } ///< 0 until a deletion succeeds
 
 Q_SIGNALS:
@@ -92,17 +96,13 @@ Q_SIGNALS:
     void isReadOnlyChanged();
     void selectionChanged();
     void showDeleteConfirmChanged();
-    void isDeletingChanged();
-    void hasDeletionFailedChanged();
-    void lastDeletedCountChanged();
+    void deletionChanged();
 
 private:
-    void setIsDeleting(bool isDeleting);
-    void setHasDeletionFailed(bool hasFailed);
     void setAuthState(core::PhotoAccessState state);
     void setGroups(std::vector<core::DuplicatePhotoGroup> groups);
     void takeGroups(std::optional<std::vector<core::DuplicatePhotoGroup>> found);
-    void takeDeletion(int count);
+    void takeDeletion(platform::PhotoDeletion outcome, int count);
 
     platform::PhotoLibrary m_library;
     HistoryStore& m_history;
@@ -111,12 +111,12 @@ private:
     DuplicateGroupsModel m_groups;
     std::int64_t m_totalWastedBytes = 0;
     BackgroundTask m_search;
+    BackgroundTask m_removal;
     bool m_wasScanStopped = false;
     bool m_hasScanned = false;
     bool m_hasScanFailed = false;
     bool m_isReadOnly = false;
     bool m_showDeleteConfirm = false;
-    bool m_isDeleting = false;
-    bool m_hasDeletionFailed = false;
+    platform::PhotoDeletion m_deletion = platform::PhotoDeletion::done; ///< outcome of the last one
     std::optional<int> m_lastDeletedCount;
 };

@@ -83,14 +83,21 @@ void canDelete(std::function<void(bool)> completion, const platform::Executor& e
 
 void deleteItems(const std::vector<DuplicatePhotoItem>& items,
                  std::function<void(platform::PhotoDeletion)> completion, const platform::Executor& executor,
-                 const platform::PhotoLibrary& library) {
+                 const platform::PhotoLibrary& library, std::shared_ptr<platform::Progress> progress) {
     std::vector<std::string> ids;
     ids.reserve(items.size());
     for (const DuplicatePhotoItem& item : items)
         ids.push_back(item.id);
     runInBackground<platform::PhotoDeletion>(
-        executor, [library, ids = std::move(ids)] { return library.deleteAssets(ids); },
+        executor,
+        [library, ids = std::move(ids), progress = std::move(progress)] {
+            return library.deleteAssets(ids, progress.get());
+        },
         std::move(completion));
+}
+
+bool canStopDeletion(const platform::PhotoLibrary& library) {
+    return library.canStopDeletion();
 }
 
 } // namespace core::LumvalePhotoDuplicates

@@ -45,11 +45,15 @@ void canDelete(std::function<void(bool)> completion,
                const platform::PhotoLibrary& library = platform::Disk::current());
 
 /// Moves the items to the library's "Recently Deleted" album, all or none. Items that are no longer in the
-/// library are skipped. Passes on the library's outcome.
+/// library are skipped. Passes on the library's outcome. `progress` may be null.
 void deleteItems(const std::vector<DuplicatePhotoItem>& items,
                  std::function<void(platform::PhotoDeletion)> completion,
                  const platform::Executor& executor = platform::Executor::current(),
-                 const platform::PhotoLibrary& library = platform::Disk::current());
+                 const platform::PhotoLibrary& library = platform::Disk::current(),
+                 std::shared_ptr<platform::Progress> progress = nullptr);
+
+/// Returns whether deleteItems() shows progress and can be stopped while it runs. Any thread.
+bool canStopDeletion(const platform::PhotoLibrary& library = platform::Disk::current());
 
 } // namespace LumvalePhotoDuplicates
 

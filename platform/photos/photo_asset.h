@@ -44,6 +44,7 @@ struct PhotoPicture {
 enum class PhotoDeletion {
     done,
     declined, ///< the user answered the system's own question with "Don't Delete"
+    stopped,  ///< by the caller
     failed,
 };
 

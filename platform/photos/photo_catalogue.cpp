@@ -161,26 +161,31 @@ bool isOurs(const SqliteDatabase& database) {
            && database.number("SELECT count(*) FROM sqlite_master WHERE type = 'trigger'") == 0;
 }
 
-/// Runs within a transaction, which the caller must roll back when this returns false.
-bool markDeleted(const SqliteDatabase& database, const std::vector<std::string>& identifiers) {
+/// Runs within a transaction, which the caller must roll back unless this returns `done`.
+PhotoDeletion markDeleted(const SqliteDatabase& database, const std::vector<std::string>& identifiers,
+                          Progress& progress) {
     if (!isOurs(database))
-        return false;
+        return PhotoDeletion::failed;
     const std::optional<std::string> table = assetTable(database);
     if (!table)
-        return false;
+        return PhotoDeletion::failed;
     SqliteStatement update(database, "UPDATE " + *table + " SET ZTRASHEDSTATE = 1, ZTRASHEDDATE = ?2"
                                          + " WHERE ZUUID = ?1 AND " + isShown);
     if (!update)
-        return false;
+        return PhotoDeletion::failed;
     update.bind(2, secondsSince1970(now()) - from1970To2001);
+    progress.beginPhase(static_cast<std::int64_t>(identifiers.size()));
     for (const std::string& identifier : identifiers) {
         update.bind(1, uuidOf(identifier));
         // An identifier must not match several assets: only one of them was chosen.
         if (update.step() != SqliteStatement::Step::done || database.changes() > 1)
-            return false;
+            return PhotoDeletion::failed;
         update.reset();
+        progress.add(1, 0);
+        if (progress.isStopped())
+            return PhotoDeletion::stopped;
     }
-    return true;
+    return PhotoDeletion::done;
 }
 
 } // namespace
@@ -267,21 +272,28 @@ bool PhotoCatalogue::isChangeable(const Disk& disk) {
     return !disk.isReadOnly() && catalogue && *catalogue->m_database && isOurs(*catalogue->m_database);
 }
 
-bool PhotoCatalogue::moveToRecentlyDeleted(const Disk& disk, const std::vector<std::string>& identifiers) {
+PhotoDeletion PhotoCatalogue::moveToRecentlyDeleted(const Disk& disk,
+                                                    const std::vector<std::string>& identifiers,
+                                                    Progress* progress) {
     // Checked before opening for writing, which alone can modify files, and before SQLite could find a
     // journal, which can name any file of the host for removal.
     const Result<PhotoCatalogue> catalogue = open(disk);
     if (!catalogue || !*catalogue->m_database || !isOurs(*catalogue->m_database) || !catalogue->isUnchanged())
-        return false;
+        return PhotoDeletion::failed;
     // SQLite opens by path: the file there must still be the one that was checked.
     const std::string path = system::hostPath(catalogue->m_file.number());
     const SqliteDatabase database = SqliteDatabase::openToChange(path);
     if (!database || !catalogue->isUnchanged()
         || system::identityAtHost(path.c_str()) != catalogue->m_asOpened[0].identity)
-        return false;
+        return PhotoDeletion::failed;
     // With a write-ahead log, an interrupted change needs no repair.
-    return database.run("PRAGMA journal_mode = WAL") && database.run("BEGIN IMMEDIATE")
-           && markDeleted(database, identifiers) && database.run("COMMIT");
+    if (!database.run("PRAGMA journal_mode = WAL") || !database.run("BEGIN IMMEDIATE"))
+        return PhotoDeletion::failed;
+    Progress uncounted;
+    const PhotoDeletion outcome = markDeleted(database, identifiers, progress ? *progress : uncounted);
+    if (outcome != PhotoDeletion::done)
+        return outcome; // closing the database rolls back
+    return database.run("COMMIT") ? PhotoDeletion::done : PhotoDeletion::failed;
 }
 
 } // namespace platform

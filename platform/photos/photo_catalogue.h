@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/base/progress.h"
 #include "platform/files/attributes.h"
 #include "platform/files/disk.h"
 #include "platform/photos/photo_asset.h"
@@ -52,9 +53,10 @@ public:
     /// application ID, and its volume is writable.
     static bool isChangeable(const Disk& disk);
 
-    /// Marks all visible assets among these, or none, as recently deleted, and returns true on success. Only
-    /// changes a catalogue with this program's application ID, never one that was made by a Mac.
-    static bool moveToRecentlyDeleted(const Disk& disk, const std::vector<std::string>& identifiers);
+    /// Marks all visible assets among these, or none, as recently deleted. Only changes a catalogue with this
+    /// program's application ID, never one that was made by a Mac. `progress` may be null.
+    static PhotoDeletion moveToRecentlyDeleted(const Disk& disk, const std::vector<std::string>& identifiers,
+                                               Progress* progress);
 
 private:
     /// Identity and attributes of a file at one moment; absent for a missing file.

@@ -136,13 +136,15 @@ bool PhotoLibrary::isChangeable() const {
     return m_system || PhotoCatalogue::isChangeable(m_disk);
 }
 
-PhotoDeletion PhotoLibrary::deleteAssets(const std::vector<std::string>& localIdentifiers) const {
+PhotoDeletion PhotoLibrary::deleteAssets(const std::vector<std::string>& localIdentifiers,
+                                         Progress* progress) const {
+    if (isStopped(progress))
+        return PhotoDeletion::stopped;
     if (!isOpen())
         return PhotoDeletion::failed;
     if (m_system)
         return m_system->deleteAssets(localIdentifiers);
-    return PhotoCatalogue::moveToRecentlyDeleted(m_disk, localIdentifiers) ? PhotoDeletion::done
-                                                                           : PhotoDeletion::failed;
+    return PhotoCatalogue::moveToRecentlyDeleted(m_disk, localIdentifiers, progress);
 }
 
 } // namespace platform

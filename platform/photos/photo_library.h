@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/base/progress.h"
 #include "platform/files/disk.h"
 #include "platform/photos/photo_access.h"
 #include "platform/photos/photo_asset.h"
@@ -40,8 +41,13 @@ public:
     bool isChangeable() const;
 
     /// Moves all of the assets, or none, to the library's recently deleted items. Ignores unknown
-    /// identifiers. Refuses catalogues that were made by a Mac.
-    PhotoDeletion deleteAssets(const std::vector<std::string>& localIdentifiers) const;
+    /// identifiers. Refuses catalogues that were made by a Mac. `progress` may be null.
+    PhotoDeletion deleteAssets(const std::vector<std::string>& localIdentifiers,
+                               Progress* progress = nullptr) const;
+
+    /// Returns whether deleteAssets() counts assets in its progress and can be stopped while it runs: false
+    /// for the system's service, which can only be stopped before it begins.
+    bool canStopDeletion() const { return !m_system; }
 
 private:
     bool isOpen() const;

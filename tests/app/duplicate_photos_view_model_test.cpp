@@ -73,9 +73,16 @@ TEST_F(DuplicatePhotosViewModelTest, DeletesTickedPhotosOnceRecordsThemAndScansA
     EXPECT_TRUE(m_history.entries().empty() && !m_model->lastDeletedCount());
     m_catalogue.run("PRAGMA application_id = 0x4C756D76");
     m_model->confirmDelete();
+    m_model->removalTask()->stop();
+    m_jobs.run();
+    EXPECT_TRUE(m_model->wasDeletionStopped() && m_history.entries().empty() && !m_model->lastDeletedCount());
+    EXPECT_EQ(m_catalogue.value("SELECT count(*) FROM ZASSET WHERE ZTRASHEDSTATE = 1"), "0");
+    EXPECT_EQ(m_model->checkedCount(), 3);
+    m_model->confirmDelete();
     m_model->confirmDelete(); // while the first deletion is running
     m_jobs.run();
     EXPECT_EQ(m_model->lastDeletedCount(), 3);
+    EXPECT_FALSE(m_model->wasDeletionStopped());
     ASSERT_EQ(m_history.entries().size(), 1U);
     EXPECT_EQ(m_history.entries()[0].name, "Doppelte Fotos/Videos");
     EXPECT_EQ(m_history.entries()[0].sizeBytes, 8'000'000);

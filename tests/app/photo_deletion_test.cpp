@@ -33,6 +33,7 @@ TEST(PhotoDeletion, FailureIsToldAndADeclinedQuestionIsNot) {
     DuplicatePhotosViewModel model(
         platform::PhotoLibrary(*platform::Disk::open("/", getpwuid(getuid())->pw_dir), {}, &system), history,
         jobs.executor());
+    EXPECT_FALSE(model.canStopDeletion());
     model.scan();
     jobs.run();
     model.setChecked({"B"});
@@ -43,7 +44,7 @@ TEST(PhotoDeletion, FailureIsToldAndADeclinedQuestionIsNot) {
         model.confirmDelete();
         jobs.run();
         EXPECT_EQ(model.hasDeletionFailed(), isTold);
-        EXPECT_FALSE(model.isDeleting() || model.isLoading() || model.lastDeletedCount());
+        EXPECT_FALSE(model.removalTask()->isRunning() || model.isLoading() || model.lastDeletedCount());
         EXPECT_EQ(model.checkedCount(), 1);
         EXPECT_TRUE(history.entries().empty());
     }

@@ -186,19 +186,27 @@ void DuplicatesTest::deletesOnlyConfirmedPhotos() {
     layOut();
     for (const char* name : {"A2", "A3", "B2"})
         click(name);
-    confirm("deleteButton");
-    // The library has not answered: nothing has changed, and no second deletion is possible.
-    QCOMPARE(ticked(), "A2 A3 B2");
-    QVERIFY(!m_driver->isEnabled("deleteButton") && !m_driver->isEnabled("scanButton")
-            && !m_driver->isShown("deletedLabel"));
-    jobs.run();
-    QCOMPARE(announced("deletedLabel"), "3 " + translated("duplicates_deleted_suffix"));
+    for (const bool stops : {true, false}) {
+        QVERIFY(m_driver->click("deleteButton"));
+        QTRY_VERIFY(m_driver->isShown("confirm"));
+        QVERIFY(m_driver->click("confirm"));
+        if (stops)
+            m_driver->key(Qt::Key_Escape);
+        // The library has not answered: nothing has changed, and the dialog covers the buttons.
+        QVERIFY(ticked() == "A2 A3 B2" && m_driver->isShown("confirm") && !m_driver->isEnabled("confirm"));
+        jobs.run();
+        QVERIFY(!m_driver->isShown("confirm"));
+        QCOMPARE(announced("deletedLabel"), stops ? translated("duplicates_delete_stopped")
+                                                  : "3 " + translated("duplicates_deleted_suffix"));
+        QCOMPARE(ticked(), stops ? "A2 A3 B2" : "");
+        QCOMPARE(hasFocus("deleteButton"), stops);
+    }
     QVERIFY(m_driver->isShown("loadingIndicator") && !m_driver->isShown("groupsList")
             && !m_driver->isShown("deleteButton"));
     jobs.run();
     QCOMPARE(m_driver->text("emptyPrompt"), translated("duplicates_none_found"));
     QVERIFY(!m_driver->isShown("groupsList") && !m_driver->isShown("deleteButton")
-            && !m_driver->isShown("summary") && m_driver->isEnabled("scanButton"));
+            && !m_driver->isShown("summary") && hasFocus("scanButton"));
 }
 
 int main(int argc, char** argv) {

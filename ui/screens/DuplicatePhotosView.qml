@@ -135,19 +135,20 @@ FocusScope {
         anchors.margins: Metrics.screenPadding
         anchors.topMargin: 0
         visible: root.hasGroups
-        isBusy: root.model.isDeleting || root.model.isReadOnly
+        isBusy: root.model.isReadOnly
         count: root.model.checkedCount
         size: root.model.selectedSize
         action: Texts.tr("btn_trash_selection")
         onRequested: root.model.requestDelete()
     }
 
-    ConfirmDialog {
+    RemovalDialog {
         objectName: "deleteDialog"
+        task: root.model.removalTask
+        canStop: root.model.canStopDeletion
         visible: root.model.showDeleteConfirm
         title: Texts.tr("alert_confirm_delete_title")
         message: Texts.tr("alert_confirm_delete_photo_message")
-        cancelText: Texts.tr("btn_cancel")
         confirmText: Texts.tr("btn_trash")
         onConfirmed: root.model.confirmDelete()
         onFocusLost: reason => list.takeFocus(reason)

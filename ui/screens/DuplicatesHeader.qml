@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// Header of the duplicates screen: title, scan button, and the result or the failure of the last deletion.
+/// Header of the duplicates screen: title, scan button, and the outcome of the last deletion.
 Column {
     id: root
 
@@ -42,7 +42,6 @@ Column {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.isAllowed
             isScanning: root.model.isLoading
-            enabled: !isScanning && !root.model.isDeleting // a search starts automatically after a deletion
             focus: root.isAllowed
             onClicked: root.model.scan()
         }
@@ -61,11 +60,13 @@ Column {
     Label {
         objectName: "deletedLabel"
         width: parent.width
-        visible: root.model.deletedCount > 0 || root.model.hasDeletionFailed
+        visible: root.model.deletedCount > 0 || root.model.hasDeletionFailed || root.model.wasDeletionStopped
         text: root.model.hasDeletionFailed ? Texts.tr("duplicates_delete_failed")
+              : root.model.wasDeletionStopped ? Texts.tr("duplicates_delete_stopped")
               : root.model.deletedCount + " " + Texts.tr("duplicates_deleted_suffix")
         font: Type.message
-        color: root.model.hasDeletionFailed ? GCColor.danger : GCColor.glowTeal
+        color: root.model.hasDeletionFailed ? GCColor.danger
+               : root.model.wasDeletionStopped ? GCColor.textSecondary : GCColor.glowTeal
         Accessible.role: Accessible.AlertMessage
     }
 }

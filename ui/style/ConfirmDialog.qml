@@ -12,6 +12,7 @@ Dialog {
     required property string confirmText
 
     property bool busy: false
+    property bool canStop: true // cancelling is possible while busy
     property real progress: -1 // share from 0 to 1; negative if unknown
     property string progressText
 
@@ -64,6 +65,7 @@ Dialog {
     QuietButton {
         id: cancel
         objectName: "cancel"
+        visible: !root.busy || root.canStop
         text: root.cancelText
         KeyNavigation.right: confirm
         Keys.onEscapePressed: event => {
