@@ -10,6 +10,10 @@ FocusScope {
     // Owned by the screen; the result of a running scan is discarded with both.
     readonly property ScanViewModel model: ScreenModels.cleanup(root)
 
+    /// Space is short: everything above the list takes less of it, so that the list keeps some rows.
+    readonly property bool isShort: height < Metrics.shortScreen
+    readonly property int padding: isShort ? 14 : Metrics.screenPadding
+
     StatusText {
         objectName: "scanStatus"
         text: root.model.isScanning ? Texts.tr("scanning_progress")
@@ -22,7 +26,9 @@ FocusScope {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: parent.top
-        anchors.margins: Metrics.screenPadding
+        anchors.topMargin: root.padding
+        anchors.leftMargin: Metrics.screenPadding
+        anchors.rightMargin: Metrics.screenPadding
         isScanning: root.model.isScanning
         onScanRequested: root.model.runScan()
     }
@@ -32,21 +38,24 @@ FocusScope {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: header.bottom
-        anchors.topMargin: 20
+        anchors.topMargin: root.isShort ? 12 : 20
         anchors.leftMargin: Metrics.screenPadding
         anchors.rightMargin: Metrics.screenPadding
-        spacing: 16
+        spacing: root.isShort ? 10 : 16
 
         Item {
+            id: overview
             width: parent.width
-            height: card.height
-            visible: root.model.hasHealth
+            height: root.model.hasHealth ? card.height : trash.button.height
+            visible: root.model.hasHealth || root.isShort
 
             HealthCard {
                 id: card
                 anchors.left: parent.left
                 anchors.right: storageButton.left
                 anchors.rightMargin: 16
+                visible: root.model.hasHealth
+                isCompact: root.isShort
                 score: root.model.healthScore
                 labelKey: root.model.healthKey
                 freeSpaceText: root.model.freeSpaceText
@@ -56,7 +65,9 @@ FocusScope {
                 id: storageButton
                 objectName: "storageButton"
                 anchors.right: parent.right
-                anchors.verticalCenter: card.verticalCenter
+                anchors.rightMargin: root.isShort ? trash.button.width + 16 : 0
+                anchors.verticalCenter: parent.verticalCenter
+                visible: root.model.hasHealth
                 horizontalPadding: 14
                 verticalPadding: 9
                 symbol: "chart.pie.fill"
@@ -67,8 +78,10 @@ FocusScope {
         }
 
         TrashRow {
+            id: trash
             width: parent.width
             model: root.model
+            buttonPlace: root.isShort ? overview : null
         }
     }
 
@@ -81,7 +94,7 @@ FocusScope {
         anchors.topMargin: 10
         anchors.leftMargin: Metrics.screenPadding
         anchors.rightMargin: Metrics.screenPadding
-        anchors.bottomMargin: Metrics.screenPadding
+        anchors.bottomMargin: root.padding
 
         GlowLoadingIndicator {
             objectName: "loadingIndicator"
@@ -113,6 +126,7 @@ FocusScope {
             anchors.bottom: footer.top
             visible: footer.visible
             items: root.model.items
+            padding: root.isShort ? 8 : Metrics.listPadding
         }
 
         SelectionFooter {

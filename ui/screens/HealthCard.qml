@@ -2,13 +2,14 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// Health score of the disk as a gauge, with its label and the free space.
+/// Health score of the disk as a gauge, with its label and the free space. The compact form is about half as high.
 Panel {
     id: root
 
     required property int score
     required property string labelKey
     required property string freeSpaceText
+    property bool isCompact: false
 
     readonly property color healthColor: {
         switch (labelKey) {
@@ -20,16 +21,17 @@ Panel {
             return GCColor.glowTeal;
         }
     }
-    readonly property real lineWidth: 10
+    readonly property real lineWidth: isCompact ? 5 : 10
+    readonly property int padding: isCompact ? 8 : Metrics.cardPadding
 
-    implicitHeight: gauge.height + 2 * Metrics.cardPadding
+    implicitHeight: Math.max(gauge.height, texts.height) + 2 * padding
 
     Item {
         id: gauge
-        x: Metrics.cardPadding
+        x: root.padding
         anchors.verticalCenter: parent.verticalCenter
-        width: 92
-        height: 92
+        width: root.isCompact ? 46 : 92
+        height: width
 
         Rectangle {
             anchors.fill: parent
@@ -50,18 +52,19 @@ Panel {
         Label {
             anchors.centerIn: parent
             text: root.score
-            font: Type.score
+            font: root.isCompact ? Type.section : Type.score
             Accessible.ignored: true
         }
     }
 
     Column {
+        id: texts
         anchors.left: gauge.right
-        anchors.leftMargin: 20
+        anchors.leftMargin: root.isCompact ? 14 : 20
         anchors.right: parent.right
         anchors.rightMargin: Metrics.cardPadding
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 6
+        spacing: root.isCompact ? 2 : 6
 
         Label {
             width: parent.width

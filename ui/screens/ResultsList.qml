@@ -7,6 +7,7 @@ Panel {
     id: root
 
     required property ScanItemsModel items
+    property int padding: Metrics.listPadding
 
     function takeFocus(reason: int): void {
         list.takeFocus(reason);
@@ -29,6 +30,8 @@ Panel {
         id: list
         objectName: "resultsList"
         anchors.fill: parent
+        topMargin: root.padding
+        bottomMargin: root.padding
         model: root.items
         section.property: "category"
         Accessible.name: Texts.tr("tab_cleanup")

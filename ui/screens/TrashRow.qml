@@ -9,6 +9,10 @@ Column {
     id: root
 
     required property ScanViewModel model
+    /// Item at whose right end the button is placed instead of in a line of this one.
+    property Item buttonPlace: null
+    readonly property alias button: button
+    readonly property bool hasSuccess: model.trashEmptiedCount >= 1
 
     /// Fixed line height of the failures, so that the view shows whole lines only.
     readonly property int failureLineHeight: 17
@@ -16,17 +20,19 @@ Column {
     spacing: 8
 
     Item {
+        id: line
         width: parent.width
-        height: Math.max(success.height, button.height)
+        height: Math.max(success.height, root.buttonPlace ? 0 : button.height)
+        visible: !root.buttonPlace || root.hasSuccess
 
         Label {
             id: success
             objectName: "trashSuccess"
             anchors.left: parent.left
-            anchors.right: button.left
-            anchors.rightMargin: 16
+            anchors.right: parent.right
+            anchors.rightMargin: root.buttonPlace ? 0 : button.width + 16
             anchors.verticalCenter: parent.verticalCenter
-            visible: root.model.trashEmptiedCount >= 1
+            visible: root.hasSuccess
             text: "✓ " + root.model.trashEmptiedCount + " " + Texts.tr("trash_emptied_confirmation") + " · " + root.model.trashEmptiedSize
             font: Type.message
             color: GCColor.glowTeal
@@ -36,7 +42,9 @@ Column {
         GradientButton {
             id: button
             objectName: "emptyTrashButton"
+            parent: root.buttonPlace ?? line
             anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
             from: GCColor.dangerLight
             to: GCColor.danger
             radius: Metrics.smallButtonRadius
@@ -74,7 +82,7 @@ Column {
         Accessible.role: Accessible.AlertMessage
     }
 
-    // Shows up to four lines and scrolls the others, so that the results below stay visible.
+    // Shows a few lines and scrolls the others, so that the results below stay visible.
     Item {
         width: parent.width
         height: failures.height
@@ -85,7 +93,7 @@ Column {
             objectName: "trashFailures"
 
             width: parent.width
-            height: Math.min(contentHeight, 4 * root.failureLineHeight)
+            height: Math.min(contentHeight, (root.buttonPlace ? 2 : 4) * root.failureLineHeight)
             clip: true
             snapMode: ListView.SnapToItem
             boundsBehavior: Flickable.StopAtBounds
