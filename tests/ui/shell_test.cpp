@@ -39,6 +39,8 @@ void ShellTest::showsTheScreenOfEachTab() {
     }
     QVERIFY(m_driver->click("tab_cleanup"));
     QVERIFY(hasFocus("scanButton"));
+    window()->resize(1600, 700);
+    QTRY_COMPARE(Driver::place(*m_driver->item("scanButton")).right(), 1600 / 2 + 1100 / 2);
 }
 
 void ShellTest::walksTabsByKeys() {

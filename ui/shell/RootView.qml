@@ -41,59 +41,67 @@ FocusScope {
         anchors.fill: parent
     }
 
+    // Wider windows get wider margins, so that the eye can follow a row from its name to its size.
     Item {
-        id: header
-        anchors.left: parent.left
-        anchors.right: parent.right
+        anchors.horizontalCenter: parent.horizontalCenter
         anchors.top: parent.top
-        anchors.leftMargin: Metrics.screenPadding
-        anchors.rightMargin: Metrics.screenPadding
-        anchors.topMargin: 18
-        height: Math.max(tabs.height, language.height)
-
-        TabSwitcher {
-            id: tabs
-            anchors.left: parent.left
-            anchors.verticalCenter: parent.verticalCenter
-            titleKeys: ["tab_cleanup", "tab_uninstall", "tab_startup", "tab_duplicates", "tab_history"]
-            tab: root.tab
-            onChosen: tab => root.tab = tab
-        }
-
-        LanguageMenu {
-            id: language
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-        }
-    }
-
-    Label {
-        id: readOnlyNote
-        objectName: "readOnlyNote"
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.top: header.bottom
-        anchors.leftMargin: Metrics.screenPadding
-        anchors.rightMargin: Metrics.screenPadding
-        anchors.topMargin: visible ? 12 : 0
-        height: visible ? Math.ceil(implicitHeight) : 0
-        visible: ScreenModels.isDiskReadOnly
-        text: Texts.tr("disk_read_only")
-        font: Type.message
-        color: GCColor.amber
-        Accessible.role: Accessible.AlertMessage
-    }
-
-    // Only the current screen exists: changing the tab destroys the screen and its model.
-    Loader {
-        id: screen
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.top: readOnlyNote.bottom
         anchors.bottom: parent.bottom
-        focus: true
-        sourceComponent: root.screens[root.tab]
-        onLoaded: (item as Item).focus = true
+        width: Math.min(parent.width, Metrics.contentWidth + 2 * Metrics.screenPadding)
+
+        Item {
+            id: header
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.leftMargin: Metrics.screenPadding
+            anchors.rightMargin: Metrics.screenPadding
+            anchors.topMargin: 18
+            height: Math.max(tabs.height, language.height)
+
+            TabSwitcher {
+                id: tabs
+                anchors.left: parent.left
+                anchors.verticalCenter: parent.verticalCenter
+                titleKeys: ["tab_cleanup", "tab_uninstall", "tab_startup", "tab_duplicates", "tab_history"]
+                tab: root.tab
+                onChosen: tab => root.tab = tab
+            }
+
+            LanguageMenu {
+                id: language
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+            }
+        }
+
+        Label {
+            id: readOnlyNote
+            objectName: "readOnlyNote"
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: header.bottom
+            anchors.leftMargin: Metrics.screenPadding
+            anchors.rightMargin: Metrics.screenPadding
+            anchors.topMargin: visible ? 12 : 0
+            height: visible ? Math.ceil(implicitHeight) : 0
+            visible: ScreenModels.isDiskReadOnly
+            text: Texts.tr("disk_read_only")
+            font: Type.message
+            color: GCColor.amber
+            Accessible.role: Accessible.AlertMessage
+        }
+
+        // Only the current screen exists: changing the tab destroys the screen and its model.
+        Loader {
+            id: screen
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: readOnlyNote.bottom
+            anchors.bottom: parent.bottom
+            focus: true
+            sourceComponent: root.screens[root.tab]
+            onLoaded: (item as Item).focus = true
+        }
     }
 
     // Loaded on the first run only.

@@ -4,6 +4,7 @@ import QtQuick
 /// Sizes, distances and radii in pixels, shared by several components.
 QtObject {
     readonly property int screenPadding: 24
+    readonly property int contentWidth: 1100 // at most
     readonly property int shortScreen: 700 // height below which a screen saves space
     readonly property int listPadding: 20
     readonly property int cardPadding: 18
