@@ -21,6 +21,33 @@ std::string lastComponent(std::string_view label) {
     return std::string(label.substr(label.rfind('.') + 1));
 }
 
+/// Returns the first application whose bundle identifier is a prefix of the label, ignoring case; or null.
+const InstalledApp* applicationOf(std::string_view label, const std::vector<InstalledApp>& installedApps) {
+    constexpr std::size_t minIdentifierLength = 4;
+    const std::string lowerLabel = platform::lowercased(label);
+    for (const InstalledApp& app : installedApps) {
+        if (!app.bundleIdentifier)
+            continue;
+        const std::string identifier = platform::lowercased(*app.bundleIdentifier);
+        if (lowerLabel.starts_with(identifier) && platform::characterCount(identifier) >= minIdentifierLength)
+            return &app;
+    }
+    return nullptr;
+}
+
+/// Returns the outermost bundle of an application that contains the agent's program.
+std::optional<std::string> bundleOfProgram(const platform::PropertyList& agent) {
+    constexpr std::string_view bundleEnd = ".app/";
+    std::optional<std::string> program = agent.string("Program");
+    if (!program)
+        program = agent.firstString("ProgramArguments");
+    const std::size_t end =
+        program && program->starts_with('/') ? program->find(bundleEnd) : std::string::npos;
+    if (end == std::string::npos)
+        return std::nullopt;
+    return program->substr(0, end + bundleEnd.size() - 1);
+}
+
 } // namespace
 
 std::vector<StartupItem> scanFolder(const platform::Disk& disk, const std::string& folder, bool isSystemWide,
@@ -45,21 +72,18 @@ std::vector<StartupItem> scanFolder(const platform::Disk& disk, const std::strin
         items.push_back({std::move(path), *std::move(label), std::move(displayName),
                          isSystemWide ? "exp_startup_system" : "exp_startup_user", isSystemWide,
                          list->boolean("Disabled").value_or(false)});
+        items.back().bundle = bundleOfProgram(*list);
+        if (const InstalledApp* app = applicationOf(items.back().label, installedApps);
+            app && !items.back().bundle)
+            items.back().bundle = app->path;
     }
     return items;
 }
 
 std::string friendlyName(std::string_view label, const std::vector<InstalledApp>& installedApps) {
-    constexpr std::size_t minIdentifierLength = 4;
     constexpr std::size_t minComponentLength = 2;
-    const std::string lowerLabel = platform::lowercased(label);
-    for (const InstalledApp& app : installedApps) {
-        if (!app.bundleIdentifier)
-            continue;
-        const std::string identifier = platform::lowercased(*app.bundleIdentifier);
-        if (lowerLabel.starts_with(identifier) && platform::characterCount(identifier) >= minIdentifierLength)
-            return app.name;
-    }
+    if (const InstalledApp* app = applicationOf(label, installedApps))
+        return app->name;
     std::string component = lastComponent(label);
     if (platform::characterCount(component) < minComponentLength)
         return std::string(label);

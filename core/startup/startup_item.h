@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace core {
@@ -16,6 +17,10 @@ struct StartupItem {
     std::string explanation; ///< translation key, "exp_startup_…"
     bool isSystemWide;       ///< starts for every account; cannot be disabled by disable()
     bool isAlreadyDisabled;  ///< "Disabled" is true in the property list
+
+    /// Path of the application's bundle, if there is one: that of the agent's program, which may be missing,
+    /// otherwise that of the application by which the item is called. Only its icon is read.
+    std::optional<std::string> bundle;
 
     bool operator==(const StartupItem&) const = default;
 };

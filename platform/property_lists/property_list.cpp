@@ -46,6 +46,16 @@ plist_t valueOf(plist_t top, const std::string& key) {
     return plist_get_node_type(top) == PLIST_DICT ? plist_dict_get_item(top, key.c_str()) : nullptr;
 }
 
+std::optional<std::string> stringOf(plist_t value) {
+    if (value == nullptr || plist_get_node_type(value) != PLIST_STRING)
+        return std::nullopt;
+    std::uint64_t length = 0;
+    const char* text = plist_get_string_ptr(value, &length);
+    if (text == nullptr)
+        return std::nullopt;
+    return displayed({text, length}); // strings of binary lists may hold invalid UTF-8
+}
+
 } // namespace
 
 Result<PropertyList> PropertyList::parse(std::string_view bytes) {
@@ -86,14 +96,7 @@ PropertyList::Root PropertyList::root() const {
 }
 
 std::optional<std::string> PropertyList::string(const std::string& key) const {
-    const plist_t value = valueOf(m_node->top, key);
-    if (value == nullptr || plist_get_node_type(value) != PLIST_STRING)
-        return std::nullopt;
-    std::uint64_t length = 0;
-    const char* text = plist_get_string_ptr(value, &length);
-    if (text == nullptr)
-        return std::nullopt;
-    return displayed({text, length}); // strings of binary lists may hold invalid UTF-8
+    return stringOf(valueOf(m_node->top, key));
 }
 
 std::optional<bool> PropertyList::boolean(const std::string& key) const {
@@ -103,6 +106,13 @@ std::optional<bool> PropertyList::boolean(const std::string& key) const {
     std::uint8_t isTrue = 0;
     plist_get_bool_val(value, &isTrue);
     return isTrue != 0;
+}
+
+std::optional<std::string> PropertyList::firstString(const std::string& key) const {
+    const plist_t value = valueOf(m_node->top, key);
+    if (value == nullptr || plist_get_node_type(value) != PLIST_ARRAY || plist_array_get_size(value) == 0)
+        return std::nullopt;
+    return stringOf(plist_array_get_item(value, 0));
 }
 
 } // namespace platform

@@ -29,6 +29,9 @@ public:
     std::optional<std::string> string(const std::string& key) const;
     std::optional<bool> boolean(const std::string& key) const;
 
+    /// Returns the first item of the array `key`, or nullopt when there is none or it is not a string.
+    std::optional<std::string> firstString(const std::string& key) const;
+
 private:
     struct Node;
     explicit PropertyList(std::shared_ptr<Node> node) : m_node(std::move(node)) {}

@@ -3,7 +3,9 @@
 #include "core/startup/launch_agents.h"
 #include "tests/support/temporary_disk.h"
 
+#include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <unistd.h>
@@ -22,8 +24,9 @@ std::string xml(const std::string& content) {
     return "<plist version=\"1.0\">" + content + "</plist>";
 }
 
-std::string agent(const std::string& label, const std::string& disabled = "<false/>") {
-    return xml("<dict><key>Label</key><string>" + label + "</string><key>Disabled</key>" + disabled
+std::string agent(const std::string& label, const std::string& disabled = "<false/>",
+                  const std::string& program = "") {
+    return xml("<dict><key>Label</key><string>" + label + "</string><key>Disabled</key>" + disabled + program
                + "</dict>");
 }
 
@@ -84,6 +87,7 @@ TEST_F(StartupItems, AreTheReadableAgentsOfBothFoldersByTheirNames) {
         {own + "\xFF.plist", "com.example.linked", "Linked", user, false, false},
         {own + "a.plist", "com.example.Twice", "Twice", user, false, false},
         {own + "com.example.zulu.PLIST", "com.example.Zulu", "Zulu", user, false, true}};
+    expected.front().bundle = "/Applications/Écho.app";
     EXPECT_EQ(scanned(), expected);
     m_disk.setMode("/Library/LaunchAgents", 0);
     expected.erase(expected.begin() + 1);
@@ -110,6 +114,28 @@ TEST_F(StartupItems, AreCalledAfterTheirApplicationOrTheLastPieceOfTheirLabel) {
         {"...", "..."}};
     for (const auto& [label, name] : cases)
         EXPECT_EQ(core::LumvaleStartupItems::friendlyName(label, apps), name) << label;
+}
+
+TEST_F(StartupItems, HaveTheIconOfTheApplicationWithTheirProgramOrName) {
+    m_disk.write("/Applications/Notes.app/Contents/Info.plist",
+                 xml("<dict><key>CFBundleIdentifier</key><string>com.example.notes</string></dict>"));
+    const std::string arguments = "<key>ProgramArguments</key><array>";
+    const std::tuple<const char*, std::string, std::optional<std::string>> cases[]{
+        {"com.example.notes.a", "", "/Applications/Notes.app"},
+        {"com.example.notes.b",
+         "<key>Program</key><string>/Applications/A b.app/Contents/Library/In.app/x</string>" + arguments
+             + "<string>/Applications/C.app/x</string></array>",
+         "/Applications/A b.app"},
+        {"net.example.c", arguments + "<string>/Applications/C.app/x</string><string>-a</string></array>",
+         "/Applications/C.app"},
+        {"net.example.d", arguments + "<string>/bin/sh</string><string>/C.app/x</string></array>", {}},
+        {"net.example.e", arguments + "</array>", {}},
+        {"net.example.f", "<key>Program</key><string>C.app/x</string>", {}},
+    };
+    for (const auto& [label, program, bundle] : cases) {
+        m_disk.write(ownFolder + "a.plist", agent(label, "<false/>", program));
+        EXPECT_EQ(scanned().front().bundle, bundle) << label;
+    }
 }
 
 TEST_F(StartupItems, DisablingUnloadsOwnAgentsOfThisMachineAndMovesTheirListsToTheTrash) {

@@ -1,5 +1,6 @@
 #include "core/uninstall/uninstaller.h"
 
+#include "core/uninstall/app_icon.h"
 #include "core/uninstall/installed_apps.h"
 #include "core/uninstall/orphaned_leftovers.h"
 #include "core/uninstall/related_files.h"
@@ -64,6 +65,29 @@ TEST(InstalledApps, AreListedByNameFromBothFolders) {
                             "both  /Users/me/Applications/Both.app", "Broken  /Applications/Broken.app",
                             "Écran  /Applications/Wrong.app", "safari  /Applications/safari.app",
                             "Zed dev.zed /Applications/Zed.app"}));
+}
+
+TEST(AppIcon, IsTheFileOfItsResourcesThatTheBundleNames) {
+    const TemporaryDisk disk;
+    disk.make({"/Applications/A.app/Contents/Resources/App Icon.icns 5",
+               "/Applications/A.app/Contents/out.icns 5",
+               "/Applications/A.app/Contents/Resources/link.icns -> /Applications/A.app/Contents/out.icns",
+               "/Applications/A.app/Contents/Resources/lost.icns -> ../../../../../../etc/hostname"});
+    const std::pair<std::string, bool> cases[]{
+        {entry("CFBundleIconFile", "App Icon"), true},
+        {entry("CFBundleIconFile", "App Icon.icns"), true},
+        {entry("CFBundleIconFile", "link"), true},
+        {entry("CFBundleIconFile", "lost"), false},
+        {entry("CFBundleIconFile", "../out.icns"), false},
+        {entry("CFBundleIconFile", "Icon"), false},
+        {entry("CFBundleIconName", "App Icon.icns"), false},
+        {"<", false},
+    };
+    for (const auto& [entries, isOpened] : cases) {
+        makeApp(disk, "/Applications/A.app", entries);
+        EXPECT_EQ(bool(core::LumvaleUninstaller::openAppIcon(disk.disk(), "/Applications/A.app")), isOpened)
+            << entries;
+    }
 }
 
 TEST(OrphanedLeftovers, AreSearchedForInEightFoldersAndBelongToNoInstalledApplication) {
