@@ -15,13 +15,15 @@ QVariant InstalledAppsModel::data(const QModelIndex& index, int role) const {
         return display::name(app.name);
     case SizeRole:
         return display::size(app.sizeBytes);
+    case BundleRole:
+        return QByteArray::fromStdString(app.path);
     default:
         return {};
     }
 }
 
 QHash<int, QByteArray> InstalledAppsModel::roleNames() const {
-    return {{NameRole, "name"}, {SizeRole, "size"}};
+    return {{NameRole, "name"}, {SizeRole, "size"}, {BundleRole, "bundle"}};
 }
 
 void InstalledAppsModel::setApps(std::vector<core::InstalledApp> apps) {

@@ -14,7 +14,8 @@ class InstalledAppsModel : public QAbstractListModel {
 public:
     enum Role {
         NameRole = Qt::UserRole + 1,
-        SizeRole, ///< formatted
+        SizeRole,   ///< formatted
+        BundleRole, ///< path of the bundle as bytes, for its icon
     };
 
     using QAbstractListModel::QAbstractListModel;

@@ -17,6 +17,8 @@ QVariant StartupItemsModel::data(const QModelIndex& index, int role) const {
         return display::text(item.explanation);
     case IsSystemWideRole:
         return item.isSystemWide;
+    case BundleRole:
+        return QByteArray::fromStdString(item.bundle.value_or(std::string()));
     default:
         return {};
     }
@@ -27,6 +29,7 @@ QHash<int, QByteArray> StartupItemsModel::roleNames() const {
         {NameRole, "name"},
         {ExplanationRole, "explanation"},
         {IsSystemWideRole, "isSystemWide"},
+        {BundleRole, "bundle"},
     };
 }
 

@@ -16,6 +16,7 @@ public:
         NameRole = Qt::UserRole + 1,
         ExplanationRole, ///< translation key
         IsSystemWideRole,
+        BundleRole, ///< path of its application as bytes, for the icon; empty without one
     };
 
     using QAbstractListModel::QAbstractListModel;

@@ -192,6 +192,10 @@ QString UninstallViewModel::selectedAppSize() const {
     return m_selectedApp ? display::size(m_selectedApp->sizeBytes) : QString();
 }
 
+QByteArray UninstallViewModel::selectedBundle() const {
+    return QByteArray::fromStdString(m_selectedApp ? m_selectedApp->path : std::string());
+}
+
 QString UninstallViewModel::selectedSize() const {
     return display::size(selectedBytes());
 }

@@ -8,6 +8,7 @@
 #include "platform/base/executor.h"
 #include "platform/files/disk.h"
 
+#include <QByteArray>
 #include <QObject>
 
 #include <cstdint>
@@ -31,6 +32,7 @@ class UninstallViewModel : public QObject {
     Q_PROPERTY(bool hasSelectedApp READ hasSelectedApp NOTIFY selectedAppChanged)
     Q_PROPERTY(QString selectedAppName READ selectedAppName NOTIFY selectedAppChanged)
     Q_PROPERTY(QString selectedAppSize READ selectedAppSize NOTIFY selectedAppChanged)
+    Q_PROPERTY(QByteArray selectedBundle READ selectedBundle NOTIFY selectedAppChanged)
     Q_PROPERTY(bool isSelectedAppChecked READ isSelectedAppChecked NOTIFY selectionChanged)
     Q_PROPERTY(ScanItemsModel* leftovers READ leftoversModel CONSTANT)
     Q_PROPERTY(bool hasLeftovers READ hasLeftovers NOTIFY leftoversChanged)
@@ -85,6 +87,7 @@ public:
     bool hasSelectedApp() const { return m_selectedApp.has_value(); }
     QString selectedAppName() const;
     QString selectedAppSize() const;
+    QByteArray selectedBundle() const; ///< path as bytes, for the icon
     bool isSelectedAppChecked() const { return m_selectedApp && checked().contains(m_selectedApp->id); }
     ScanItemsModel* leftoversModel() { return &m_leftovers; }
     bool hasLeftovers() const { return !leftovers().empty(); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/files/descriptor.h"
+#include "platform/files/file_part.h"
 
 #include <cstdint>
 #include <optional>
@@ -9,12 +10,6 @@
 /// Icon files of applications (.icns), which hold one icon in several sizes and formats. Their content is
 /// untrusted. Only the headers and one picture are read. Blocks on the disk; for any thread.
 namespace platform {
-
-/// A part of a file, in bytes.
-struct FilePart {
-    std::int64_t offset = 0;
-    std::int64_t length = 0;
-};
 
 /// One of the pictures of an icon file.
 struct IconPicture {

@@ -15,7 +15,7 @@ forbid() {
 }
 
 # Headers of plain types, templates and inline functions, which need no source.
-alone='platform/base/bytes.h platform/base/date.h platform/base/result.h platform/text/icu_locale.h platform/base/progress.h'
+alone='platform/base/bytes.h platform/base/date.h platform/base/result.h platform/text/icu_locale.h platform/base/progress.h platform/files/file_part.h'
 alone+=' platform/photos/photo_asset.h core/photos/duplicate_photo_item.h ui/shell/foreign_types.h'
 
 # A system's folder holds the sources of headers that lie beside it or, in platform/, in the folders by job.

@@ -1,5 +1,6 @@
 #include "ui/thumbnails/thumbnail_decoder.h"
 
+#include "ui/thumbnails/icon_decoder.h"
 #include "ui/thumbnails/picture_file.h"
 
 #include <QBuffer>
@@ -35,6 +36,12 @@ QByteArray encoded(const QImage& image, const char* format, bool isProgressive =
 /// A big-endian number.
 QByteArray bytesOf(quint16 number) {
     return QByteArray(1, static_cast<char>(number >> 8)) + static_cast<char>(number & 0xFF);
+}
+
+/// A block of an application's icon file.
+QByteArray block(const char* type, const QByteArray& content) {
+    const auto length = quint32(content.size()) + 8;
+    return type + bytesOf(quint16(length >> 16)) + bytesOf(quint16(length & 0xFFFF)) + content;
 }
 
 /// A red picture with a white square in its middle, whose left and upper edges are green and blue.
@@ -116,6 +123,7 @@ class ThumbnailDecoderTest : public QObject {
 
 private Q_SLOTS:
     void cropsToASquareInTheStoredOrientation();
+    void decodesIconsOfBothKinds();
     void survivesHostileFiles();
     void endsAtItsDeadline();
     void survivesAFileThatShrinks();
@@ -146,6 +154,29 @@ void ThumbnailDecoderTest::cropsToASquareInTheStoredOrientation() {
         QCOMPARE(
             edges(decodeThumbnail(file(turned(encoded(framed({1200, 800}), "jpeg"), quint16(orientation))))),
             seen);
+}
+
+void ThumbnailDecoderTest::decodesIconsOfBothKinds() {
+    const QColor colour(255, 0, 0, 64);
+    QImage image(64, 64, QImage::Format_ARGB32);
+    image.fill(colour);
+    const QByteArray png = encoded(image, "png");
+    QByteArray raw = "ARGB";
+    for (const char value : {'\x40', '\xFF', '\0', '\0'}) // 8 times 128 pixels for each channel
+        raw += (QByteArray("\xFD") + value).repeated(8);
+    const std::tuple<const char*, QByteArray, QColor> cases[]{
+        {"PNG", block("TOC ", "ic12") + block("ic12", png) + block("name", "x"), colour},
+        {"truncated PNG", block("ic12", png).chopped(png.size() / 2), {}},
+        {"PNG with inflating texts", block("ic08", pngWithTexts()), Qt::white},
+        {"pixels", block("ic05", raw), colour},
+        {"JPEG 2000", block("ic08", QByteArray("\0\0\0\x0CjP  ", 8)), {}},
+    };
+    for (const auto& [what, blocks, expected] : cases) {
+        const QImage icon = decodeIcon(file("icns0000" + blocks), 24);
+        QVERIFY2(icon.isNull() != expected.isValid(), what);
+        QVERIFY2(icon.isNull() || (icon.size() == QSize(24, 24) && icon.pixelColor(12, 12) == expected),
+                 what);
+    }
 }
 
 void ThumbnailDecoderTest::survivesHostileFiles() {

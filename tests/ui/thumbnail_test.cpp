@@ -10,6 +10,7 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void distinguishesLoadedInCloudAndBroken();
     void drawsThePictureOfItsCurrentAsset();
     void loadsVisibleTilesFirstAndNoneWithoutATile();
+    void drawsTheIconForTheSizeOfItsItem();
     void limitsAndClearsItsCache();
 
 private:
@@ -134,6 +136,39 @@ void ThumbnailTest::loadsVisibleTilesFirstAndNoneWithoutATile() {
     runAll();
     QCOMPARE(loaded(), "ABCDEF");
     QCOMPARE(m_reads, 6);
+}
+
+void ThumbnailTest::drawsTheIconForTheSizeOfItsItem() {
+    std::string blocks;
+    for (const auto& [type, side, fill] : {std::tuple("ic11", 32, Qt::red), {"ic12", 64, Qt::green}}) {
+        QImage image(side, side, QImage::Format_RGB32);
+        image.fill(fill);
+        QVERIFY(image.save(QString::fromStdString(m_disk->host("~/icon")), "png"));
+        const std::string png = m_disk->read("~/icon");
+        blocks += type + std::string{0, 0, 0, static_cast<char>(png.size() + 8)} + png;
+    }
+    m_disk->write("/Applications/A.app/Contents/Resources/a.icns", "icns0000" + blocks);
+    m_disk->write("/Applications/A.app/Contents/Info.plist",
+                  "<plist><dict><key>CFBundleIconFile</key><string>a</string></dict></plist>");
+    QQmlComponent component(qmlEngine(window()));
+    component.setData("import QtQuick\nimport Lumvale\nAppIcon { width: 32; height: 32; z: 100 }", QUrl());
+    const std::unique_ptr<QObject> icon(
+        component.createWithInitialProperties({{"bundle", QByteArray("/Applications/A.app")},
+                                               {"parent", QVariant::fromValue(window()->contentItem())}}));
+    const auto isPlaceholderShown = [&icon] {
+        return icon->findChild<QQuickItem*>("iconPlaceholder")->isVisible();
+    };
+    QVERIFY(isPlaceholderShown());
+    runAll();
+    QVERIFY(!isPlaceholderShown());
+    QCOMPARE(colour(16, 16), QColor(Qt::red));
+    icon->setProperty("width", 48);
+    icon->setProperty("height", 48);
+    runAll();
+    QCOMPARE(colour(16, 16), QColor(Qt::green));
+    icon->setProperty("bundle", QByteArray("/Applications/B.app"));
+    runAll();
+    QVERIFY(isPlaceholderShown());
 }
 
 void ThumbnailTest::limitsAndClearsItsCache() {

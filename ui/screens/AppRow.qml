@@ -7,13 +7,22 @@ KeyboardRow {
 
     required property string name
     required property string size
+    required property var bundle
 
-    implicitHeight: Math.max(label.height, sizeText.height) + 2 * 12
+    implicitHeight: Math.max(icon.height, label.height, sizeText.height) + 2 * 8
     Accessible.name: name + ", " + size
+
+    AppIcon {
+        id: icon
+        anchors.left: parent.left
+        anchors.verticalCenter: parent.verticalCenter
+        bundle: root.bundle
+    }
 
     Label {
         id: label
-        anchors.left: parent.left
+        anchors.left: icon.right
+        anchors.leftMargin: 12
         anchors.right: sizeText.left
         anchors.rightMargin: 20
         anchors.verticalCenter: parent.verticalCenter

@@ -10,8 +10,9 @@ KeyboardRow {
     required property string name
     required property string explanation
     required property bool isSystemWide
+    required property var bundle
 
-    implicitHeight: Math.max(texts.height, button.height) + 2 * 12
+    implicitHeight: Math.max(icon.height, texts.height, button.height) + 2 * 12
     // Excludes the row itself from pointer events.
     containmentMask: QtObject {
         function contains(point: point): bool {
@@ -22,9 +23,18 @@ KeyboardRow {
     Accessible.name: isSystemWide ? name + ", " + badge.text : button.text + ", " + name
     Accessible.description: Texts.tr(explanation)
 
+    AppIcon {
+        id: icon
+        anchors.left: parent.left
+        anchors.verticalCenter: parent.verticalCenter
+        bundle: root.bundle
+        placeholder: "bolt.fill"
+    }
+
     Column {
         id: texts
-        anchors.left: parent.left
+        anchors.left: icon.right
+        anchors.leftMargin: 14
         anchors.right: button.left
         anchors.rightMargin: 24
         anchors.verticalCenter: parent.verticalCenter

@@ -13,6 +13,7 @@ FocusScope {
         if (!model.hasItems)
             model.load();
     }
+    Component.onDestruction: ThumbnailLoader.clear()
 
     StatusText {
         text: Texts.tr(root.model.isLoading ? "loading_startup" : root.model.hasItems ? "status_finished" : "startup_empty")

@@ -49,6 +49,7 @@ FocusScope {
         if (!model.hasApps)
             model.loadApps();
     }
+    Component.onDestruction: ThumbnailLoader.clear()
     Keys.onEscapePressed: event => {
         event.accepted = model.hasSelectedApp;
         if (model.hasSelectedApp)
@@ -83,6 +84,30 @@ FocusScope {
             width: parent.width
             title: Texts.tr("uninstall_title")
             subtitle: root.model.freeSpaceText
+        }
+
+        Item {
+            width: parent.width
+            height: Math.max(appIcon.height, appTitle.height)
+            visible: root.model.hasSelectedApp
+
+            AppIcon {
+                id: appIcon
+                anchors.verticalCenter: parent.verticalCenter
+                bundle: root.model.selectedBundle
+            }
+
+            Label {
+                id: appTitle
+                objectName: "appTitle"
+                anchors.left: appIcon.right
+                anchors.leftMargin: 12
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                text: root.model.selectedAppName
+                font: Type.heading
+                Accessible.role: Accessible.Heading
+            }
         }
     }
 

@@ -34,7 +34,7 @@ void setMinimumSize(QWindow& window) {
 
 LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platform::Executor executor,
                              platform::PhotoLibrary photos) {
-    new ThumbnailLoader(photos, executor, &m_engine);
+    new ThumbnailLoader(disk, photos, executor, &m_engine);
     new ScreenModels(std::move(disk), history, std::move(executor), std::move(photos), &m_engine);
     ModalAccessibility::install();
     QmlModules::load(m_engine, QStringLiteral("Main"));

@@ -32,4 +32,5 @@ QtObject {
     readonly property int promptWidth: 420
     readonly property int subtitleWidth: 320
     readonly property int checkSide: 19
+    readonly property int iconSide: 32
 }

@@ -49,19 +49,23 @@ std::int64_t number(std::string_view bytes) {
 
 } // namespace
 
-PictureFile::PictureFile(platform::Descriptor file, QDeadlineTimer deadline)
+PictureFile::PictureFile(platform::Descriptor file, QDeadlineTimer deadline,
+                         std::optional<platform::FilePart> part)
     : m_file(std::move(file)), m_deadline(deadline) {
     struct stat status {};
-    if (fstat(m_file.number(), &status) != 0 || status.st_size > maxBytes)
+    if (fstat(m_file.number(), &status) != 0)
         return;
-    m_fileSize = status.st_size;
+    m_part = part.value_or(platform::FilePart{0, status.st_size});
+    m_part.length = std::min<qint64>(m_part.length, status.st_size - m_part.offset);
+    if (m_part.length > maxBytes)
+        return;
     std::array<char, 16> start{};
     const qint64 length = readAt(0, start.data(), start.size());
     const QByteArray format = formatOf({start.data(), static_cast<std::size_t>(length)});
     if (format == "png" ? !addPngChunks() : format == "jpeg" && !fitsMemoryLimit())
         return;
     if (m_ranges.empty())
-        addRange(0, m_fileSize);
+        addRange(0, m_part.length);
     m_format = format;
     open(ReadOnly | Unbuffered);
 }
@@ -84,11 +88,12 @@ qint64 PictureFile::readData(char* data, qint64 maxSize) {
 }
 
 qint64 PictureFile::readAt(qint64 offset, char* data, qint64 maxSize) const {
-    if (m_deadline.hasExpired())
+    maxSize = std::min<qint64>(maxSize, m_part.length - offset);
+    if (maxSize <= 0 || m_deadline.hasExpired())
         return 0;
     ssize_t length = 0;
     do {
-        length = pread(m_file.number(), data, static_cast<std::size_t>(maxSize), offset);
+        length = pread(m_file.number(), data, static_cast<std::size_t>(maxSize), m_part.offset + offset);
     } while (length < 0 && errno == EINTR);
     return std::max<qint64>(length, 0);
 }
@@ -99,7 +104,7 @@ std::string_view PictureFile::bytesAt(qint64 offset, qint64 count, char* buffer)
 }
 
 void PictureFile::addRange(qint64 begin, qint64 end) {
-    end = std::min(end, m_fileSize);
+    end = std::min<qint64>(end, m_part.length);
     if (!m_ranges.empty() && m_ranges.back().begin + m_ranges.back().length == begin)
         m_ranges.back().length = end - m_ranges.back().begin;
     else if (begin < end)
@@ -162,7 +167,7 @@ bool PictureFile::addPngChunks() {
     constexpr qint64 chunkOverhead = 12; // length and type before the data, a checksum after it
     addRange(0, signatureSize);
     char buffer[8];
-    for (qint64 at = signatureSize; at < m_fileSize && m_ranges.size() <= maxRanges;) {
+    for (qint64 at = signatureSize; at < m_part.length && m_ranges.size() <= maxRanges;) {
         const std::string_view head = bytesAt(at, 8, buffer);
         if (head.empty())
             break; // truncated file: the decoder shows the part it has

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "platform/files/descriptor.h"
+#include "platform/files/file_part.h"
 
 #include <QByteArray>
 #include <QDeadlineTimer>
 #include <QIODevice>
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -16,7 +18,9 @@
 /// Not a QFile: some decoders map it into memory, and truncating a mapped file would crash the program.
 class PictureFile : public QIODevice {
 public:
-    PictureFile(platform::Descriptor file, QDeadlineTimer deadline);
+    /// Presents the whole file, or this part of it.
+    PictureFile(platform::Descriptor file, QDeadlineTimer deadline,
+                std::optional<platform::FilePart> part = std::nullopt);
 
     /// Format name as used by QImageReader. Empty if the file must not be decoded: it is no image, or
     /// decoding it would take too much memory.
@@ -43,7 +47,7 @@ private:
 
     platform::Descriptor m_file;
     QDeadlineTimer m_deadline;
-    qint64 m_fileSize = 0;
-    std::vector<Range> m_ranges; ///< ranges of the file that the decoder sees, one after the other
+    platform::FilePart m_part;   ///< offsets are relative to it
+    std::vector<Range> m_ranges; ///< ranges of the part that the decoder sees, one after the other
     QByteArray m_format;
 };

@@ -1,22 +1,41 @@
 #include "ui/thumbnails/thumbnail_loader.h"
 
 #include "app/execution/qt_executor.h"
+#include "core/uninstall/app_icon.h"
+#include "ui/thumbnails/icon_decoder.h"
 #include "ui/thumbnails/thumbnail_decoder.h"
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 #include <utility>
 
 namespace {
 
 /// Fills a screen quickly without saturating the disk.
-constexpr std::size_t maxConcurrentLoads = 2;
+constexpr qsizetype maxConcurrentLoads = 2;
+
+Thumbnail read(const platform::Disk& disk, const platform::PhotoLibrary& photos,
+               const ThumbnailSource& source) {
+    const std::string_view id(source.id.constData(), static_cast<std::size_t>(source.id.size()));
+    if (source.kind == ThumbnailSource::Kind::appIcon) {
+        platform::Result<platform::Descriptor> file = core::LumvaleUninstaller::openAppIcon(disk, id);
+        return file ? Thumbnail{decodeIcon(std::move(*file), source.side)} : Thumbnail();
+    }
+    platform::PhotoPicture picture = photos.picture(id);
+    return picture.file ? Thumbnail{decodeThumbnail(std::move(picture.file))}
+                        : Thumbnail{{}, picture.isInCloud};
+}
 
 } // namespace
 
-ThumbnailLoader::ThumbnailLoader(platform::PhotoLibrary photos, platform::Executor executor,
-                                 QQmlEngine* engine)
-    : QObject(engine), m_photos(std::move(photos)), m_executor(std::move(executor)) {
+std::size_t qHash(const ThumbnailSource& source, std::size_t seed) {
+    return qHashMulti(seed, static_cast<int>(source.kind), source.id, source.side);
+}
+
+ThumbnailLoader::ThumbnailLoader(platform::Disk disk, platform::PhotoLibrary photos,
+                                 platform::Executor executor, QQmlEngine* engine)
+    : QObject(engine), m_disk(std::move(disk)), m_photos(std::move(photos)), m_executor(std::move(executor)) {
     QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
 }
 
@@ -24,13 +43,13 @@ ThumbnailLoader* ThumbnailLoader::create(QQmlEngine* engine, QJSEngine*) {
     return !engine ? nullptr : engine->findChild<ThumbnailLoader*>({}, Qt::FindDirectChildrenOnly);
 }
 
-void ThumbnailLoader::load(const QByteArray& assetID, QObject* receiver, Callback callback) {
+void ThumbnailLoader::load(const ThumbnailSource& source, QObject* receiver, Callback callback) {
     cancel(receiver);
-    if (const Thumbnail* cached = m_cache.object(assetID)) {
+    if (const Thumbnail* cached = m_cache.object(source)) {
         callback(Thumbnail(*cached)); // a copy: the callback may clear the cache
         return;
     }
-    m_requests.push_back({assetID, receiver, std::move(callback)});
+    m_requests.push_back({source, receiver, std::move(callback)});
     startNext();
 }
 
@@ -48,39 +67,34 @@ void ThumbnailLoader::clear() {
 void ThumbnailLoader::startNext() {
     cancel(nullptr); // removes requests of destroyed receivers
     const auto isWaiting = [this](const Request& request) {
-        return !m_loading.contains(request.assetID);
+        return !m_loading.contains(request.source);
     };
     while (m_loading.size() < maxConcurrentLoads) {
         const auto next = std::find_if(m_requests.rbegin(), m_requests.rend(), isWaiting);
         if (next == m_requests.rend())
             return;
-        const QByteArray assetID = next->assetID;
-        m_loading.insert(assetID);
+        const ThumbnailSource source = next->source;
+        m_loading.insert(source);
         runInBackground(
             m_executor, this,
-            [photos = m_photos, assetID] {
-                platform::PhotoPicture picture =
-                    photos.picture({assetID.constData(), static_cast<std::size_t>(assetID.size())});
-                return picture.file ? Thumbnail{decodeThumbnail(std::move(picture.file))}
-                                    : Thumbnail{{}, picture.isInCloud};
-            },
-            [assetID, generation = m_generation](ThumbnailLoader& loader, Thumbnail thumbnail) {
-                loader.finish(assetID, std::move(thumbnail), generation);
+            [disk = m_disk, photos = m_photos, source] { return read(disk, photos, source); },
+            [source, generation = m_generation](ThumbnailLoader& loader, Thumbnail thumbnail) {
+                loader.finish(source, std::move(thumbnail), generation);
             });
     }
 }
 
-void ThumbnailLoader::finish(const QByteArray& assetID, Thumbnail thumbnail, int generation) {
-    m_loading.erase(assetID);
+void ThumbnailLoader::finish(const ThumbnailSource& source, Thumbnail thumbnail, int generation) {
+    m_loading.remove(source);
     if (generation == m_generation) {
         constexpr qsizetype entryOverhead = 200; // bytes
-        m_cache.insert(assetID, new Thumbnail(thumbnail),
-                       thumbnail.image.sizeInBytes() + assetID.size() + entryOverhead);
+        m_cache.insert(source, new Thumbnail(thumbnail),
+                       thumbnail.image.sizeInBytes() + source.id.size() + entryOverhead);
         // Removed before the callbacks run, since these may add requests.
         std::vector<Request> answered;
         const auto asked =
             std::stable_partition(m_requests.begin(), m_requests.end(),
-                                  [&assetID](const Request& request) { return request.assetID != assetID; });
+                                  [&source](const Request& request) { return request.source != source; });
         std::move(asked, m_requests.end(), std::back_inserter(answered));
         m_requests.erase(asked, m_requests.end());
         for (const Request& request : answered)

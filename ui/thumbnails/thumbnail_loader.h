@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/base/executor.h"
+#include "platform/files/disk.h"
 #include "platform/photos/photo_library.h"
 
 #include <QByteArray>
@@ -9,21 +10,32 @@
 #include <QObject>
 #include <QPointer>
 #include <QQmlEngine>
+#include <QSet>
 
+#include <cstddef>
 #include <functional>
-#include <set>
 #include <vector>
 
-/// The thumbnail of an asset, or the reason why there is none.
+/// The object that a thumbnail shows.
+struct ThumbnailSource {
+    enum class Kind { photo, appIcon };
+    Kind kind = Kind::photo;
+    QByteArray id; ///< identifier of an asset or path of an application's bundle; not text in an encoding
+    int side = 0;  ///< of an icon, in pixels; 0 for a photo, whose thumbnails have one size
+
+    bool operator==(const ThumbnailSource&) const = default;
+};
+std::size_t qHash(const ThumbnailSource& source, std::size_t seed = 0);
+
+/// The thumbnail of an object, or the reason why there is none.
 struct Thumbnail {
     QImage image;           ///< null if there is none
     bool isInCloud = false; ///< the original is in iCloud only; `image` is null
 };
 
-/// Loads thumbnails of the photo library's assets in the background and caches the most recent ones. The
-/// latest requests are served first, since after scrolling they are the visible ones. A QML singleton with
-/// one instance per engine; interface thread only. Asset identifiers are byte strings without a text
-/// encoding.
+/// Loads thumbnails of the photo library's assets and icons of applications in the background and caches the
+/// most recent ones. The latest requests are served first, since after scrolling they are the visible ones. A
+/// QML singleton with one instance per engine; interface thread only.
 class ThumbnailLoader : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -32,14 +44,15 @@ class ThumbnailLoader : public QObject {
 public:
     using Callback = std::function<void(const Thumbnail&)>;
 
-    ThumbnailLoader(platform::PhotoLibrary photos, platform::Executor executor, QQmlEngine* engine);
+    ThumbnailLoader(platform::Disk disk, platform::PhotoLibrary photos, platform::Executor executor,
+                    QQmlEngine* engine);
 
     static ThumbnailLoader* create(QQmlEngine* engine, QJSEngine* = nullptr); ///< null if the engine has none
 
     /// Calls `callback` once: before returning if the thumbnail is cached, otherwise later from the event
     /// loop. A new request replaces the previous one of the same receiver. The callback is not called after
     /// the receiver has been destroyed, or after cancel().
-    void load(const QByteArray& assetID, QObject* receiver, Callback callback);
+    void load(const ThumbnailSource& source, QObject* receiver, Callback callback);
     void cancel(const QObject* receiver);
 
     /// Empties the cache. Discards the results of loads that are running and repeats them.
@@ -49,18 +62,19 @@ private:
     static constexpr qsizetype maxCachedBytes = 24'000'000; // about 160 thumbnails
 
     struct Request {
-        QByteArray assetID;
+        ThumbnailSource source;
         QPointer<QObject> receiver;
         Callback callback;
     };
 
     void startNext();
-    void finish(const QByteArray& assetID, Thumbnail thumbnail, int generation);
+    void finish(const ThumbnailSource& source, Thumbnail thumbnail, int generation);
 
+    platform::Disk m_disk;
     platform::PhotoLibrary m_photos;
     platform::Executor m_executor;
     std::vector<Request> m_requests; ///< not answered yet; the last one is served first
-    std::set<QByteArray> m_loading;  ///< assets that are being loaded
-    QCache<QByteArray, Thumbnail> m_cache{maxCachedBytes};
+    QSet<ThumbnailSource> m_loading; ///< not yet decoded
+    QCache<ThumbnailSource, Thumbnail> m_cache{maxCachedBytes};
     int m_generation = 0; ///< incremented by clear(); results of earlier generations are discarded
 };
