@@ -1,8 +1,10 @@
 #include "tools/sample_disk/applications.h"
 
+#include "tools/sample_disk/app_icon.h"
 #include "tools/sample_disk/fillings.h"
 #include "tools/sample_disk/property_list.h"
 
+#include <optional>
 #include <string>
 
 namespace sample_disk {
@@ -17,20 +19,21 @@ struct Application {
     int ageDays;
     Filling bundle;
     Storage storage = library;
+    std::optional<IconFormat> icon = IconFormat::png;
 };
 
 constexpr Application installed[] = {
     {"1Password", "com.1password.1password", "8.10.23", 402_MB, 24, electronBundle},
-    {"Anki", "net.ankiweb.dtop", "23.12.1", 386_MB, 190, nativeBundle},
+    {"Anki", "net.ankiweb.dtop", "23.12.1", 386_MB, 190, nativeBundle, library, IconFormat::argb},
     {"Audacity", "org.audacityteam.audacity", "3.4.2", 164_MB, 210, nativeBundle},
-    {"BBEdit", "com.barebones.bbedit", "15.0", 99_MB, 130, nativeBundle, sandbox},
+    {"BBEdit", "com.barebones.bbedit", "15.0", 99_MB, 130, nativeBundle, sandbox, IconFormat::jpeg2000},
     {"Blender", "org.blenderfoundation.blender", "4.0.2", 1'118_MB, 212, suiteBundle},
     {"Discord", "com.hnc.Discord", "0.0.291", 374_MB, 8, electronBundle},
     {"Docker", "com.docker.docker", "4.26.1", 1'930_MB, 31, electronBundle},
     {"Dropbox", "com.getdropbox.dropbox", "189.4", 512_MB, 4, nativeBundle},
     {"Figma", "com.figma.Desktop", "116.15", 268_MB, 19, electronBundle},
     {"Firefox", "org.mozilla.firefox", "121.0", 394_MB, 11, nativeBundle},
-    {"GIMP", "org.gimp.gimp-2.10", "2.10.36", 867_MB, 480, suiteBundle},
+    {"GIMP", "org.gimp.gimp-2.10", "2.10.36", 867_MB, 480, suiteBundle, library, IconFormat::rgb},
     {"GarageBand", "com.apple.garageband10", "10.4.8", 1'240_MB, 350, suiteBundle, sandbox},
     {"Google Chrome", "com.google.Chrome", "120.0.6099", 1'160_MB, 6, nativeBundle},
     {"IINA", "com.colliderli.iina", "1.3.3", 172_MB, 160, nativeBundle},
@@ -47,9 +50,9 @@ constexpr Application installed[] = {
     {"WhatsApp", "net.whatsapp.WhatsApp", "23.25.85", 266_MB, 3, nativeBundle, sandbox},
     {"zoom.us", "us.zoom.xos", "5.17.1", 318_MB, 14, nativeBundle},
     // Their property lists are incomplete, missing or damaged.
-    {"Pixel Ruler", "$(PRODUCT_BUNDLE_IDENTIFIER)", "0.9", 8_MB, 1'240, nativeBundle},
-    {"Label Printer", "", "", 31_MB, 1'510, nativeBundle},
-    {"Old Tax 2016", "<", "", 57_MB, 2'860, nativeBundle},
+    {"Pixel Ruler", "$(PRODUCT_BUNDLE_IDENTIFIER)", "0.9", 8_MB, 1'240, nativeBundle, library, {}},
+    {"Label Printer", "", "", 31_MB, 1'510, nativeBundle, library, {}},
+    {"Old Tax 2016", "<", "", 57_MB, 2'860, nativeBundle, library, {}},
 };
 
 /// In ~/Applications.
@@ -79,6 +82,7 @@ std::string information(const Application& application, PropertyListFormat forma
         return "<plist><dict><key>CFBundleName";
     return propertyList(textEntry("CFBundleIdentifier", application.identifier)
                             + textEntry("CFBundleName", application.name)
+                            + (application.icon ? textEntry("CFBundleIconFile", "AppIcon") : std::string())
                             + textEntry("CFBundlePackageType", "APPL")
                             + textEntry("CFBundleShortVersionString", application.version),
                         format);
@@ -94,6 +98,9 @@ void makeBundles(DiskWriter& disk, const std::string& folder, std::span<const Ap
         makeFolder(disk, contents, application.bytes, application.ageDays, application.bundle, random, name);
         if (!application.identifier.empty())
             disk.text(contents + "/Info.plist", information(application, format), application.ageDays);
+        if (application.icon)
+            disk.text(contents + "/Resources/AppIcon.icns", iconFile(name, *application.icon),
+                      application.ageDays);
         isBinary = !isBinary;
     }
 }

@@ -9,6 +9,24 @@
 
 namespace sample_disk {
 
+namespace {
+
+std::string png(int width, int height, png_uint_32 format, const std::uint8_t* pixels) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(width);
+    image.height = static_cast<png_uint_32>(height);
+    image.format = format;
+    png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
+    std::string file(size, '\0');
+    if (png_image_write_to_memory(&image, file.data(), &size, 0, pixels, 0, nullptr) == 0)
+        throw std::bad_alloc();
+    file.resize(size);
+    return file;
+}
+
+} // namespace
+
 std::string jpegFile(const Canvas& picture) {
     jpeg_error_mgr errors; // ends the program; only a lack of memory can be an error here
     jpeg_compress_struct compressor;
@@ -35,17 +53,11 @@ std::string jpegFile(const Canvas& picture) {
 }
 
 std::string pngFile(const Canvas& picture) {
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    image.width = static_cast<png_uint_32>(picture.width());
-    image.height = static_cast<png_uint_32>(picture.height());
-    image.format = PNG_FORMAT_RGB;
-    png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
-    std::string file(size, '\0');
-    if (png_image_write_to_memory(&image, file.data(), &size, 0, picture.row(0), 0, nullptr) == 0)
-        throw std::bad_alloc();
-    file.resize(size);
-    return file;
+    return png(picture.width(), picture.height(), PNG_FORMAT_RGB, picture.row(0));
+}
+
+std::string pngFile(int side, std::span<const std::uint8_t> pixels) {
+    return png(side, side, PNG_FORMAT_RGBA, pixels.data());
 }
 
 } // namespace sample_disk
