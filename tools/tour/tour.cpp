@@ -211,7 +211,7 @@ void Tour::emptyTrash() {
 void Tour::uninstallApp() {
     m_driver->click("tab_uninstall");
     waitFor("the applications are listed", [this] { return m_driver->rows().size() > 3; });
-    takePicture("applications");
+    takePicture("applications", 800); // for the icons
     const QString name = m_driver->rows()[2]->property("name").toString();
     m_driver->click(*m_driver->rows()[2]);
     waitFor("the files of an application are listed", [this] { return m_driver->isShown("filesList"); });
@@ -225,7 +225,7 @@ void Tour::uninstallApp() {
 void Tour::disableStartupItem() {
     m_driver->click("tab_startup");
     waitFor("the startup items are listed", [this] { return m_driver->rows().size() > 3; });
-    takePicture("startup");
+    takePicture("startup", 800);
     const std::vector<QQuickItem*> rows = m_driver->rows();
     const auto own = std::find_if_not(rows.begin(), rows.end(), [](const QQuickItem* row) {
         return row->property("isSystemWide").toBool();
