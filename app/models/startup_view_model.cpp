@@ -3,7 +3,6 @@
 #include "app/i18n/localizer.h"
 #include "app/text/display.h"
 #include "app/text/outcome_text.h"
-#include "core/startup/startup_items.h"
 
 using namespace Qt::StringLiterals;
 
@@ -40,13 +39,14 @@ void StartupViewModel::confirmDisable() {
         [item = *m_itemToDisable, disk = m_disk](platform::Progress&) {
             return core::LumvaleStartupItems::disable(item, disk);
         },
-        [](const platform::Result<void>&) {},
-        [this, item = *m_itemToDisable](const platform::Result<void>& disabled) {
+        [](const platform::Result<core::DisabledItem>&) {},
+        [this, item = *m_itemToDisable](const platform::Result<core::DisabledItem>& disabled) {
             takeResult(item, disabled);
         });
 }
 
-void StartupViewModel::takeResult(const core::StartupItem& item, const platform::Result<void>& disabled) {
+void StartupViewModel::takeResult(const core::StartupItem& item,
+                                  const platform::Result<core::DisabledItem>& disabled) {
     m_failure.reset();
     if (disabled) {
         m_items.remove(item.id);

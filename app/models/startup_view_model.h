@@ -2,6 +2,7 @@
 
 #include "app/execution/background_task.h"
 #include "app/models/startup_items_model.h"
+#include "core/startup/startup_items.h"
 #include "platform/base/executor.h"
 #include "platform/base/result.h"
 #include "platform/files/disk.h"
@@ -63,7 +64,7 @@ Q_SIGNALS:
     void failureChanged();
 
 private:
-    void takeResult(const core::StartupItem& item, const platform::Result<void>& disabled);
+    void takeResult(const core::StartupItem& item, const platform::Result<core::DisabledItem>& disabled);
     void setItemToDisable(std::optional<core::StartupItem> item);
 
     platform::Disk m_disk;

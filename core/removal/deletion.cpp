@@ -1,7 +1,6 @@
 #include "core/removal/deletion.h"
 
 #include "core/removal/deletion_guard.h"
-
 #include "platform/files/path.h"
 #include "platform/removal/remove.h"
 #include "platform/removal/trash.h"
@@ -10,14 +9,11 @@
 #include <algorithm>
 #include <iterator>
 #include <map>
-#include <string_view>
 #include <utility>
 
 namespace core::LumvaleScanner {
 
 namespace {
-
-constexpr std::string_view refusalDomain = "Lumvale";
 
 platform::Error refusal() {
     return {std::string(refusalDomain), 1, "Chemin protégé : Lumvale refuse de le supprimer.", nullptr};
@@ -25,15 +21,14 @@ platform::Error refusal() {
 
 /// Moves the entry at `path` to the Trash. The place that the guard judges is the one that is moved, even if
 /// another process changes a folder of the path in between.
-platform::Result<void> moveToTrash(const platform::Disk& disk, const PlaceGuard& guard,
-                                   const std::string& path) {
+platform::Result<platform::TrashEntry> moveToTrash(const platform::Disk& disk, const PlaceGuard& guard,
+                                                   const std::string& path) {
     const platform::Result<platform::Place> place = disk.place(path);
     if (!place)
         return platform::fileError(platform::FileAction::move, place.error(), platform::lastComponent(path));
     if (!guard.allows(path, *place))
         return refusal();
-    const platform::Result<std::string> moved = platform::moveToTrash(disk, *place);
-    return moved ? platform::Result<void>() : moved.error();
+    return platform::moveToTrash(disk, *place);
 }
 
 /// Returns the sizes of the paths in the Trash, which are removed entry by entry, and begins the phase of the
@@ -81,8 +76,14 @@ DeletionOutcome deletePaths(const std::vector<std::string>& given, const platfor
         const platform::Result<void> deleted = [&]() -> platform::Result<void> {
             if (!isDeletionAllowed(path, disk))
                 return refusal();
-            // Removal from the Trash follows no link at all.
-            return isInTrash ? platform::removeForGood(disk, path, progress) : moveToTrash(disk, guard, path);
+            if (isInTrash) // removal follows no link at all
+                return platform::removeForGood(disk, path, progress);
+            platform::Result<platform::TrashEntry> moved = moveToTrash(disk, guard, path);
+            if (!moved)
+                return moved.error();
+            if (moved->id)
+                outcome.moved.push_back({path, *std::move(moved)});
+            return {};
         }();
         if (deleted) {
             outcome.succeeded.push_back(path);

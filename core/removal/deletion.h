@@ -4,9 +4,11 @@
 #include "platform/base/error.h"
 #include "platform/base/progress.h"
 #include "platform/files/disk.h"
+#include "platform/removal/trash.h"
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace core {
@@ -17,9 +19,16 @@ struct DeletionFailure {
     platform::Error error;
 };
 
+/// A path that was moved to the Trash, and where it is there.
+struct MovedEntry {
+    std::string path; ///< standardized
+    platform::TrashEntry inTrash;
+};
+
 /// The result of a deletion; all lists in the order of the input.
 struct DeletionOutcome {
     std::vector<std::string> succeeded; ///< standardized paths
+    std::vector<MovedEntry> moved;      ///< those of them that putBack() can put back
     std::vector<DeletionFailure> failed;
     std::vector<std::string> left;         ///< standardized paths that were not deleted because of a stop
     std::optional<PartialRemoval> partial; ///< of the first of those, if it was in the Trash
@@ -35,6 +44,9 @@ namespace LumvaleScanner {
 DeletionOutcome deletePaths(const std::vector<std::string>& paths,
                             const platform::Disk& disk = platform::Disk::current(),
                             platform::Progress* progress = nullptr);
+
+/// The domain of the error of a path that the guard refused.
+inline constexpr std::string_view refusalDomain = "Lumvale";
 
 /// Returns whether the error says that the guard refused the path.
 bool isRefusal(const platform::Error& error);

@@ -12,10 +12,12 @@ enum PosixCode {
     noSuchFile = 2,            // ENOENT
     permissionDenied = 13,     // EACCES
     resourceBusy = 16,         // EBUSY
+    fileExists = 17,           // EEXIST
     crossDeviceLink = 18,      // EXDEV
     textFileBusy = 26,         // ETXTBSY
     readOnlyFileSystem = 30,   // EROFS
     directoryNotEmpty = 66,    // ENOTEMPTY
+    staleHandle = 70,          // ESTALE
 };
 
 /// Returns the POSIX code of an error or of its cause; 0 if neither has one.
@@ -68,6 +70,26 @@ std::string_view deletionReasonKey(const platform::Error& error) {
         return "err_read_only";
     default:
         return reasonKey(error);
+    }
+}
+
+std::string_view putBackReasonKey(const platform::Error& error) {
+    if (isRefusal(error))
+        return "err_protected";
+    switch (posixCode(error)) {
+    case noSuchFile:
+        return "err_not_in_trash";
+    case fileExists:
+    case directoryNotEmpty: // another process has filled the folder that reserved the name
+        return "err_place_taken";
+    case staleHandle:
+        return "err_folder_gone";
+    case crossDeviceLink:
+        return "err_other_volume";
+    case readOnlyFileSystem:
+        return "err_read_only";
+    default:
+        return "err_put_back_refused";
     }
 }
 

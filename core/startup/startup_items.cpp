@@ -1,6 +1,7 @@
 #include "core/startup/startup_items.h"
 
 #include "core/removal/deletion.h"
+#include "core/removal/put_back.h"
 #include "core/startup/launch_agents.h"
 #include "core/uninstall/installed_apps.h"
 #include "platform/files/folder.h"
@@ -17,6 +18,15 @@
 
 namespace core::LumvaleStartupItems {
 
+namespace {
+
+/// Returns launchctl's name for the agents of this process's user.
+std::string userDomain() {
+    return "gui/" + std::to_string(platform::userId());
+}
+
+} // namespace
+
 std::vector<StartupItem> scan(const platform::Disk& disk) {
     const std::vector<InstalledApp> apps = LumvaleUninstaller::discoverApps(disk);
     std::set<std::string> seenLabels;
@@ -32,19 +42,38 @@ std::vector<StartupItem> scan(const platform::Disk& disk) {
     return items;
 }
 
-platform::Result<void> disable(const StartupItem& item, const platform::Disk& disk) {
+platform::Result<DisabledItem> disable(const StartupItem& item, const platform::Disk& disk) {
     return disable(item, disk, runLaunchctl);
 }
 
-platform::Result<void> disable(const StartupItem& item, const platform::Disk& disk,
-                               const std::function<int(const std::vector<std::string>&)>& launchctl) {
+platform::Result<bool> enable(const DisabledItem& item, const platform::Disk& disk) {
+    return enable(item, disk, runLaunchctl);
+}
+
+platform::Result<DisabledItem> disable(const StartupItem& item, const platform::Disk& disk,
+                                       const Launchctl& launchctl) {
     if (item.isSystemWide)
         return platform::posixError(EPERM);
-    // The exit status is ignored: unloading an agent that is not loaded fails.
+    DisabledItem disabled;
+    // A failure is ignored: unloading an agent that is not loaded fails.
     if (disk.isOfThisMachine())
-        launchctl({"bootout", "gui/" + std::to_string(platform::userId()) + "/" + item.label});
-    const DeletionOutcome outcome = LumvaleScanner::deletePaths({item.path}, disk);
-    return outcome.failed.empty() ? platform::Result<void>() : outcome.failed.front().error;
+        disabled.wasUnloaded = launchctl({"bootout", userDomain() + "/" + item.label}) == 0;
+    DeletionOutcome outcome = LumvaleScanner::deletePaths({item.path}, disk);
+    if (!outcome.failed.empty())
+        return outcome.failed.front().error;
+    if (!outcome.moved.empty())
+        disabled.propertyList = std::move(outcome.moved.front());
+    return disabled;
+}
+
+platform::Result<bool> enable(const DisabledItem& item, const platform::Disk& disk,
+                              const Launchctl& launchctl) {
+    if (!item.propertyList)
+        return platform::posixError(ENOENT);
+    const PutBackOutcome outcome = LumvaleScanner::putBack({*item.propertyList}, disk);
+    if (!outcome.failed.empty())
+        return outcome.failed.front().error;
+    return !item.wasUnloaded || launchctl({"bootstrap", userDomain(), item.propertyList->path}) == 0;
 }
 
 } // namespace core::LumvaleStartupItems

@@ -10,7 +10,7 @@ namespace platform {
 namespace {
 
 std::optional<EntryId> withoutMount(const std::optional<system::Identity>& identity) {
-    return identity ? std::optional<EntryId>({identity->device, identity->inode}) : std::nullopt;
+    return identity ? std::optional<EntryId>(*identity) : std::nullopt;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/files/attributes.h"
 #include "platform/files/disk.h"
 
 #include <cstdint>
@@ -9,10 +10,15 @@
 namespace platform {
 
 /// Identifies a file or folder on all mounted volumes, whatever its path. Two paths with different letter
-/// case can lead to the same entry, because a Mac's volumes usually ignore case.
+/// case can lead to the same entry, because a Mac's volumes usually ignore case. An entry keeps its ID when
+/// it is renamed on its volume.
 struct EntryId {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
+
+    // A file system may give the inode of a removed entry to a new one.
+    EntryType type = EntryType::other;
+    std::int64_t created = 0; ///< nanoseconds since 1970; 0 where the file system doesn't report it
 
     bool operator==(const EntryId&) const = default;
 };

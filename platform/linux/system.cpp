@@ -21,11 +21,15 @@ namespace platform::system {
 namespace {
 
 std::optional<Identity> identity(int folder, const char* name, int flags) {
+    constexpr unsigned requested = STATX_TYPE | STATX_INO | STATX_BTIME | STATX_MNT_ID;
     struct statx status {};
-    if (statx(folder, name, flags | AT_SYMLINK_NOFOLLOW, STATX_INO | STATX_MNT_ID, &status) != 0)
+    if (statx(folder, name, flags | AT_SYMLINK_NOFOLLOW, requested, &status) != 0)
         return std::nullopt;
     const bool hasMount = (status.stx_mask & STATX_MNT_ID) != 0; // since Linux 5.8
-    return Identity{makedev(status.stx_dev_major, status.stx_dev_minor), status.stx_ino,
+    const bool hasCreation = (status.stx_mask & STATX_BTIME) != 0;
+    return Identity{{makedev(status.stx_dev_major, status.stx_dev_minor), status.stx_ino,
+                     entryType(status.stx_mode),
+                     hasCreation ? status.stx_btime.tv_sec * 1'000'000'000 + status.stx_btime.tv_nsec : 0},
                     hasMount ? status.stx_mnt_id : 0};
 }
 

@@ -20,7 +20,10 @@ std::optional<Identity> identity(const struct stat& status) {
         errno = ENOTSUP;
         return std::nullopt;
     }
-    return Identity{static_cast<std::uint64_t>(status.st_dev), status.st_ino, 0};
+    const timespec& created = status.st_birthtimespec;
+    return Identity{{static_cast<std::uint64_t>(status.st_dev), status.st_ino, entryType(status.st_mode),
+                     std::int64_t{created.tv_sec} * 1'000'000'000 + created.tv_nsec},
+                    0};
 }
 
 } // namespace

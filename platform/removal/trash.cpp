@@ -2,6 +2,7 @@
 
 #include "platform/files/folder_reader.h"
 #include "platform/files/path.h"
+#include "platform/removal/exclusive_move.h"
 #include "platform/removal/system_trash.h"
 #include "platform/system/system.h"
 
@@ -86,80 +87,15 @@ unsigned likelyFreeNumber(int trash, const std::string& name) {
     return free;
 }
 
-// Moves for file systems without exclusive renames. They return 0, or -1 with errno.
-
-/// Reserves the new name with an empty folder, which POSIX lets a renamed folder replace. A folder that
-/// another process fills in between makes the rename fail.
-int moveFolderOntoReservedName(const Place& source, int trash, const char* newName) {
-    if (mkdirat(trash, newName, 0700) != 0)
-        return -1;
-    if (renameat(source.folder.number(), source.name.c_str(), trash, newName) == 0)
-        return 0;
-    const int failure = errno;
-    unlinkat(trash, newName, AT_REMOVEDIR);
-    errno = failure;
-    return -1;
-}
-
-/// Removes the source's name if it still refers to the file called `otherName` in the Trash.
-int removeFirstName(const Place& source, int trash, const char* otherName) {
-    struct stat first {};
-    struct stat other {};
-    if (fstatat(source.folder.number(), source.name.c_str(), &first, AT_SYMLINK_NOFOLLOW) != 0
-        || fstatat(trash, otherName, &other, AT_SYMLINK_NOFOLLOW) != 0)
-        return -1;
-    if (first.st_dev != other.st_dev || first.st_ino != other.st_ino) {
-        errno = EBUSY; // another process has replaced the file
-        return -1;
-    }
-    return unlinkat(source.folder.number(), source.name.c_str(), 0);
-}
-
-/// Links the file under its new name, then removes the old one. link() never replaces an entry.
-int moveFileByLink(const Place& source, int trash, const char* newName) {
-    if (linkat(source.folder.number(), source.name.c_str(), trash, newName, 0) != 0)
-        return -1;
-    if (removeFirstName(source, trash, newName) == 0)
-        return 0;
-    const int failure = errno;
-    unlinkat(trash, newName, 0);
-    errno = failure;
-    return -1;
-}
-
-int moveByReservedName(const Place& source, int trash, const char* newName) {
-    struct stat status {};
-    if (fstatat(source.folder.number(), source.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return -1;
-    if (S_ISDIR(status.st_mode))
-        return moveFolderOntoReservedName(source, trash, newName);
-    if (S_ISREG(status.st_mode))
-        return moveFileByLink(source, trash, newName);
-    errno = ENOTSUP;
-    return -1;
-}
-
 /// Moves the entry to a free name and returns that name.
 Result<std::string> moveToFreeName(const Place& source, int trash) {
-    bool renamesExclusively = true;
     unsigned number = 1;
     for (unsigned attempt = 0; attempt < maxAttempts; ++attempt) {
         std::string name = nameInTrash(source.name, number);
-        int failure = 0;
-        if (renamesExclusively) {
-            if (system::renameExclusively(source.folder.number(), source.name.c_str(), trash, name.c_str())
-                == 0)
-                return name;
-            failure = errno;
-            renamesExclusively = failure != EINVAL && failure != ENOSYS;
-        }
-        if (!renamesExclusively) {
-            if (moveByReservedName(source, trash, name.c_str()) == 0)
-                return name;
-            failure = errno;
-        }
-        if (failure != EEXIST)
-            return posixError(failure);
+        if (moveExclusively(source, trash, name.c_str()) == 0)
+            return name;
+        if (errno != EEXIST)
+            return posixError(errno);
         number = number == 1 ? likelyFreeNumber(trash, source.name) : number + 1;
     }
     return posixError(EEXIST);
@@ -192,8 +128,8 @@ Error replaced(const char* description) {
 /// Moves the entry by the system's service, which takes a path: another process can replace the entry until
 /// the service has resolved that path. Fails unless the entry at `source` itself was moved. Entries of other
 /// volumes, which the service would move to another Trash, and mount points are refused as rename() does.
-Result<std::string> moveByService(const Place& source, const system::Identity& trash,
-                                  const TrashService& service) {
+Result<TrashEntry> moveByService(const Place& source, const system::Identity& trash,
+                                 const TrashService& service) {
     const std::optional<system::Identity> folder = system::identityOf(source.folder.number());
     const std::optional<system::Identity> entry =
         system::identityAt(source.folder.number(), source.name.c_str());
@@ -206,16 +142,17 @@ Result<std::string> moveByService(const Place& source, const system::Identity& t
     const std::string path = joined(system::hostPath(source.folder.number()), source.name);
     if (system::identityAtHost(path) != entry)
         return replaced("Another process has moved or replaced it");
-    Result<std::string> moved = service(path);
+    const Result<std::string> moved = service(path);
     if (!moved)
-        return moved;
+        return moved.error();
     // Without full disk access the entry's new place may be unreadable: then its old place decides.
-    if (const std::optional<system::Identity> arrived = system::identityAtHost(*moved);
-        arrived && arrived != entry)
+    const std::optional<system::Identity> arrived = system::identityAtHost(*moved);
+    if (arrived && arrived != entry)
         return replaced("Another process has replaced it by an entry that is in the Trash now");
     if (system::identityAt(source.folder.number(), source.name.c_str()) == entry)
         return replaced("The system reports a move, but it is still in its place");
-    return moved;
+    return TrashEntry{std::string(lastComponent(*moved)),
+                      arrived ? std::optional<EntryId>(*arrived) : std::nullopt};
 }
 
 } // namespace
@@ -267,26 +204,49 @@ Result<Place> placeInTrash(const Disk& disk, std::string_view path) {
     return Place{std::move(*folder), std::string(rest)};
 }
 
-Result<std::string> moveToTrash(const Disk& disk, const Place& source) {
+Result<TrashEntry> moveToTrash(const Disk& disk, const Place& source) {
     return moveToTrash(disk, source, disk.isOfThisUser() ? systemTrash() : TrashService());
 }
 
-Result<std::string> moveToTrash(const Disk& disk, const Place& source, const TrashService& service) {
-    const auto move = [&]() -> Result<std::string> {
+Result<TrashEntry> moveToTrash(const Disk& disk, const Place& source, const TrashService& service) {
+    const auto move = [&]() -> Result<TrashEntry> {
         if (service) {
             const Result<system::Identity> trash = identityOfTrash(disk);
             return trash ? moveByService(source, *trash, service) : trash.error();
         }
-        const Result<Descriptor> trash = makeTrash(disk);
+        Result<Descriptor> trash = makeTrash(disk);
         if (!trash)
             return trash.error();
-        const Result<std::string> name = moveToFreeName(source, trash->number());
-        return name ? joined(trashFolder(disk), *name) : name;
+        Result<std::string> name = moveToFreeName(source, trash->number());
+        if (!name)
+            return name.error();
+        const Place moved{std::move(*trash), *std::move(name)};
+        return TrashEntry{moved.name, entryId(moved)};
     };
-    Result<std::string> moved = move();
+    Result<TrashEntry> moved = move();
     if (!moved && moved.error().domain != cocoaDomain) // the service's own errors are Cocoa's
         return fileError(FileAction::move, moved.error(), source.name);
     return moved;
+}
+
+Result<void> putBack(const Disk& disk, const TrashEntry& entry, const Place& target) {
+    Result<Descriptor> trash = openTrash(disk);
+    if (!trash)
+        return trash.error();
+    const Place source{std::move(*trash), entry.name};
+    const std::optional<EntryId> found = entryId(source);
+    if (!found && errno != ENOENT)
+        return posixError(errno);
+    if (!entry.id || found != entry.id)
+        return posixError(ENOENT);
+    if (moveExclusively(source, target.folder.number(), target.name.c_str()) != 0) {
+        const int failure = errno;
+        // Either name can be missing: the folder of the target was removed if the entry is still in the
+        // Trash.
+        return posixError(failure == ENOENT && entryId(source) == entry.id ? ESTALE : failure);
+    }
+    // Another process can replace the entry between the check and the rename.
+    return entryId(target) == entry.id ? Result<void>() : posixError(ENOENT);
 }
 
 std::string numberedName(std::string_view name, unsigned number) {

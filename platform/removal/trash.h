@@ -2,8 +2,10 @@
 
 #include "platform/base/progress.h"
 #include "platform/files/disk.h"
+#include "platform/files/entry_id.h"
 #include "platform/removal/system_trash.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,16 +26,27 @@ Result<std::vector<std::string>> listTrash(const Disk& disk, Progress* progress 
 /// downwards aren't followed. Errors are of the POSIX domain: EINVAL for a path that isn't below the Trash.
 Result<Place> placeInTrash(const Disk& disk, std::string_view path);
 
-/// Moves the entry at `source` into the Trash and returns its new path: by the system's service on this
-/// user's own disk, otherwise by a rename. Never overwrites: if the name is taken, the entry gets another
+/// An entry that was moved to the Trash.
+struct TrashEntry {
+    std::string name;          ///< in the Trash
+    std::optional<EntryId> id; ///< right after the move; absent if the entry couldn't be examined there
+};
+
+/// Moves the entry at `source` into the Trash: by the system's service on this user's own disk, otherwise by
+/// a rename. Never overwrites: if the name is taken, the entry gets another
 /// name with the same extension. Creates a missing Trash with mode 0700. Fails with a Cocoa error (as for
 /// `FileAction::move`), with EXDEV for an entry on another volume; the entry is unchanged then. Fails with
 /// EBUSY when another process replaces the entry before the service moves it: the other entry may be in the
 /// Trash then.
-Result<std::string> moveToTrash(const Disk& disk, const Place& source);
+Result<TrashEntry> moveToTrash(const Disk& disk, const Place& source);
 
 /// Does the same by the given service; by a rename when it is empty.
-Result<std::string> moveToTrash(const Disk& disk, const Place& source, const TrashService& service);
+Result<TrashEntry> moveToTrash(const Disk& disk, const Place& source, const TrashService& service);
+
+/// Moves an entry of the Trash to `target` by a rename that never replaces another entry. Errors are of the
+/// POSIX domain, and the entry is unchanged then: ENOENT when the Trash has no such entry, or another one of
+/// its name; EEXIST when the target's name is taken; ESTALE when its folder has been removed.
+Result<void> putBack(const Disk& disk, const TrashEntry& entry, const Place& target);
 
 /// Returns the `number`th candidate name for an entry called `name`: "a 2.txt" for "a.txt". The stem is
 /// truncated at a character boundary so that the name has at most 255 bytes.

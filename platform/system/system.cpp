@@ -7,8 +7,6 @@
 
 namespace platform::system {
 
-namespace {
-
 EntryType entryType(mode_t mode) {
     switch (mode & S_IFMT) {
     case S_IFDIR:
@@ -21,8 +19,6 @@ EntryType entryType(mode_t mode) {
         return EntryType::other;
     }
 }
-
-} // namespace
 
 std::optional<Attributes> attributesAt(int folder, const char* name) {
     struct stat status {};

@@ -2,6 +2,7 @@
 
 #include "platform/files/attributes.h"
 #include "platform/files/descriptor.h"
+#include "platform/files/entry_id.h"
 
 #include <cstdint>
 #include <ctime>
@@ -22,14 +23,15 @@ Descriptor openToPassThrough(int folder, const char* name);
 /// Returns the attributes of the entry `name` in `folder`. Symbolic links aren't followed.
 std::optional<Attributes> attributesAt(int folder, const char* name);
 
+/// Returns the type of an entry with this mode, a member of a result of stat(2).
+EntryType entryType(mode_t mode);
+
 /// Returns the modification time in a result of stat(2), whose member POSIX names differently on each system.
 timespec modificationTime(const struct stat& status);
 
 /// Identifies an entry independently of its path: two entries are the same when all members are equal. A
 /// volume, or a folder of it (bind mount), can be mounted at several mount points; these differ in `mount`.
-struct Identity {
-    std::uint64_t device = 0;
-    std::uint64_t inode = 0;
+struct Identity : EntryId {
     std::uint64_t mount = 0; ///< 0 where the system doesn't report it
 
     bool operator==(const Identity&) const = default;

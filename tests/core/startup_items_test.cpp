@@ -34,12 +34,17 @@ class StartupItems : public testing::Test {
 protected:
     std::vector<core::StartupItem> scanned() const { return core::LumvaleStartupItems::scan(m_disk.disk()); }
 
-    /// Disables the agent with a tool that records its arguments and fails as for an agent that isn't loaded.
+    /// Disables the agent with a tool that fails as for an agent that isn't loaded.
     bool disable(const core::StartupItem& item, const platform::Disk& disk) {
-        return bool(core::LumvaleStartupItems::disable(item, disk, [this](const Texts& arguments) {
+        return bool(core::LumvaleStartupItems::disable(item, disk, launchctl(3)));
+    }
+
+    /// Returns a tool that records its arguments and returns this exit status.
+    core::LumvaleStartupItems::Launchctl launchctl(int status) {
+        return [this, status](const Texts& arguments) {
             m_asked.push_back(arguments);
-            return 3;
-        }));
+            return status;
+        };
     }
 
     core::StartupItem own(const std::string& file, const std::string& label = "com.example.Agent") const {
@@ -160,4 +165,34 @@ TEST_F(StartupItems, DisablingUnloadsOwnAgentsOfThisMachineAndMovesTheirListsToT
     const core::StartupItem item = own("a.plist");
     m_disk.setMode("~/Library/LaunchAgents", 0500);
     EXPECT_FALSE(disable(item, m_thisMachine)) << "the list cannot be moved";
+}
+
+TEST_F(StartupItems, EnablingPutsThePropertyListBackAndLoadsOnlyAnAgentThatWasUnloaded) {
+    const core::StartupItem item = own("a.plist");
+    const std::string domain = "gui/" + std::to_string(getuid());
+    const struct {
+        bool isOfThisMachine;
+        int unloading, loading; // exit status
+        bool isLoaded;
+        Texts asked;
+    } cases[]{{true, 0, 0, true, {"bootstrap", domain, item.path}},
+              {true, 0, 5, false, {"bootstrap", domain, item.path}},
+              {true, 3, 5, true, {"bootout", domain + "/com.example.Agent"}}, // was not loaded
+              {false, 0, 5, true, {}}};
+    for (const auto& [isOfThisMachine, unloading, loading, isLoaded, asked] : cases) {
+        m_asked = {{}};
+        const platform::Disk& disk = isOfThisMachine ? m_thisMachine : m_disk.disk();
+        core::StartupItem disabledItem = item;
+        if (!isOfThisMachine)
+            disabledItem.path = at(ownFolder) + "a.plist";
+        const auto disabled = core::LumvaleStartupItems::disable(disabledItem, disk, launchctl(unloading));
+        ASSERT_TRUE(disabled && disabled->propertyList);
+        EXPECT_FALSE(m_disk.exists(ownFolder + "a.plist"));
+        const auto enabled = core::LumvaleStartupItems::enable(*disabled, disk, launchctl(loading));
+        ASSERT_TRUE(enabled);
+        EXPECT_EQ(*enabled, isLoaded);
+        EXPECT_EQ(m_asked.back(), asked);
+        EXPECT_TRUE(m_disk.exists(ownFolder + "a.plist"));
+    }
+    EXPECT_FALSE(core::LumvaleStartupItems::enable({}, m_thisMachine, launchctl(0)));
 }

@@ -68,6 +68,17 @@ TEST_F(MoveByService, SucceedsOnlyIfTheEntryItselfHasMoved) {
     EXPECT_EQ(disk.read("~/away"), "its own");
 }
 
+TEST_F(MoveByService, ReturnsTheEntryOnlyIfItCanBeExaminedInTheTrash) {
+    const auto move = [this](const Act& act) {
+        disk.write("~/x", "its own");
+        return *platform::moveToTrash(disk.disk(), *disk.disk().place(at("~/x")), act);
+    };
+    EXPECT_FALSE(move([&](auto& path) { return rename(path), unknown; }).id);
+    const platform::TrashEntry entry = move([&](auto& path) { return rename(path); });
+    EXPECT_EQ(codes(platform::putBack(disk.disk(), entry, *disk.disk().place(at("~/back")))), "");
+    EXPECT_EQ(disk.read("~/back"), "its own");
+}
+
 TEST_F(MoveByService, IsRefusedLikeARename) {
     disk.make({"~/x", "~/volume/", "~/elsewhere/"});
     const auto never = [](auto&) {

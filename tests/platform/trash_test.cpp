@@ -78,7 +78,7 @@ struct MoveToTrash : testing::Test {
     std::string move(std::string_view path) const {
         const auto source = disk.disk().place(at(path));
         const auto moved = source ? platform::moveToTrash(disk.disk(), *source) : source.error();
-        return moved ? *moved : codes(moved);
+        return moved ? at("~/.Trash/") + moved->name : codes(moved);
     }
 
     std::vector<std::string> trash() const { return *platform::listTrash(disk.disk()); }

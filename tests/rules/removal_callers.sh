@@ -11,9 +11,12 @@ known='app/history/history_store.cpp writeFile
 core/photos/photo_duplicates.cpp deleteAssets
 core/removal/deletion.cpp moveToTrash
 core/removal/deletion.cpp removeForGood
+core/removal/put_back.cpp putBack
+core/removal/put_back.h putBack
 core/removal/trash.cpp removeForGood
 core/removal/trash.cpp unlock
 core/startup/launch_agents.cpp runProgram
+core/startup/startup_items.cpp putBack
 platform/files/file.cpp renameat
 platform/files/file.cpp unlinkat
 platform/files/file.cpp writeFile
@@ -31,16 +34,21 @@ platform/photos/photo_access.cpp writeFile
 platform/photos/photo_catalogue.cpp openToChange
 platform/photos/photo_library.cpp deleteAssets
 platform/photos/photo_library.h deleteAssets
+platform/removal/exclusive_move.cpp moveExclusively
+platform/removal/exclusive_move.cpp renameExclusively
+platform/removal/exclusive_move.cpp renameat
+platform/removal/exclusive_move.cpp unlinkat
+platform/removal/exclusive_move.h moveExclusively
 platform/removal/remove.cpp removeForGood
 platform/removal/remove.cpp unlinkat
 platform/removal/remove.cpp unlock
 platform/removal/remove.h removeForGood
 platform/removal/remove.h unlock
+platform/removal/trash.cpp moveExclusively
 platform/removal/trash.cpp moveToTrash
-platform/removal/trash.cpp renameExclusively
-platform/removal/trash.cpp renameat
-platform/removal/trash.cpp unlinkat
+platform/removal/trash.cpp putBack
 platform/removal/trash.h moveToTrash
+platform/removal/trash.h putBack
 platform/sqlite/sqlite.cpp openToChange
 platform/sqlite/sqlite.h openToChange
 platform/system/process.cpp posix_spawn
@@ -50,7 +58,7 @@ platform/system/system.h renameExclusively'
 
 # Operations of platform/, system calls, and functions of libraries. Starting a program counts, since it may remove
 # files.
-layer='removeForGood|moveToTrash|deleteAssets|openToChange|unlock|renameExclusively|writeFile|runProgram'
+layer='removeForGood|moveToTrash|putBack|moveExclusively|deleteAssets|openToChange|unlock|renameExclusively|writeFile|runProgram'
 calls='unlink|unlinkat|rmdir|rename|renameat|renameat2|renamex_np|renameatx_np|truncate|ftruncate|creat|system|popen|posix_spawnp?|exec[lv]p?e?'
 libraries='remove_all|resize_file|removeRecursively|removeDatabase|rmpath|ofstream|O_TRUNC|QSaveFile|QProcess|filesystem::remove|fs::remove|QFile::remove|WriteOnly|ReadWrite|trashItemAtURL|deleteAssets:'
 
