@@ -1,4 +1,7 @@
+#include "app/models/type_ahead.h"
 #include "tests/ui/window_test.h"
+
+#include <limits>
 
 /// The uninstall screen in the real window, on real files.
 class UninstallTest : public WindowTest {
@@ -12,6 +15,7 @@ private Q_SLOTS:
 
 private:
     void choose(const QString& app); ///< as a screen reader does
+    void type(char letter);
     QString banner(const QString& app) { return "✓ « " + app + " » " + translated("uninstalled_suffix"); }
 };
 
@@ -32,6 +36,12 @@ void UninstallTest::choose(const QString& app) {
     layOut();
 }
 
+void UninstallTest::type(char letter) {
+    for (TypeAhead* const typeAhead : window()->findChildren<TypeAhead*>())
+        typeAhead->setPause(std::numeric_limits<int>::max()); // on a loaded machine too
+    QTest::keyClick(window(), letter);
+}
+
 void UninstallTest::uninstallsTickedFilesOfTheChosenApp() {
     QVERIFY(m_driver->text("screenSubtitle").startsWith(translated("word_free_space") + " : "));
     QVERIFY(!m_driver->isShown("uninstalledLabel"));
@@ -39,7 +49,21 @@ void UninstallTest::uninstallsTickedFilesOfTheChosenApp() {
     choose("Paint");
     m_driver->key(Qt::Key_Escape);
     QVERIFY(hasFocus("appsList"));
+    type('s');
+    QCOMPARE(current(), "Solo");
+    type('n');
+    QCOMPARE(m_driver->text("typedText"), translated("typed_not_found").arg("sn"));
+    m_driver->key(Qt::Key_Escape);
+    QVERIFY(!m_driver->isShown("typedText"));
     choose("Paint");
+    type('p'); // "paint" below the application
+    QCOMPARE(current(), "paint");
+    m_driver->key(Qt::Key_Space); // belongs to the text
+    QCOMPARE(m_driver->text("typedText"), translated("typed_not_found").arg("p "));
+    QCOMPARE(ticks(), "+++");
+    m_driver->key(Qt::Key_Escape);
+    m_driver->key(Qt::Key_Space);
+    QCOMPARE(ticks(), "++-");
     QVERIFY(m_driver->click("backButton") && hasFocus("appsList"));
 
     choose("Notes");

@@ -28,7 +28,7 @@ FocusScope {
         anchors.top: parent.top
         anchors.bottom: footer.top
 
-        KeyboardList {
+        TypeAheadList {
             id: files
             objectName: "filesList"
             anchors.fill: parent

@@ -97,7 +97,7 @@ FocusScope {
             text: Texts.tr("storage_breakdown_empty")
         }
 
-        KeyboardList {
+        TypeAheadList {
             id: list
             objectName: "appsList"
             anchors.fill: parent

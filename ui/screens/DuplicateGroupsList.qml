@@ -5,7 +5,7 @@ import Lumvale.Style
 
 /// List of the groups of duplicates. Up and Down move between groups, Left and Right within a group; Space and Return
 /// toggle the current item.
-KeyboardList {
+TypeAheadList {
     id: root
 
     required property DuplicateGroupsModel groups
@@ -33,6 +33,12 @@ KeyboardList {
         toggle(currentIndex, currentColumn);
     }
 
+    function show(found: var): void {
+        const isChild = found.parent.valid;
+        currentIndex = isChild ? found.parent.row : found.row;
+        column = isChild ? found.row : 0;
+    }
+
     function step(by: int): void {
         hasVisualFocus = true;
         column = Math.max(0, Math.min(currentColumn + by, currentItemCount - 1));
@@ -56,7 +62,10 @@ KeyboardList {
     Accessible.name: Texts.tr("duplicates_title")
     Keys.onLeftPressed: step(-1)
     Keys.onRightPressed: step(1)
-    Keys.onSpacePressed: toggleCurrent()
+    Keys.onSpacePressed: event => {
+        if (!takeText(event))
+            toggleCurrent();
+    }
     Keys.onReturnPressed: toggleCurrent()
     Keys.onEnterPressed: toggleCurrent()
 

@@ -48,7 +48,7 @@ FocusScope {
             text: Texts.tr("history_empty")
         }
 
-        KeyboardList {
+        TypeAheadList {
             id: list
             objectName: "historyList"
             anchors.fill: parent

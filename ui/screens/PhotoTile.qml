@@ -94,7 +94,7 @@ FocusScope {
         // The button accepts Space, so the list doesn't receive that key.
         Keys.onPressed: event => {
             root.list.hasVisualFocus = true;
-            event.accepted = false;
+            event.accepted = root.list.takeText(event);
         }
 
         RowPointerHandler {

@@ -26,7 +26,7 @@ Panel {
         text: Texts.tr("storage_breakdown_empty")
     }
 
-    KeyboardList {
+    TypeAheadList {
         id: list
         objectName: "resultsList"
         anchors.fill: parent

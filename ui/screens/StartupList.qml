@@ -4,7 +4,7 @@ import Lumvale
 import Lumvale.Style
 
 /// List of the items that start at login. Space and Return press the button of the current row.
-KeyboardList {
+TypeAheadList {
     id: root
 
     signal disableRequested(row: int)

@@ -53,7 +53,7 @@ Item {
         lineHeight: 1.2
     }
 
-    KeyboardList {
+    TypeAheadList {
         id: rows
         objectName: "storageRows"
         anchors.left: parent.left

@@ -88,7 +88,7 @@ Window {
             text: Texts.tr("disk_none")
         }
 
-        KeyboardList {
+        TypeAheadList {
             id: list
             objectName: "diskList"
             anchors.fill: parent

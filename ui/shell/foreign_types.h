@@ -13,6 +13,7 @@
 #include "app/models/startup_items_model.h"
 #include "app/models/startup_view_model.h"
 #include "app/models/storage_entries_model.h"
+#include "app/models/type_ahead.h"
 #include "app/models/uninstall_view_model.h"
 #include "app/update/update_alert.h"
 
@@ -109,6 +110,12 @@ struct ForeignStorageEntriesModel {
     QML_FOREIGN(StorageEntriesModel)
     QML_NAMED_ELEMENT(StorageEntriesModel)
     QML_UNCREATABLE("a part of ScanViewModel")
+};
+
+struct ForeignTypeAhead {
+    Q_GADGET
+    QML_FOREIGN(TypeAhead)
+    QML_NAMED_ELEMENT(TypeAhead)
 };
 
 struct ForeignUninstallViewModel {

@@ -40,6 +40,12 @@ ListView {
         return firstRow - 1;
     }
 
+    /// Handles a key as text. Returns false if the key keeps its usual meaning. Rows call it first, since some accept
+    /// Space themselves.
+    function takeText(event: var): bool {
+        return false;
+    }
+
     leftMargin: Metrics.listPadding
     rightMargin: Metrics.listPadding
     topMargin: Metrics.listPadding
@@ -64,8 +70,8 @@ ListView {
     Keys.onPressed: event => {
         hasVisualFocus = true;
         const row = rowByKey(event.key);
-        event.accepted = row >= firstRow;
-        if (event.accepted)
+        event.accepted = row >= firstRow || takeText(event);
+        if (row >= firstRow)
             currentIndex = row;
     }
 }

@@ -20,7 +20,7 @@ T.AbstractButton {
     // The current row has the active focus and accepts Space, so the list doesn't receive that key.
     Keys.onPressed: event => {
         list.hasVisualFocus = true;
-        event.accepted = false;
+        event.accepted = list.takeText(event);
     }
 
     RowPointerHandler {

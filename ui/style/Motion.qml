@@ -7,6 +7,7 @@ QtObject {
     readonly property real slowPulseSpeed: 1.1
     readonly property real spinSpeed: 160 // degrees per second
     readonly property int quickDuration: 120 // milliseconds; for direct responses to input
+    readonly property int typingPause: 1000 // milliseconds; ends the text typed in a list
 
     /// Seconds since the Unix epoch.
     function now(): real {
