@@ -19,6 +19,8 @@ QVariant ScanItemsModel::data(const QModelIndex& index, int role) const {
         return display::text(translationKey(item.category));
     case NameRole:
         return display::text(item.name);
+    case PathRole:
+        return QByteArray::fromStdString(item.path);
     case ExplanationRole:
         return display::text(item.explanation);
     case SizeRole:
@@ -34,8 +36,9 @@ QVariant ScanItemsModel::data(const QModelIndex& index, int role) const {
 
 QHash<int, QByteArray> ScanItemsModel::roleNames() const {
     return {
-        {CategoryRole, "category"}, {NameRole, "name"}, {ExplanationRole, "explanation"},
-        {SizeRole, "size"},         {DateRole, "date"}, {CheckedRole, "checked"},
+        {CategoryRole, "category"},       {NameRole, "name"}, {PathRole, "path"},
+        {ExplanationRole, "explanation"}, {SizeRole, "size"}, {DateRole, "date"},
+        {CheckedRole, "checked"},
     };
 }
 

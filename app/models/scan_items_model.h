@@ -19,6 +19,7 @@ public:
     enum Role {
         CategoryRole = Qt::UserRole + 1, ///< translation key of the category's name
         NameRole,
+        PathRole,        ///< exact path on the disk, QByteArray
         ExplanationRole, ///< translation key
         SizeRole,        ///< formatted
         DateRole,        ///< formatted; empty without a date

@@ -188,6 +188,10 @@ QString UninstallViewModel::selectedAppName() const {
     return m_selectedApp ? display::name(m_selectedApp->name) : QString();
 }
 
+QByteArray UninstallViewModel::selectedAppPath() const {
+    return m_selectedApp ? QByteArray::fromStdString(m_selectedApp->path) : QByteArray();
+}
+
 QString UninstallViewModel::selectedAppSize() const {
     return m_selectedApp ? display::size(m_selectedApp->sizeBytes) : QString();
 }

@@ -31,6 +31,7 @@ class UninstallViewModel : public QObject {
     Q_PROPERTY(bool isLoadingApps READ isLoadingApps NOTIFY isLoadingAppsChanged)
     Q_PROPERTY(bool hasSelectedApp READ hasSelectedApp NOTIFY selectedAppChanged)
     Q_PROPERTY(QString selectedAppName READ selectedAppName NOTIFY selectedAppChanged)
+    Q_PROPERTY(QByteArray selectedAppPath READ selectedAppPath NOTIFY selectedAppChanged)
     Q_PROPERTY(QString selectedAppSize READ selectedAppSize NOTIFY selectedAppChanged)
     Q_PROPERTY(QByteArray selectedBundle READ selectedBundle NOTIFY selectedAppChanged)
     Q_PROPERTY(bool isSelectedAppChecked READ isSelectedAppChecked NOTIFY selectionChanged)
@@ -86,6 +87,7 @@ public:
     bool hasApps() const { return !apps().empty(); }
     bool hasSelectedApp() const { return m_selectedApp.has_value(); }
     QString selectedAppName() const;
+    QByteArray selectedAppPath() const; ///< exact path on the disk
     QString selectedAppSize() const;
     QByteArray selectedBundle() const; ///< path as bytes, for the icon
     bool isSelectedAppChecked() const { return m_selectedApp && checked().contains(m_selectedApp->id); }

@@ -285,4 +285,16 @@ Result<Place> Disk::placeFollowed(std::string_view path) const {
                  resolver.hasFollowedLink()};
 }
 
+Result<std::string> Disk::hostPath(std::string_view path) const {
+    const Result<Place> entry = place(path);
+    if (!entry)
+        return entry.error();
+    if (!system::attributesAt(entry->folder.number(), entry->name.c_str()))
+        return posixError(errno);
+    const std::string folder = system::hostPath(entry->folder.number());
+    if (folder.empty())
+        return posixError(ENAMETOOLONG);
+    return joined(folder, entry->name);
+}
+
 } // namespace platform

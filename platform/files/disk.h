@@ -77,6 +77,10 @@ public:
     /// of the root is ".".
     Result<Place> placeFollowed(std::string_view path) const;
 
+    /// Returns the path on the host of the entry at `path`, for programs of the host. Its parent folder's
+    /// symbolic links are followed on this disk; the entry must exist.
+    Result<std::string> hostPath(std::string_view path) const;
+
 private:
     Disk() = default;
 

@@ -24,6 +24,7 @@ FocusScope {
         list: root.list
         isCurrent: list.hasVisualFocus && list.currentIndex < 0
         name: root.model.selectedAppName
+        path: root.model.selectedAppPath
         explanation: "app_itself"
         size: root.model.selectedAppSize
         date: ""

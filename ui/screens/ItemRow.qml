@@ -3,10 +3,11 @@ import Lumvale
 import Lumvale.Style
 
 /// Row of an entry that can be deleted: a check box with name, reason, size and date.
-KeyboardRow {
+EntryRow {
     id: root
 
     required property string name
+    required path
     required property string explanation
     required property string size
     required property string date
@@ -24,7 +25,8 @@ KeyboardRow {
     Accessible.checkable: true
     Accessible.checked: checked
     Accessible.name: name + ", " + size
-    Accessible.description: (heading.length > 0 ? heading + ", " : "") + (date.length > 0 ? date + ", " : "") + Texts.tr(explanation)
+    Accessible.description: (heading.length > 0 ? heading + ", " : "") + (date.length > 0 ? date + ", " : "")
+                            + Texts.tr(explanation) + ", " + pathText
     Accessible.onToggleAction: clicked()
 
     CheckMark {

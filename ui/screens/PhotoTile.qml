@@ -100,5 +100,7 @@ FocusScope {
         RowPointerHandler {
             list: root.list
         }
+
+        RightButtonArea {}
     }
 }

@@ -53,18 +53,15 @@ BaseButton {
         }
     }
 
-    T.Menu {
+    PopupMenu {
         id: menu
 
         readonly property int gap: 6
-        readonly property string accessibleName: Texts.tr("language_label")
 
+        accessibleName: Texts.tr("language_label")
         // Centred on the button; `margins` keeps it inside the window.
         x: Math.round((root.width - width) / 2)
-        margins: Metrics.screenPadding
         implicitWidth: 190
-        implicitHeight: contentItem.implicitHeight + 2 * padding
-        padding: 6
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
         onAboutToShow: {
             const end = root.mapToItem(null, 0, root.height).y + gap + implicitHeight + margins;
@@ -77,23 +74,10 @@ BaseButton {
             root.focusReason = root.openReason;
         }
 
-        contentItem: ListView {
-            implicitHeight: contentHeight
-            model: menu.contentModel
-            currentIndex: menu.currentIndex
-            interactive: false
-        }
-
-        background: Rectangle {
-            radius: Metrics.smallButtonRadius
-            color: GCColor.dialog
-            border.color: GCColor.panelStroke
-        }
-
         Repeater {
             model: Localizer.languageNames
 
-            MenuEntry {
+            MenuChoice {
                 required property int index
                 required property string modelData
 

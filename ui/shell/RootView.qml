@@ -104,6 +104,17 @@ FocusScope {
         }
     }
 
+    Notice {
+        id: notice
+    }
+
+    Connections {
+        target: FileActions
+        function onReported(sentence: string) {
+            notice.show(sentence);
+        }
+    }
+
     // Loaded on the first run only.
     Loader {
         active: !root.onboarding.didOnboard

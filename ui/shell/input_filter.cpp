@@ -36,6 +36,8 @@ bool InputFilter::eventFilter(QObject* /*watched*/, QEvent* event) {
 }
 
 bool InputFilter::isDropped(const QMouseEvent& mouse) {
+    if (mouse.button() == Qt::RightButton)
+        return false;
     // A control that contains a pointer handler treats every mouse button as the left one.
     if (mouse.button() != Qt::LeftButton)
         return true;

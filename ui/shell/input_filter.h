@@ -6,9 +6,9 @@
 class QMouseEvent;
 
 /// Event filter that drops accidental input to a window: auto-repeats of Return, Enter, Space and Escape, the
-/// second click of a double click, and all mouse buttons but the left one. Repeats and second clicks would
-/// otherwise act on what the first one opened or uncovered, e.g. the next onboarding page or the items behind
-/// a dialog.
+/// second click of a double click, and all mouse buttons but the left one and the right one, which is for
+/// context menus. Repeats and second clicks would otherwise act on what the first one opened or uncovered,
+/// e.g. the next onboarding page or the items behind a dialog.
 class InputFilter : public QObject {
     Q_OBJECT
 

@@ -1,6 +1,7 @@
 #include "ui/shell/lumvale_window.h"
 
 #include "ui/shell/close_filter.h"
+#include "ui/shell/file_actions.h"
 #include "ui/shell/input_filter.h"
 #include "ui/shell/modal_accessibility.h"
 #include "ui/shell/qml_modules.h"
@@ -35,6 +36,7 @@ void setMinimumSize(QWindow& window) {
 LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platform::Executor executor,
                              platform::PhotoLibrary photos) {
     new ThumbnailLoader(disk, photos, executor, &m_engine);
+    new FileActions(disk, &m_engine);
     new ScreenModels(std::move(disk), history, std::move(executor), std::move(photos), &m_engine);
     ModalAccessibility::install();
     QmlModules::load(m_engine, QStringLiteral("Main"));

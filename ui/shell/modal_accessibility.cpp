@@ -18,6 +18,11 @@ bool isModal(const QQuickItem& item) {
     return isPopup(item) && item.parent()->property("modal").toBool();
 }
 
+/// Returns true for a tool tip, whose text is in the description of its control.
+bool isTip(const QQuickItem& item) {
+    return isPopup(item) && item.parent()->inherits("QQuickToolTip");
+}
+
 bool isAccessible(const QQuickItem& item) {
     const QObjectList& children = item.children();
     return std::any_of(children.begin(), children.end(), [](const QObject* child) {
@@ -183,7 +188,7 @@ QAccessibleInterface* createInterface(const QString& /*className*/, QObject* obj
     if (auto* window = qobject_cast<QQuickWindow*>(object))
         return new AccessibleWindow(window);
     auto* item = qobject_cast<QQuickItem*>(object);
-    if (!item || !isAccessible(*item))
+    if (!item || !isAccessible(*item) || isTip(*item))
         return nullptr;
     if (item->window() && !isReachable(*item))
         return new AccessibleHiddenItem(item);

@@ -10,6 +10,9 @@ T.AbstractButton {
     property bool isSelected: false
     property bool isCurrent: list !== null && list.hasVisualFocus && ListView.isCurrentItem
 
+    /// A context menu is requested at a position in the row, by the right mouse button, the Menu key or Shift-F10.
+    signal menuRequested(position: point, reason: int)
+
     objectName: "row"
     hoverEnabled: true
     focusPolicy: Qt.NoFocus
@@ -20,11 +23,18 @@ T.AbstractButton {
     // The current row has the active focus and accepts Space, so the list doesn't receive that key.
     Keys.onPressed: event => {
         list.hasVisualFocus = true;
-        event.accepted = list.takeText(event);
+        const opensMenu = event.key === Qt.Key_Menu || event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier;
+        if (opensMenu)
+            menuRequested(Qt.point(0, height), Qt.TabFocusReason);
+        event.accepted = opensMenu || list.takeText(event);
     }
 
     RowPointerHandler {
         list: root.list
+    }
+
+    RightButtonArea {
+        onPressed: mouse => root.menuRequested(Qt.point(mouse.x, mouse.y), Qt.MouseFocusReason)
     }
 
     background: Rectangle {

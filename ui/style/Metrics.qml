@@ -33,4 +33,5 @@ QtObject {
     readonly property int subtitleWidth: 320
     readonly property int checkSide: 19
     readonly property int iconSide: 32
+    readonly property int tipWidth: 520
 }
