@@ -20,12 +20,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <random>
 #include <string>
 #include <utility>
-
-#include <unistd.h>
 
 // Measures the duplicates screen with thousands of groups and real picture files: the time until the first
 // rows and their pictures are shown; while it scrolls, wall and CPU time of the frames compared with those of
@@ -84,22 +81,6 @@ void fillLibrary(const TemporaryDisk& disk) {
                                  renditions / std::string(1, digit) / (uuid + "_1_105_c.jpeg"));
         }
     catalogue.run("COMMIT");
-}
-
-double residentMegabytes() {
-    long pages = 0;
-    std::ifstream("/proc/self/statm") >> pages >> pages;
-    return static_cast<double>(pages) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
-}
-
-template <class Visit>
-void forEachVisible(const QQuickItem& item, const char* name, Visit visit) {
-    if (!item.isVisible())
-        return;
-    if (item.objectName() == QLatin1String(name))
-        visit(item);
-    for (const QQuickItem* child : item.childItems())
-        forEachVisible(*child, name, visit);
 }
 
 class Screen {

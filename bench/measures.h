@@ -4,14 +4,18 @@
 #include "bench/times.h"
 
 #include <QEventLoop>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <QSettings>
 
 #include <algorithm>
 #include <chrono>
+#include <fstream>
 #include <functional>
 #include <thread>
 #include <vector>
+
+#include <unistd.h>
 
 /// Measurements shared by the benchmarks of the window.
 
@@ -73,4 +77,22 @@ inline Frames framesWhile(QQuickWindow& window, int count, const std::function<v
     }
     frames.processor = (processorMilliseconds() - before) / count;
     return frames;
+}
+
+/// Reads /proc.
+inline double residentMegabytes() {
+    long pages = 0;
+    std::ifstream("/proc/self/statm") >> pages >> pages;
+    return static_cast<double>(pages) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
+}
+
+/// Calls `visit` for the visible items with this object name at or below `item`.
+template <class Visit>
+void forEachVisible(const QQuickItem& item, const char* name, Visit visit) {
+    if (!item.isVisible())
+        return;
+    if (item.objectName() == QLatin1String(name))
+        visit(item);
+    for (const QQuickItem* child : item.childItems())
+        forEachVisible(*child, name, visit);
 }
