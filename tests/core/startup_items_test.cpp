@@ -134,8 +134,7 @@ TEST_F(StartupItems, HaveTheIconOfTheApplicationWithTheirProgramOrName) {
         {"net.example.c", arguments + "<string>/Applications/C.app/x</string><string>-a</string></array>",
          "/Applications/C.app"},
         {"net.example.d", arguments + "<string>/bin/sh</string><string>/C.app/x</string></array>", {}},
-        {"net.example.e", arguments + "</array>", {}},
-        {"net.example.f", "<key>Program</key><string>C.app/x</string>", {}},
+        {"net.example.e", "<key>Program</key><string>C.app/x</string>" + arguments + "</array>", {}},
     };
     for (const auto& [label, program, bundle] : cases) {
         m_disk.write(ownFolder + "a.plist", agent(label, "<false/>", program));
