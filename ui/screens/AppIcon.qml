@@ -17,9 +17,9 @@ Item {
     // As large as the shape in most icons, which leave a margin around it.
     Rectangle {
         anchors.fill: parent
-        anchors.margins: 2
+        anchors.margins: 3
         visible: !icon.isLoaded
-        radius: 7
+        radius: 6
         color: GCColor.white(0.05)
 
         Symbol {

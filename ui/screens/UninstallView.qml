@@ -93,6 +93,7 @@ FocusScope {
 
             AppIcon {
                 id: appIcon
+                x: -3 // the margin around the shape in most icons
                 anchors.verticalCenter: parent.verticalCenter
                 bundle: root.model.selectedBundle
             }
