@@ -1,4 +1,4 @@
-# Creates and installs the menu entry, the AppStream metadata and the icons.
+# Creates and installs the menu entry, the AppStream metadata, the manual page and the icons.
 include(GNUInstallDirs)
 
 # localized_elements(OUT ELEMENT INDENTATION KEY): sets OUT to XML elements with the text in every language.
@@ -40,6 +40,19 @@ install(TARGETS lumvale DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${desktop} DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${metainfo} DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES linux/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/lumvale)
+
+# install_compressed(FILE DESTINATION): installs a text compressed, without the time in it.
+function(install_compressed file destination)
+    cmake_path(GET file FILENAME name)
+    set(compressed ${CMAKE_CURRENT_BINARY_DIR}/${name}.gz)
+    execute_process(COMMAND gzip -9nc ${file} OUTPUT_FILE ${compressed} COMMAND_ERROR_IS_FATAL ANY)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+    install(FILES ${compressed} DESTINATION ${destination})
+endfunction()
+
+configure_file(linux/lumvale.1.in ${CMAKE_CURRENT_BINARY_DIR}/lumvale.1 @ONLY)
+install_compressed(${CMAKE_CURRENT_BINARY_DIR}/lumvale.1 ${CMAKE_INSTALL_MANDIR}/man1)
+install_compressed(${CMAKE_CURRENT_SOURCE_DIR}/linux/changelog ${CMAKE_INSTALL_DATADIR}/doc/lumvale)
 
 set(themed ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
 drawn_icons(pictures 16 22 24 32 48 64 128 256 512)

@@ -28,7 +28,7 @@ for line in 'Package lumvale' "Version $version" "Architecture $(dpkg --print-ar
     "Maintainer $name <hello@lumvale.example>"; do
     [ "$(field "${line%% *}")" = "${line#* }" ] || fail "${line%% *} is $(field "${line%% *}")"
 done
-[ "$(field Description | wc -l)" = 6 ] || fail "a description without its features: $(field Description)"
+[ "$(field Description | grep -c '^  \* ')" = 4 ] || fail "a description without its features: $(field Description)"
 
 # Dependencies are satisfied here and cover all QML imports.
 dpkg-checkbuilddeps -d "$(field Depends), $(field Recommends)" /dev/null 2>"$work/unmet" || fail "$(cat "$work/unmet")"
@@ -52,13 +52,25 @@ icons=usr/share/icons/hicolor
     echo "$icons/symbolic/apps/$identifier-symbolic.svg"
     echo usr/bin/lumvale
     echo "usr/share/applications/$identifier.desktop"
+    echo usr/share/doc/lumvale/changelog.gz
     echo usr/share/doc/lumvale/copyright
+    echo usr/share/man/man1/lumvale.1.gz
     echo "usr/share/metainfo/$identifier.metainfo.xml"
 } | LC_ALL=C sort >"$work/allowed"
 find "$root" ! -type d -printf '%P\n' | LC_ALL=C sort | diff -u "$work/allowed" - || fail "it brings other files"
 modes=$(find "$root" -mindepth 1 -printf '%y%m\n' | sort -u | tr '\n' ' ')
 [ "$modes" = 'd755 f644 f755 ' ] || fail "odd modes: $modes"
 [ "$(find "$root" -type f -perm 755 -printf '%P')" = usr/bin/lumvale ] || fail "another program"
+
+# Debian's own checks, then the texts that only we can check: the changelog begins with this version, and the manual
+# page names what --help does.
+complaints=$(lintian --allow-root --fail-on error,warning "$package" 2>&1) || fail "lintian" "$complaints"
+[[ $(zcat "$root/usr/share/doc/lumvale/changelog.gz") == "lumvale ($version) "* ]] || fail "no changelog of $version"
+manual=$(zcat "$root/usr/share/man/man1/lumvale.1.gz" | sed 's/\\-/-/g')
+[[ $manual == *"$name $version"* ]] || fail "the manual page is of another version"
+for word in $("$root/usr/bin/lumvale" --help | sed -nE 's/^  (\S+) .*/\1/p'); do
+    [[ $manual == *"$word"* ]] || fail "the manual page does not describe $word"
+done
 
 # Desktop entry and metainfo.
 entry=$root/usr/share/applications/$identifier.desktop
