@@ -12,14 +12,21 @@ set_target_properties(lumvale PROPERTIES
 )
 install(TARGETS lumvale BUNDLE DESTINATION .)
 
+set(LUMVALE_SIGNING_IDENTITY - CACHE STRING
+    "Name of the certificate that signs the bundle; - for none: only this Mac starts it without a warning")
+set(signing -s ${LUMVALE_SIGNING_IDENTITY})
+if(NOT LUMVALE_SIGNING_IDENTITY STREQUAL "-") # as notarization requires
+    list(APPEND signing --timestamp --options runtime --entitlements ${CMAKE_CURRENT_SOURCE_DIR}/macos/entitlements.plist)
+endif()
+list(JOIN signing "\" \"" signing)
+
 # Qt's function for QML programs looks for imports in the program's own sources only, not in those of its libraries.
 find_program(MACDEPLOYQT macdeployqt HINTS ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_BINS})
 install(CODE "
     set(bundle \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${PROJECT_NAME}.app\")
     execute_process(COMMAND \"${MACDEPLOYQT}\" \"\${bundle}\" \"-qmldir=${PROJECT_SOURCE_DIR}/ui\"
         COMMAND_ERROR_IS_FATAL ANY)
-    # An ad-hoc signature (\"-\"), without a certificate: only this Mac starts the program without a warning.
-    execute_process(COMMAND codesign --force --deep -s - \"\${bundle}\" COMMAND_ERROR_IS_FATAL ANY)
+    execute_process(COMMAND codesign --force --deep \"${signing}\" \"\${bundle}\" COMMAND_ERROR_IS_FATAL ANY)
 ")
 
 set(CPACK_GENERATOR DragNDrop)
