@@ -87,6 +87,12 @@ void UninstallTest::uninstallsTickedFilesOfTheChosenApp() {
 }
 
 void UninstallTest::uninstallsUntilNoAppIsLeft() {
+    m_disk->setMode("/Applications", 0555);
+    choose("Solo");
+    confirm("deleteButton");
+    QTRY_COMPARE(announced("stayedLabel"),
+                 translated("app_stayed").arg("Solo", translated("err_trash_permission")));
+    m_disk->setMode("/Applications", 0755);
     for (const char* app : {"Solo", "Notes", "Paint"}) {
         choose(app);
         const bool hasFiles = app != QLatin1String("Solo");

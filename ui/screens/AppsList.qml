@@ -30,7 +30,8 @@ FocusScope {
         anchors.left: parent.left
         anchors.right: parent.right
         height: visible ? outcome.height + 2 * 12 : 0
-        visible: root.model.hasUninstalled || moved.visible || stayed.visible
+        // By the texts: items in a hidden one are not visible.
+        visible: root.model.hasUninstalled || moved.text.length > 0 || stayed.text.length > 0
         radius: Metrics.smallButtonRadius
         color: GCColor.success
         border.color: GCColor.successStroke
