@@ -13,17 +13,17 @@ QVariant InstalledAppsModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case NameRole:
         return display::name(app.name);
+    case PathRole:
+        return QByteArray::fromStdString(app.path);
     case SizeRole:
         return display::size(app.sizeBytes);
-    case BundleRole:
-        return QByteArray::fromStdString(app.path);
     default:
         return {};
     }
 }
 
 QHash<int, QByteArray> InstalledAppsModel::roleNames() const {
-    return {{NameRole, "name"}, {SizeRole, "size"}, {BundleRole, "bundle"}};
+    return {{NameRole, "name"}, {PathRole, "path"}, {SizeRole, "size"}};
 }
 
 void InstalledAppsModel::setApps(std::vector<core::InstalledApp> apps) {

@@ -14,8 +14,8 @@ class InstalledAppsModel : public QAbstractListModel {
 public:
     enum Role {
         NameRole = Qt::UserRole + 1,
-        SizeRole,   ///< formatted
-        BundleRole, ///< path of the bundle as bytes, for its icon
+        PathRole, ///< exact path on the disk, QByteArray
+        SizeRole, ///< formatted
     };
 
     using QAbstractListModel::QAbstractListModel;

@@ -1,6 +1,9 @@
 #include "app/models/startup_items_model.h"
 
 #include "app/text/display.h"
+#include "platform/files/path.h"
+
+using namespace Qt::StringLiterals;
 
 int StartupItemsModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_items.size());
@@ -13,6 +16,10 @@ QVariant StartupItemsModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case NameRole:
         return display::name(item.displayName);
+    case PathRole:
+        return QByteArray::fromStdString(item.path);
+    case SourceRole:
+        return u"%1 · %2"_s.arg(display::name(item.label), display::name(platform::lastComponent(item.path)));
     case ExplanationRole:
         return display::text(item.explanation);
     case IsSystemWideRole:
@@ -27,6 +34,8 @@ QVariant StartupItemsModel::data(const QModelIndex& index, int role) const {
 QHash<int, QByteArray> StartupItemsModel::roleNames() const {
     return {
         {NameRole, "name"},
+        {PathRole, "path"},
+        {SourceRole, "source"},
         {ExplanationRole, "explanation"},
         {IsSystemWideRole, "isSystemWide"},
         {BundleRole, "bundle"},

@@ -14,6 +14,8 @@ class StartupItemsModel : public QAbstractListModel {
 public:
     enum Role {
         NameRole = Qt::UserRole + 1,
+        PathRole,        ///< exact path on the disk, QByteArray
+        SourceRole,      ///< the label and the name of its file
         ExplanationRole, ///< translation key
         IsSystemWideRole,
         BundleRole, ///< path of its application as bytes, for the icon; empty without one

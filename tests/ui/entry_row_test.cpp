@@ -22,7 +22,11 @@ public:
         QVERIFY(bus.registerObject("/org/freedesktop/FileManager1", this, QDBusConnection::ExportAllSlots)
                 && bus.registerService("org.freedesktop.FileManager1"));
     }
-    void stop() { QDBusConnection::sessionBus().unregisterService("org.freedesktop.FileManager1"); }
+    void stop() {
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        bus.unregisterObject("/org/freedesktop/FileManager1");
+        bus.unregisterService("org.freedesktop.FileManager1");
+    }
 
     QStringList m_shown;
 
@@ -59,6 +63,8 @@ private:
 void EntryRowTest::init() {
     WindowTest::init();
     m_disk->write("~/Library/Logs/100% #\xFF\n.log", "odd name");
+    m_disk->make("/Applications/Paint.app/x 1000");
+    makeAgent("~/Library/LaunchAgents/a.plist", "com.example.agent");
 }
 
 QQuickItem* EntryRowTest::openRow(const char* tab, const QString& name) const {
@@ -83,6 +89,11 @@ void EntryRowTest::tellsShowsAndCopiesPaths_data() {
     QTest::newRow("item") << QByteArray("tab_cleanup") << "100% #\uFFFD\u21B5.log"
                           << "/Users/me/Library/Logs/100% #\uFFFD\u21B5.log"
                           << QByteArray("/Users/me/Library/Logs/100%25%20%23%FF%0A.log");
+    QTest::newRow("application") << QByteArray("tab_uninstall") << "Paint"
+                                 << "/Applications/Paint.app" << QByteArray("/Applications/Paint.app");
+    QTest::newRow("startup item") << QByteArray("tab_startup") << "Agent"
+                                  << "/Users/me/Library/LaunchAgents/a.plist"
+                                  << QByteArray("/Users/me/Library/LaunchAgents/a.plist");
 }
 
 void EntryRowTest::tellsShowsAndCopiesPaths() {

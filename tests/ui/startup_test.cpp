@@ -31,14 +31,18 @@ void StartupTest::disablesOnlyWhatIsConfirmed() {
     makeAgent("/Library/LaunchAgents/every.plist", "com.example.every");
     open();
     QVERIFY(m_driver->click("tab_startup"));
-    const QString user = translated("exp_startup_user") + " | " + translated("btn_disable");
-    QTRY_COMPARE(drawn(),
-                 (QStringList{"Every | " + translated("startup_system_badge") + " | "
-                                  + translated("exp_startup_system") + " | " + translated("btn_disable"),
-                              "One | " + user, "Three | " + user, "Two | " + user}));
+    const auto rest = [](const char* explanation, const QString& name) {
+        return " | " + translated(explanation) + " | com.example." + name + " · " + name + ".plist | "
+               + translated("btn_disable");
+    };
+    QTRY_COMPARE(
+        drawn(),
+        (QStringList{"Every | " + translated("startup_system_badge") + rest("exp_startup_system", "every"),
+                     "One" + rest("exp_startup_user", "one"), "Three" + rest("exp_startup_user", "three"),
+                     "Two" + rest("exp_startup_user", "two")}));
     const auto* every = told(m_driver->row("Every"));
     QCOMPARE(every->text(QAccessible::Name), "Every, " + translated("startup_system_badge"));
-    QCOMPARE(every->text(QAccessible::Description), translated("exp_startup_system"));
+    QVERIFY(every->text(QAccessible::Description).startsWith(translated("exp_startup_system")));
     m_driver->click(*m_driver->row("One")); // beside the button
     press(told(m_driver->row("Every")));    // cannot be disabled
     QVERIFY(!m_driver->isShown("confirm"));

@@ -92,6 +92,7 @@ void Tour::run(AppLanguage language) {
     takePicture("empty");
     scan();
     showStorageBreakdown();
+    showPath();
     toggleRow();
     deleteSelection();
     failToEmptyTrash();
@@ -138,6 +139,19 @@ void Tour::showStorageBreakdown() {
     takePicture("storage selected");
     expect(m_driver->click("closeButton"), "the close button is clicked");
     waitFor("the storage sheet closes", [this] { return !m_driver->isShown("storageTitle"); });
+}
+
+/// Shows the path and the context menu of the first row.
+void Tour::showPath() {
+    const QPoint place = Driver::centre(*m_driver->rows().front());
+    QTest::mouseMove(m_window, place);
+    waitFor("the path is shown", [this] { return m_driver->isShown("tipText"); });
+    takePicture("path");
+    QTest::mouseClick(m_window, Qt::RightButton, {}, place);
+    expect(m_driver->isShown("menuEntry"), "the context menu opens");
+    takePicture("context menu");
+    m_driver->key(Qt::Key_Escape);
+    waitFor("the context menu closes", [this] { return !m_driver->isShown("menuEntry"); });
 }
 
 /// Selects the first visible row that isn't selected, or deselects the first one if all are.

@@ -36,6 +36,7 @@ private:
     void finishOnboarding();
     void scan();
     void showStorageBreakdown();
+    void showPath();
     void toggleRow();
     void deleteSelection();
     void failToEmptyTrash();

@@ -2,21 +2,22 @@ import QtQuick
 import Lumvale.Style
 
 /// Row of an installed application. Clicking it shows the application's files.
-KeyboardRow {
+EntryRow {
     id: root
 
     required property string name
+    required path
     required property string size
-    required property var bundle
 
     implicitHeight: Math.max(icon.height, label.height, sizeText.height) + 2 * 8
     Accessible.name: name + ", " + size
+    Accessible.description: pathText
 
     AppIcon {
         id: icon
         anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
-        bundle: root.bundle
+        bundle: root.path
     }
 
     Label {

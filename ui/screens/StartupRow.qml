@@ -4,10 +4,12 @@ import Lumvale.Style
 
 /// Row of an item that starts at login, with the button that disables it. The keyboard and screen readers activate the
 /// row; pointer events act on the button only.
-KeyboardRow {
+EntryRow {
     id: root
 
     required property string name
+    required path
+    required property string source
     required property string explanation
     required property bool isSystemWide
     required property var bundle
@@ -21,7 +23,7 @@ KeyboardRow {
     }
     hoverEnabled: false
     Accessible.name: isSystemWide ? name + ", " + badge.text : button.text + ", " + name
-    Accessible.description: Texts.tr(explanation)
+    Accessible.description: Texts.tr(explanation) + ", " + source + ", " + pathText
 
     AppIcon {
         id: icon
@@ -68,6 +70,16 @@ KeyboardRow {
             color: GCColor.textSecondary
             opacity: 0.9
             lineHeight: 1.2
+            Accessible.ignored: true
+        }
+
+        // Tells items of the same name apart.
+        Label {
+            width: parent.width
+            text: root.source
+            font: Type.fine
+            color: GCColor.textSecondary
+            opacity: 0.7
             Accessible.ignored: true
         }
     }
