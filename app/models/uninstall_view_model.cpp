@@ -86,6 +86,11 @@ void UninstallViewModel::select(int row) {
         select(apps()[static_cast<std::size_t>(row)]);
 }
 
+void UninstallViewModel::searchAgain() {
+    if (m_selectedApp)
+        select(core::InstalledApp(*m_selectedApp));
+}
+
 void UninstallViewModel::clearSelection() {
     m_search.stop();
     setSelectedApp(std::nullopt);

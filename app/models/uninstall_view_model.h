@@ -71,6 +71,7 @@ public:
     Q_INVOKABLE void refreshFreeSpace();
     void select(core::InstalledApp app);
     Q_INVOKABLE void select(int row); ///< ignores rows that do not exist
+    Q_INVOKABLE void searchAgain();   ///< selects the selected application anew
     Q_INVOKABLE void clearSelection();
     Q_INVOKABLE void toggleSelectedApp();
     Q_INVOKABLE void requestUninstall() { setShowDeleteConfirm(true); }

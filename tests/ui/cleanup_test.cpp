@@ -142,7 +142,7 @@ void CleanupTest::stopsWhatTheUserCancels() {
         else if (by == "Escape")
             m_driver->key(Qt::Key_Escape);
         else
-            window()->close();
+            QTest::keyClick(window(), Qt::Key_W, Qt::ControlModifier);
         QVERIFY(window()->isVisible() && m_driver->isShown("confirm"));
         QCOMPARE(m_driver->text("progressText"), translated("stopping"));
         releaseJobs();

@@ -1,6 +1,9 @@
 #include "tests/app/hand_cranked.h"
 #include "tests/support/photo_catalogue.h"
 #include "tests/ui/window_test.h"
+#include "ui/thumbnails/thumbnail_loader.h"
+
+#include <QQmlEngine>
 
 #include <optional>
 #include <string>
@@ -165,9 +168,21 @@ void DuplicatesTest::drawsDescribesAndTicksPhotos() {
     for (const char* name : {"A1", "A2", "A3", "B1", "B2", "A3"})
         click(name);
     checkTicked("A2 B2", 2, "5 MB");
-    // The next search finds a change and clears the ticks.
+    // The next search finds a change and clears the ticks and the thumbnails.
+    const auto isCached = [this] {
+        bool isAnswered = false;
+        QObject receiver;
+        const auto answer = [&](const Thumbnail&) {
+            isAnswered = true;
+        };
+        ThumbnailLoader::create(qmlEngine(window()))->load("C1/L0/001", &receiver, answer);
+        const bool isAtOnce = isAnswered;
+        return QTest::qWaitFor([&] { return isAnswered; }) && isAtOnce;
+    };
+    QVERIFY(!isCached() && isCached());
     m_catalogue->run("UPDATE ZASSET SET ZHIDDEN = 1 WHERE ZUUID = 'B2'");
     search();
+    QVERIFY(!isCached());
     QCOMPARE(m_driver->text("summary"), summary(1, "6 MB"));
     checkTicked("", 0, "Zero KB");
     m_disk->write(CatalogueWriter::file, "damaged");

@@ -190,13 +190,20 @@ void EveryScreenTest::asksBeforeActing() {
     m_driver->click("photoCheckBox"); // no photo is ticked at first
     const auto before = m_disk->entries();
     const QString tickedBefore = ticks(); // rows out of sight may be created and destroyed
-    QTest::mouseClick(window(), Qt::RightButton, {}, Driver::centre(*m_driver->rows().at(0))); // does nothing
+    for (const Qt::MouseButton button : {Qt::MiddleButton, Qt::RightButton})
+        for (const char* item : {question.button, "photoCheckBox", "row"})
+            if (m_driver->isShown(item))
+                QTest::mouseClick(window(), button, {}, Driver::centre(*m_driver->item(item)));
+    QVERIFY(!m_driver->isShown("confirm"));
+    m_driver->key(Qt::Key_Escape); // closes the context menu of the row, if it has one
+    QTRY_VERIFY(!m_driver->isShown("menuEntry"));
     if (byKeys)
         m_driver->item(question.focus)->forceActiveFocus(Qt::TabFocusReason);
     // A held key and a double click open the dialog and do not answer it.
     const auto ask = [&] {
         if (byKeys)
-            m_driver->holdKey(Qt::Key_Space);
+            m_driver->holdKey(question.button == QLatin1String("deleteButton") ? Qt::Key_Delete
+                                                                               : Qt::Key_Space);
         else
             m_driver->doubleClick(*m_driver->item(question.button));
         return QTest::qWaitFor([&] {
@@ -216,6 +223,11 @@ void EveryScreenTest::asksBeforeActing() {
     QVERIFY(ticks().startsWith(tickedBefore.left(ticks().size())));
 
     QVERIFY(ask());
+    // Shortcuts do not act behind the dialog.
+    for (const auto& [key, modifiers] :
+         {std::pair(Qt::Key_F5, Qt::NoModifier), {Qt::Key_2, Qt::ControlModifier}})
+        QTest::keyClick(window(), key, modifiers);
+    QVERIFY(hasFocus("cancel") && m_driver->isShown(question.list));
     QStringList texts = Driver::texts(*m_driver->item("dialogContent"));
     const QString message = texts.takeAt(1);
     QVERIFY(message.endsWith(translated(question.message))
@@ -261,6 +273,7 @@ void EveryScreenTest::discardsResultsOfALeftScreen() {
         const auto begin = [&, tab = tab, label = label] {
             QVERIFY(m_driver->click("tab_history") && m_driver->click(tab));
             m_driver->click("scanButton"); // if there is one
+            m_driver->key(Qt::Key_F5);     // while it is running
             QCOMPARE(Driver::texts(*m_driver->item("loadingIndicator")).value(0), translated(label));
             QCOMPARE(told("loadingIndicator")->text(QAccessible::Name), translated(label));
             QVERIFY(m_driver->rows().empty() && !m_driver->isShown("emptyPrompt")
@@ -272,6 +285,10 @@ void EveryScreenTest::discardsResultsOfALeftScreen() {
         jobs.publish(); // to a screen that no longer exists
         begin();
         jobs.publish();
+        QTRY_VERIFY(!m_driver->rows().empty() && !m_driver->isShown("loadingIndicator"));
+        m_driver->key(Qt::Key_F5);
+        QVERIFY(m_driver->isShown("loadingIndicator") && !jobs.isIdle());
+        jobs.run();
         QTRY_VERIFY(!m_driver->rows().empty() && !m_driver->isShown("loadingIndicator"));
         begin();
         close();

@@ -50,8 +50,10 @@ bool OnboardingTest::showsPage(int page) const {
 
 void OnboardingTest::leadsThroughItsPagesByClicks() {
     openIntroduction();
-    QVERIFY(m_driver->click("scanButton") && m_driver->click("languageMenu")); // behind it
-    QVERIFY(!model<ScanViewModel>()->isScanning() && !m_driver->isShown("menuEntry"));
+    for (const char* behind : {"scanButton", "languageMenu", "emptyTrashButton", "tab_history"})
+        QVERIFY(m_driver->click(behind));
+    QVERIFY(!model<ScanViewModel>()->isScanning() && !m_driver->isShown("menuEntry")
+            && !m_driver->isShown("confirm") && !m_driver->isShown("historyNote"));
     for (int page = 0; page < 4; ++page) {
         QVERIFY(showsPage(page) && !didOnboard());
         m_driver->doubleClick(*m_driver->item("next")); // turns one page
@@ -67,11 +69,14 @@ void OnboardingTest::changesLanguageAndIsDoneOnceDismissed() {
     QTRY_VERIFY(menuEntry("Français"));
     m_driver->click(*menuEntry("Français"));
     QTRY_VERIFY(showsPage(0) && m_driver->text("languagePicker") == "Français");
-    QVERIFY(m_driver->click("languagePicker"));
+    for (const char* button : {"next", "languagePicker"})
+        m_driver->item(button)->forceActiveFocus(Qt::TabFocusReason);
+    m_driver->key(Qt::Key_Space);
     QTRY_VERIFY(m_driver->isShown("menuEntry"));
     m_driver->key(Qt::Key_Escape); // closes the menu only
     QTRY_VERIFY(!m_driver->isShown("menuEntry"));
     QVERIFY(showsPage(0) && !didOnboard());
+    QCOMPARE(m_driver->text("languagePicker", "visualFocus"), "true");
     m_driver->key(Qt::Key_Escape);
     QTRY_VERIFY(!m_driver->isShown("onboardingTitle"));
     QVERIFY(didOnboard());
@@ -79,9 +84,11 @@ void OnboardingTest::changesLanguageAndIsDoneOnceDismissed() {
 
 void OnboardingTest::isNotDoneIfTheProgramQuits() {
     for (const bool isClosedFirst : {false, true}) {
-        openIntroduction();
-        if (isClosedFirst)
-            QVERIFY(window()->close());
+        openIntroduction(3);
+        if (isClosedFirst) {
+            QTest::keyClick(window(), Qt::Key_Q, Qt::ControlModifier);
+            QVERIFY(!window()->isVisible());
+        }
         close();
         QCoreApplication::processEvents();
         QVERIFY(!QSettings().contains("didOnboard"));

@@ -2,6 +2,7 @@
 #include "tests/ui/window_test.h"
 
 #include <array>
+#include <tuple>
 #include <utility>
 
 /// The tabs and the language menu.
@@ -13,8 +14,21 @@ private Q_SLOTS:
 
     void showsTheScreenOfEachTab();
     void walksTabsByKeys();
+    void changesTabsByShortcuts();
     void choosesALanguageByClicks();
+
+private:
+    void checkSelected(const QString& tab) const; ///< is the only one told and drawn as selected
 };
+
+void ShellTest::checkSelected(const QString& tab) const {
+    for (const char* each :
+         {"tab_cleanup", "tab_uninstall", "tab_startup", "tab_duplicates", "tab_history"}) {
+        const auto* background = m_driver->item(each)->property("background").value<QQuickItem*>();
+        QCOMPARE(told(each)->state().selected == 1, tab == each);
+        QCOMPARE(background->property("color").value<QColor>().alpha() > 0, tab == each);
+    }
+}
 
 void ShellTest::init() {
     WindowTest::init();
@@ -27,7 +41,6 @@ void ShellTest::showsTheScreenOfEachTab() {
                                                {"tab_duplicates", "duplicates_title", "duplicates_subtitle"},
                                                {"tab_history", "tab_history", "history_subtitle"}};
     QCOMPARE(window()->minimumSize(), smallest);
-    const char* before = "tab_cleanup";
     for (const auto& [tab, title, subtitle] : screens) {
         QVERIFY(m_driver->click(tab));
         QCOMPARE(m_driver->text("screenTitle"), translated(title));
@@ -35,7 +48,7 @@ void ShellTest::showsTheScreenOfEachTab() {
         QTRY_VERIFY(!model<ScanViewModel>()); // a left screen is destroyed
         QCOMPARE(told(tab)->role(), QAccessible::PageTab);
         QCOMPARE(told(tab)->text(QAccessible::Name), translated(tab));
-        QVERIFY(told(tab)->state().selected && !told(std::exchange(before, tab))->state().selected);
+        checkSelected(tab);
     }
     QVERIFY(m_driver->click("tab_cleanup"));
     QVERIFY(hasFocus("scanButton"));
@@ -56,6 +69,23 @@ void ShellTest::walksTabsByKeys() {
     for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Space, Qt::Key_Tab, Qt::Key_Tab})
         m_driver->key(key);
     QVERIFY(hasFocus("scanButton")); // the tabs are one tab stop, the language menu is another
+}
+
+void ShellTest::changesTabsByShortcuts() {
+    const std::tuple<Qt::Key, Qt::KeyboardModifiers, const char*> steps[]{
+        {Qt::Key_4, Qt::ControlModifier, "tab_duplicates"},
+        {Qt::Key_Tab, Qt::ControlModifier, "tab_history"},
+        {Qt::Key_Tab, Qt::ControlModifier, "tab_cleanup"},
+        {Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier, "tab_history"},
+        {Qt::Key_6, Qt::ControlModifier, "tab_history"},
+        {Qt::Key_1, Qt::NoModifier, "tab_history"},
+        {Qt::Key_1, Qt::ControlModifier, "tab_cleanup"}};
+    for (const auto& [key, modifiers, tab] : steps) {
+        QTest::keyClick(window(), key, modifiers);
+        checkSelected(tab);
+    }
+    QVERIFY(hasFocus("scanButton"));
+    QTRY_COMPARE(m_driver->text("tipText"), "Ctrl+R");
 }
 
 void ShellTest::choosesALanguageByClicks() {

@@ -22,6 +22,10 @@ FocusScope {
             model.leftovers.toggle(row);
     }
 
+    function requestDeletion(): void {
+        footer.request();
+    }
+
     Panel {
         anchors.left: parent.left
         anchors.right: parent.right

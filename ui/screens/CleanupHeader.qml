@@ -9,6 +9,10 @@ Item {
 
     signal scanRequested
 
+    function scan(): void {
+        scanButton.activate();
+    }
+
     implicitHeight: Math.max(titles.height, scanButton.height)
 
     Column {

@@ -4,7 +4,7 @@ import Lumvale.Style
 
 /// The cleanup screen: scans the disk, lists the entries that can be deleted with the reason, and moves the selected
 /// ones to the Trash.
-FocusScope {
+TabScreen {
     id: root
 
     // Owned by the screen; the result of a running scan is discarded with both.
@@ -13,6 +13,9 @@ FocusScope {
     /// Space is short: everything above the list takes less of it, so that the list keeps some rows.
     readonly property bool isShort: height < Metrics.shortScreen
     readonly property int padding: isShort ? 14 : Metrics.screenPadding
+
+    onRefreshRequested: header.scan()
+    onDeletionRequested: footer.request()
 
     StatusText {
         objectName: "scanStatus"

@@ -4,7 +4,7 @@ import Lumvale.Style
 
 /// The duplicates screen: lists photos and videos that are more than once in the library. The oldest of each group is
 /// kept; of the others the selected ones are deleted.
-FocusScope {
+TabScreen {
     id: root
 
     // Owned by the screen; the result of a running search is discarded with both.
@@ -19,6 +19,8 @@ FocusScope {
             header.takeFocus(list.hasVisualFocus ? Qt.TabFocusReason : Qt.MouseFocusReason);
     }
     Component.onDestruction: ThumbnailLoader.clear()
+    onRefreshRequested: header.scan()
+    onDeletionRequested: footer.request()
 
     readonly property bool hasGroups: !model.isLoading && model.groupCount > 0
 

@@ -20,6 +20,10 @@ Column {
         button.focusReason = reason;
     }
 
+    function scan(): void {
+        button.activate();
+    }
+
     spacing: 10
 
     Item {

@@ -4,7 +4,7 @@ import Lumvale
 import Lumvale.Style
 
 /// The history screen: the deletions of the last 30 days.
-FocusScope {
+TabScreen {
     id: root
 
     readonly property HistoryModel model: ScreenModels.history(root)

@@ -10,7 +10,13 @@ GradientButton {
     /// Focus reason of the control that started the scan; restored when the button is enabled again.
     property int startReason: Qt.OtherFocusReason
 
+    function activate(): void {
+        if (visible && enabled)
+            clicked();
+    }
+
     objectName: "scanButton"
+    shortcut: Texts.refreshKeys
     text: Texts.tr(isScanning ? "btn_scanning" : "btn_scan")
     glow: GCColor.alpha(GCColor.glowTeal, 0.35)
     enabled: !isScanning

@@ -18,6 +18,11 @@ Item {
 
     signal requested
 
+    function request(): void {
+        if (visible && button.enabled)
+            requested();
+    }
+
     implicitHeight: Math.max(texts.height, button.height) + 2 * Metrics.footerPadding
 
     Column {
@@ -65,7 +70,8 @@ Item {
         to: GCColor.dangerLight
         glow: GCColor.alpha(GCColor.danger, 0.3)
         text: root.action
+        shortcut: Texts.deletionKeys
         enabled: root.count > 0 && !root.isBusy
-        onClicked: root.requested()
+        onClicked: root.request()
     }
 }

@@ -10,7 +10,8 @@ TypeAheadList {
     signal disableRequested(row: int)
 
     function request(row: int): void {
-        if (row < 0)
+        // During a new search the list keeps the focus although it is hidden.
+        if (row < 0 || !visible)
             return;
         currentIndex = row;
         disableRequested(row);

@@ -3,7 +3,7 @@ import Lumvale
 import Lumvale.Style
 
 /// The startup screen: lists the items that start at login and lets the user disable them.
-FocusScope {
+TabScreen {
     id: root
 
     // Owned by the screen; the result of a running search is discarded with both.
@@ -14,6 +14,11 @@ FocusScope {
             model.load();
     }
     Component.onDestruction: ThumbnailLoader.clear()
+
+    onRefreshRequested: {
+        if (!model.isLoading)
+            model.load();
+    }
 
     StatusText {
         text: Texts.tr(root.model.isLoading ? "loading_startup" : root.model.hasItems ? "status_finished" : "startup_empty")

@@ -3,7 +3,7 @@ import Lumvale
 import Lumvale.Style
 
 /// The uninstall screen: lists the installed applications, or the files of the selected one.
-FocusScope {
+TabScreen {
     id: root
 
     // Owned by the screen; the result of a running search is discarded with both.
@@ -23,6 +23,20 @@ FocusScope {
         reason = apps.hasVisualFocus ? Qt.TabFocusReason : Qt.MouseFocusReason;
         model.select(row);
         waiting.forceActiveFocus(reason);
+    }
+
+    function refresh(): void {
+        if (waiting.visible)
+            return;
+        reason = Qt.ShortcutFocusReason;
+        if (model.hasSelectedApp)
+            model.searchAgain();
+        else
+            model.loadApps();
+        if (activeFocus)
+            waiting.forceActiveFocus(reason);
+        else
+            waiting.focus = true;
     }
 
     function close(reason: int): void {
@@ -50,6 +64,11 @@ FocusScope {
             model.loadApps();
     }
     Component.onDestruction: ThumbnailLoader.clear()
+    onRefreshRequested: refresh()
+    onDeletionRequested: {
+        if (files.status === Loader.Ready)
+            (files.item as AppFiles).requestDeletion();
+    }
     Keys.onEscapePressed: event => {
         event.accepted = model.hasSelectedApp;
         if (model.hasSelectedApp)

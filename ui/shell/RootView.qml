@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Lumvale
 import Lumvale.Style
 
@@ -36,6 +37,42 @@ FocusScope {
             HistoryView {}
         }
     ]
+
+    function showTab(index: int): void {
+        tab = index;
+        focusScreen(Qt.ShortcutFocusReason);
+    }
+
+    function focusScreen(reason: int): void {
+        screen.forceActiveFocus(reason);
+        // Sets the reason if Qt has already given the focus to the screen, with another one.
+        const control = Window.activeFocusItem as T.Control;
+        if (control)
+            control.focusReason = reason;
+    }
+
+    /// Performs the shortcut of a key event. Returns false if it has none.
+    function perform(event: KeyEvent): bool {
+        const current = screen.item as TabScreen;
+        const hasControl = event.modifiers === Qt.ControlModifier;
+        const digit = event.key - Qt.Key_1;
+        if (event.key === Qt.Key_F5 || hasControl && event.key === Qt.Key_R)
+            current.refreshRequested();
+        else if (event.matches(StandardKey.Delete))
+            current.deletionRequested();
+        else if (hasControl && digit >= 0 && digit < screens.length)
+            showTab(digit);
+        else if (event.matches(StandardKey.NextChild))
+            showTab((tab + 1) % screens.length);
+        else if (event.matches(StandardKey.PreviousChild))
+            showTab((tab + screens.length - 1) % screens.length);
+        else
+            return false;
+        return true;
+    }
+
+    // Receives the keys that no control uses. Those pressed in a popup don't get here: nothing acts behind it.
+    Keys.onPressed: event => event.accepted = !event.isAutoRepeat && perform(event)
 
     Backdrop {
         anchors.fill: parent
@@ -122,7 +159,7 @@ FocusScope {
             model: root.onboarding // qmllint disable unqualified
             totalPages: 4
             visible: true
-            onFocusLost: reason => screen.forceActiveFocus(reason) // qmllint disable unqualified
+            onFocusLost: reason => root.focusScreen(reason) // qmllint disable unqualified
         }
     }
 }

@@ -55,6 +55,7 @@ Panel {
                 focusPolicy: Qt.TabFocus
                 activeFocusOnTab: isCurrent
                 Accessible.name: text
+                Accessible.description: Texts.tabKeys(index)
                 Accessible.selected: isCurrent
                 Accessible.onPressAction: clicked()
                 onClicked: root.chosen(index)
@@ -66,6 +67,12 @@ Panel {
                     event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
                     if (event.accepted)
                         root.moveFocus(event.key === Qt.Key_Home ? 0 : tabs.count - 1);
+                }
+
+                Tip {
+                    text: Texts.tabKeys(button.index)
+                    isFocused: button.visualFocus
+                    isPressed: button.pressed
                 }
 
                 contentItem: PlainText {

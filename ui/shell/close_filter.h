@@ -6,8 +6,8 @@
 
 class QQuickWindow;
 
-/// Delays closing a window until the running removal has stopped and is recorded in the history. Owned by the
-/// window.
+/// Closes a window by its shortcuts, also while a dialog is open, and delays closing it until the running
+/// removal has stopped and is recorded in the history. Owned by the window.
 class CloseFilter : public QObject {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #include "ui/shell/disk_window.h"
 
+#include "ui/shell/close_filter.h"
 #include "ui/shell/input_filter.h"
 #include "ui/shell/qml_modules.h"
 
@@ -13,8 +14,10 @@ DiskWindow::DiskWindow(std::vector<platform::MacDisk> disks, const std::optional
     QObject::connect(&m_choices, &DiskChoiceModel::chosen, &m_choices, std::move(chosen));
     m_engine.setInitialProperties({{QStringLiteral("choices"), QVariant::fromValue(&m_choices)}});
     QmlModules::load(m_engine, QStringLiteral("DiskWindow"));
-    if (window())
+    if (window()) {
         new InputFilter(window());
+        new CloseFilter(window());
+    }
 }
 
 QQuickWindow* DiskWindow::window() const {
