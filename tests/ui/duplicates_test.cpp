@@ -175,7 +175,8 @@ void DuplicatesTest::drawsDescribesAndTicksPhotos() {
         const auto answer = [&](const Thumbnail&) {
             isAnswered = true;
         };
-        ThumbnailLoader::create(qmlEngine(window()))->load("C1/L0/001", &receiver, answer);
+        ThumbnailLoader::create(qmlEngine(window()))
+            ->load({ThumbnailSource::Kind::photo, "C1/L0/001"}, &receiver, answer);
         const bool isAtOnce = isAnswered;
         return QTest::qWaitFor([&] { return isAnswered; }) && isAtOnce;
     };
