@@ -71,6 +71,13 @@ FocusScope {
         Accessible.ignored: true
     }
 
+    Tip {
+        parent: (root.isKept ? root : button) as Item
+        text: root.name
+        isFocused: root.isCurrent
+        isPressed: button.pressed
+    }
+
     T.AbstractButton {
         id: button
         objectName: "photoCheckBox"
