@@ -80,6 +80,7 @@ void OnboardingTest::changesLanguageAndIsDoneOnceDismissed() {
     m_driver->key(Qt::Key_Escape);
     QTRY_VERIFY(!m_driver->isShown("onboardingTitle"));
     QVERIFY(didOnboard());
+    QCOMPARE(m_driver->text("scanButton", "visualFocus"), "true");
 }
 
 void OnboardingTest::isNotDoneIfTheProgramQuits() {

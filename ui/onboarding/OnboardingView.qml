@@ -32,6 +32,9 @@ Sheet {
     ]
     readonly property var shown: pages[Math.min(page, pages.length - 1)]
     readonly property string accessibleDescription: message.text
+    readonly property T.Control focused: parent ? parent.Window.activeFocusItem as T.Control : null
+    /// Focus reason of the focused control; -1 if the sheet doesn't have the focus, as while it is closing.
+    readonly property int focusReason: activeFocus && focused ? focused.focusReason : -1
     readonly property bool isLast: page >= totalPages - 1
 
     // Anchored at the bottom, so that the Next button stays under the pointer on all pages.
@@ -41,12 +44,12 @@ Sheet {
     implicitWidth: Metrics.onboardingWidth
     implicitHeight: content.implicitHeight + 2 * padding
     onAboutToShow: model.checkAccess()
-    // The screen that gets the focus shows it as the sheet did.
-    onAboutToHide: {
-        const control = parent.Window.activeFocusItem as T.Control;
-        if (control)
-            returnReason = control.focusReason;
+    // The screen gets the focus, and shows it as the sheet did.
+    onFocusReasonChanged: {
+        if (focusReason >= 0)
+            returnReason = focusReason;
     }
+    onAboutToHide: returnTo = null
     onClosed: model.finish()
 
     background: Backdrop {
