@@ -33,8 +33,8 @@ FocusScope {
         // By the texts: items in a hidden one are not visible.
         visible: root.model.hasUninstalled || moved.text.length > 0 || stayed.text.length > 0
         radius: Metrics.smallButtonRadius
-        color: GCColor.success
-        border.color: GCColor.successStroke
+        color: stayed.text.length > 0 ? GCColor.alpha(GCColor.danger, 0.07) : GCColor.success
+        border.color: stayed.text.length > 0 ? GCColor.alpha(GCColor.danger, 0.2) : GCColor.successStroke
 
         Column {
             id: outcome
