@@ -2,7 +2,7 @@
 # macos.sh, which both define:
 #   install SECTION…            installs the missing packages of these sections of setup/packages or setup/Brewfile
 #   has_display                 succeeds if windows can be shown to the user
-#   start_display               prepares a display for tests
+#   start_display [SIZE]        prepares a display for tests, on Linux a virtual one of this size
 #   open_program PRESET [ARGUMENT…]
 #                               opens Lumvale as built with this preset, with the exported variables LUMVALE_…
 #   system_environment          the system's part of the environment of `pinned`

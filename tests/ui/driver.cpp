@@ -23,13 +23,37 @@ void forEachVisible(QQuickItem* item, Visit visit) {
         forEachVisible(child, visit);
 }
 
-/// Returns the part of the item that clipping ancestors leave visible, in window coordinates.
-QRectF partInSight(const QQuickItem& item) {
-    QRectF part = Driver::place(item);
+/// Returns the part of a rectangle around the item that clipping ancestors leave visible, in window
+/// coordinates.
+QRectF partInSight(const QQuickItem& item, QRectF part) {
     for (const QQuickItem* around = item.parentItem(); around; around = around->parentItem())
         if (around->clip())
             part &= Driver::place(*around);
     return part;
+}
+
+QRectF partInSight(const QQuickItem& item) {
+    return partInSight(item, Driver::place(item));
+}
+
+constexpr qreal rounding = 1;
+
+/// Returns the rectangle of the characters of a text, in window coordinates, and its part in sight.
+QRectF drawn(const QQuickItem& text) {
+    const QRectF characters = text.mapRectToScene(text.boundingRect());
+    const bool isElided = text.property("elide").toInt() != Qt::ElideNone;
+    return isElided ? characters & Driver::place(text) : characters;
+}
+QRectF drawnPart(const QQuickItem& text) {
+    return partInSight(text, drawn(text));
+}
+
+/// Returns the popup that the item belongs to; null if it is part of the window's own content.
+const QQuickItem* popupOf(const QQuickItem& item) {
+    const QQuickItem* popup = item.parentItem();
+    while (popup && !popup->inherits("QQuickPopupItem"))
+        popup = popup->parentItem();
+    return popup;
 }
 
 } // namespace
@@ -116,21 +140,55 @@ bool Driver::isTicked(QQuickItem& item) {
 }
 
 QStringList Driver::cutTexts() const {
-    constexpr qreal rounding = 1;
     QStringList cut;
     forEachVisible(m_window.contentItem(), [&](QQuickItem* item) {
         const QString text = item->property("text").toString();
-        const QRectF part = partInSight(*item);
-        if (!item->inherits("QQuickText") || text.isEmpty() || part.isEmpty()
+        if (!item->inherits("QQuickText") || text.isEmpty() || partInSight(*item).isEmpty()
             || item->property("elide").toInt() != Qt::ElideNone)
             return;
-        if (item->property("truncated").toBool() || part.left() < 0
-            || part.right() > m_window.width() + rounding
+        const QQuickItem* popup = popupOf(*item);
+        const QRectF part = drawnPart(*item);
+        const QRectF bounds = place(popup ? *popup : *m_window.contentItem())
+                                  .adjusted(-rounding, -rounding, rounding, rounding);
+        if (item->property("truncated").toBool() || !bounds.contains(part)
+            || part.width() < drawn(*item).width() - rounding
             || item->property("contentWidth").toReal() > item->width() + rounding
             || item->property("contentHeight").toReal() > item->height() + rounding)
             cut.append(text);
     });
     return cut;
+}
+
+QStringList Driver::overlappingTexts() const {
+    std::vector<const QQuickItem*> texts, controls;
+    forEachVisible(m_window.contentItem(), [&](const QQuickItem* item) {
+        if (partInSight(*item).isEmpty())
+            return;
+        if (item->inherits("QQuickText") && !item->property("text").toString().isEmpty())
+            texts.push_back(item);
+        else if (item->inherits("QQuickAbstractButton"))
+            controls.push_back(item);
+    });
+    QStringList overlapping;
+    const auto compare = [&](const QQuickItem& text, const QQuickItem& other, const QRectF& part) {
+        const QRectF common = drawnPart(text) & part;
+        if (popupOf(text) == popupOf(other) && common.width() > rounding && common.height() > rounding)
+            overlapping.append(text.property("text").toString() + " / "
+                               + (other.property("text").toString() + ' ' + other.objectName()).trimmed());
+    };
+    for (auto text = texts.begin(); text != texts.end(); ++text) {
+        for (auto other = std::next(text); other != texts.end(); ++other)
+            if ((*text)->parentItem() != (*other)->parentItem() || !(*text)->property("character").isValid())
+                compare(**text, **other, drawnPart(**other));
+        for (const QQuickItem* control : controls) {
+            // A control that fills an item makes all of it clickable.
+            const QQuickItem* parent = control->parentItem();
+            const QQuickItem* whole = place(*parent) == place(*control) ? parent : control;
+            if (!whole->isAncestorOf(*text))
+                compare(**text, *control, partInSight(*control));
+        }
+    }
+    return overlapping;
 }
 
 QStringList Driver::silentControls() const {

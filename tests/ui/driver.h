@@ -54,8 +54,13 @@ public:
     /// Returns whether a check mark is drawn in the item.
     static bool isTicked(QQuickItem& item);
 
-    /// Returns the visible texts that are larger than their items or outside the window, except elided ones.
+    /// Returns the visible texts that are larger than their items, or that are outside the window or the
+    /// popup that they belong to. Elided texts are never cut.
     QStringList cutTexts() const;
+
+    /// Returns the pairs of visible texts that overlap, and the texts that overlap a control of which they
+    /// are no part.
+    QStringList overlappingTexts() const;
 
     /// Returns the visible controls without an accessible name or role.
     QStringList silentControls() const;

@@ -1,6 +1,6 @@
-// Drives the real program through all screens with mouse clicks, on the disk given by LUMVALE_DISK and
-// LUMVALE_HOME. Saves a picture of each state and prints the deletions. The deletions are real: use a copy or
-// a sample disk.
+// Drives the program through all of its states with mouse clicks, on the disk given by LUMVALE_DISK and
+// LUMVALE_HOME. Saves pictures of each state, prints the deletions, and fails if texts are cut or overlap.
+// The deletions are real: use a copy or a sample disk.
 
 #include "platform/files/mac_disks.h"
 #include "tests/ui/driver.h"
@@ -12,19 +12,10 @@
 #include <QGuiApplication>
 
 #include <cstdio>
+#include <optional>
 #include <vector>
 
 namespace {
-
-/// Returns the size written as WIDTHxHEIGHT, and an invalid one for an empty text.
-QSize windowSize(const QString& text) {
-    if (text.isEmpty())
-        return {};
-    const QStringList sides = text.split('x');
-    const QSize size(sides.value(0).toInt(), sides.value(1).toInt());
-    expect(sides.size() == 2 && !size.isEmpty(), text.toStdString() + " is a size");
-    return size;
-}
 
 std::vector<AppLanguage> languages(const QStringList& names) {
     if (names.isEmpty())
@@ -44,14 +35,19 @@ int main(int argc, char** argv) {
     const QGuiApplication application(argc, argv);
     QCommandLineParser parser;
     parser.addHelpOption();
-    parser.addOption({"size", "Size of the window.", "WIDTHxHEIGHT"});
-    parser.addPositionalArgument("folder", "Folder for the pictures.", "FOLDER");
+    parser.addOption({"check", "Only check the texts; save no pictures, and expect no FOLDER."});
+    parser.addPositionalArgument("folder", "Folder for the pictures.", "[FOLDER]");
     parser.addPositionalArgument("languages", "Languages of the interface; en and fr by default.",
                                  "[LANGUAGE…]");
     parser.process(application);
     QStringList arguments = parser.positionalArguments();
-    if (arguments.isEmpty())
-        parser.showHelp(EXIT_FAILURE);
+    std::optional<QDir> pictures;
+    if (!parser.isSet("check")) {
+        if (arguments.isEmpty())
+            parser.showHelp(EXIT_FAILURE);
+        pictures = QDir(arguments.takeFirst());
+        expect(pictures->mkpath("."), "the folder for the pictures is created");
+    }
 
     if (qEnvironmentVariableIsEmpty("LUMVALE_DISK") || qEnvironmentVariableIsEmpty("LUMVALE_HOME"))
         fail("set LUMVALE_DISK and LUMVALE_HOME");
@@ -59,11 +55,12 @@ int main(int argc, char** argv) {
                                             qEnvironmentVariable("LUMVALE_HOME").toStdString());
     if (!disk)
         fail(disk.error().description);
-    const QDir pictures(arguments.takeFirst());
-    expect(pictures.mkpath("."), "the folder for the pictures is created");
 
-    Tour tour(*disk, pictures, windowSize(parser.value("size")));
+    Tour tour(*disk, pictures);
+    QStringList problems;
     for (const AppLanguage language : languages(arguments))
-        tour.run(language);
-    std::printf("The pictures are in %s\n", qPrintable(pictures.absolutePath()));
+        problems += tour.run(language);
+    if (pictures)
+        std::printf("The pictures are in %s\n", qPrintable(pictures->absolutePath()));
+    expect(problems.isEmpty(), "no text is cut or overlaps another:\n" + problems.join('\n').toStdString());
 }

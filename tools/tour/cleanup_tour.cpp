@@ -1,0 +1,185 @@
+#include "tools/tour/cleanup_tour.h"
+
+#include "app/models/scan_view_model.h"
+#include "app/text/display.h"
+#include "platform/files/path.h"
+#include "platform/removal/trash.h"
+#include "tests/support/process.h"
+#include "tools/tour/expect.h"
+#include "tools/tour/set_aside.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Ticks this many proposals of a category, and nothing else.
+void tick(Stage& stage, core::ScanCategory category, std::size_t count) {
+    auto& model = stage.model<ScanViewModel>();
+    std::set<std::string> ids;
+    for (const core::ScanItem& item : model.items()->rows())
+        if (item.category == category && ids.size() < count)
+            ids.insert(item.id);
+    expect(ids.size() == count, "there are enough proposals");
+    model.setChecked(ids);
+}
+
+void scan(Stage& stage) {
+    auto& model = stage.model<ScanViewModel>();
+    stage.click("scanButton");
+    stage.take("scanning");
+    stage.click("stopButton");
+    stage.take("scan stopped");
+    stage.finishJobs();
+    stage.click("scanButton");
+    {
+        const DescriptorLimit few(8);
+        stage.runJobs();
+    }
+    stage.finishJobs();
+    stage.take("folders unread");
+    stage.click("scanButton");
+    stage.runJobs();
+    stage.take("scanning progress", 300); // longer than the interval at which progress is shown
+    stage.finishJobs();
+    expect(model.items()->rowCount() > 0, "the scan finds something");
+    stage.take("results");
+}
+
+void showStorageBreakdown(Stage& stage) {
+    stage.click("storageButton");
+    stage.take("storage loading");
+    stage.finishJobs();
+    stage.waitFor("the treemap is shown", [&] { return stage.driver().items("tile").size() > 3; });
+    stage.take("storage");
+    stage.driver().click(*stage.driver().items("tile")[2]);
+    stage.take("storage selected");
+    stage.click("closeButton");
+    stage.waitFor("the storage sheet closes", [&] { return !stage.driver().isShown("storageTitle"); });
+}
+
+/// Selects the first visible row that isn't selected, or deselects the first one if all are.
+void toggleRow(Stage& stage) {
+    const std::vector<QQuickItem*> rows = stage.driver().rows();
+    const auto isChecked = [](const QQuickItem* row) {
+        return row->property("checked").toBool();
+    };
+    const auto row = std::find_if_not(rows.begin(), rows.end(), isChecked);
+    QQuickItem* toggled = row == rows.end() ? rows.front() : *row;
+    const bool wasChecked = isChecked(toggled);
+    stage.driver().click(*toggled);
+    expect(isChecked(toggled) != wasChecked && stage.model<ScanViewModel>().checkedCount() > 0,
+           "a row is toggled");
+    stage.take("ticked");
+}
+
+/// Deletes the selection and prints what happened to each entry.
+void deleteSelection(Stage& stage, const std::string& state, const std::function<void()>& run) {
+    auto& model = stage.model<ScanViewModel>();
+    const std::vector<core::ScanItem> before = model.items()->rows();
+    const std::set<std::string> selected = model.checked();
+    stage.confirm("deleteButton", state, run);
+    expect(model.checkedCount() == 0, "nothing is selected after the deletion");
+
+    std::set<std::string> remaining;
+    for (const core::ScanItem& item : model.items()->rows())
+        remaining.insert(item.id);
+    std::printf("%s: %d of %zu selected entries\n", state.c_str(), *model.lastDeletedCount(),
+                selected.size());
+    for (const core::ScanItem& item : before) {
+        if (!selected.contains(item.id))
+            continue;
+        const char* result = remaining.contains(item.id)                  ? "not deleted"
+                             : item.category == core::ScanCategory::trash ? "removed for good"
+                                                                          : "moved to the Trash";
+        std::printf("  %s: %s (%s)\n", result, item.path.c_str(), qPrintable(display::size(item.sizeBytes)));
+    }
+    const std::vector<QQuickItem*> rows = stage.driver().rows();
+    expect(std::none_of(rows.begin(), rows.end(),
+                        [](const QQuickItem* row) { return row->property("isCurrent").toBool(); }),
+           "no row shows the keyboard focus after clicks");
+}
+
+void deleteSelections(Stage& stage) {
+    auto& model = stage.model<ScanViewModel>();
+    const std::set<std::string> selected = model.checked();
+    deleteSelection(stage, "delete nothing",
+                    [&] { stage.runJobsWithPermissions(stage.hostHome("Library"), fs::perms::none); });
+    expect(*model.lastDeletedCount() < static_cast<int>(selected.size()),
+           "entries that can't be moved are reported");
+    stage.take("stayed");
+
+    stage.model<ScanViewModel>().setChecked(selected);
+    stage.confirmAndStop("deleteButton");
+    stage.take("removal stopped");
+
+    tick(stage, core::ScanCategory::cache, 3);
+    {
+        const SetAside absent(stage.host(*model.checked().begin()));
+        deleteSelection(stage, "delete", [&] { stage.runJobs(); });
+    }
+    expect(model.lastDeletedCount() == 2, "two of three entries are moved");
+    stage.take("moved and stayed");
+
+    tick(stage, core::ScanCategory::logs, 1);
+    deleteSelection(stage, "delete one", [&] { stage.runJobs(); });
+    stage.take("moved");
+
+    tick(stage, core::ScanCategory::trash, 1);
+    deleteSelection(stage, "delete for good", [&] { stage.runJobs(); });
+}
+
+std::size_t trashEntryCount(const Stage& stage) {
+    const fs::path trash = stage.host(platform::trashFolder(stage.disk()));
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(trash), fs::directory_iterator()));
+}
+
+void emptyTrash(Stage& stage) {
+    auto& model = stage.model<ScanViewModel>();
+    const std::string trash = stage.host(platform::trashFolder(stage.disk()));
+    expect(trashEntryCount(stage) > 0, "the Trash contains the moved entries");
+    stage.confirm("emptyTrashButton", "failed",
+                  [&] { stage.runJobsWithPermissions(trash, fs::perms(0555)); });
+    expect(model.trashFailedCount() > 0 && trashEntryCount(stage) > 0,
+           "entries that can't be removed are reported");
+    stage.take("failed");
+
+    stage.confirm("emptyTrashButton", "no access",
+                  [&] { stage.runJobsWithPermissions(trash, fs::perms::none); });
+    expect(model.lastTrashCouldNotAccess(), "a Trash that can't be read is reported");
+    stage.take("no access");
+
+    stage.confirmAndStop("emptyTrashButton");
+    stage.take("emptying stopped");
+
+    const std::size_t before = trashEntryCount(stage);
+    stage.confirm("emptyTrashButton", "empty Trash");
+    const int removed = model.trashEmptiedCount();
+    expect(removed > 0 && trashEntryCount(stage) == before - static_cast<std::size_t>(removed),
+           "the Trash is emptied");
+    std::printf("removed %d of %zu entries of the Trash for good (%s)\n", removed, before,
+                qPrintable(model.trashEmptiedSize()));
+    stage.take("emptied");
+
+    const SetAside locked(trash); // entries that can't be removed
+    fs::create_directory(trash);
+    stage.confirm("emptyTrashButton", "empty Trash again");
+    expect(!model.trashNote().isEmpty(), "an empty Trash is reported");
+    stage.take("already empty");
+    fs::remove(trash);
+}
+
+} // namespace
+
+void tourCleanup(Stage& stage) {
+    stage.take("empty");
+    scan(stage);
+    showStorageBreakdown(stage);
+    toggleRow(stage);
+    deleteSelections(stage);
+    emptyTrash(stage);
+}
