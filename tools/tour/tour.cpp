@@ -115,7 +115,8 @@ void showReadOnlyDisk(Camera& camera, const platform::Disk& disk) {
     const QTemporaryDir folder;
     const std::string mounted = folder.path().toStdString();
     const MountedVolume volume(mounted, disk.hostRoot());
-    if (!volume || !volume.makeReadOnly()) {
+    // "bind" restricts this mount point; without it the whole file system would become read-only.
+    if (!volume || !runInShell("mount -o remount,bind,ro '" + mounted + "'")) {
         std::printf("skipped the read-only disk: no volume can be mounted here\n");
         return;
     }
