@@ -27,6 +27,7 @@ void uninstallApp(Stage& stage) {
     stage.take("applications loading");
     stage.finishJobs();
     stage.waitFor("the applications are listed", [&] { return stage.driver().rows().size() > 3; });
+    stage.finishJobs(); // the icons
     stage.take("applications");
 
     const auto open = [&stage](const QString& name) {
@@ -39,6 +40,7 @@ void uninstallApp(Stage& stage) {
     stage.finishJobs();
     stage.waitFor("the files of an application are listed",
                   [&] { return stage.driver().isShown("filesList"); });
+    stage.finishJobs();
     stage.take("application files", 600); // longer than the double-click interval
     stage.confirm("deleteButton", "uninstall",
                   [&] { stage.runJobsWithPermissions(applications, fs::perms(0555)); });
@@ -69,6 +71,7 @@ void disableStartupItem(Stage& stage) {
     stage.take("startup loading");
     stage.finishJobs();
     stage.waitFor("the startup items are listed", [&] { return stage.driver().rows().size() > 3; });
+    stage.finishJobs();
     stage.take("startup");
 
     const auto disable = [&](const std::string& state, const std::function<void()>& run) {
@@ -146,8 +149,6 @@ void deleteDuplicates(Stage& stage) {
     const std::string own = exchangeApplicationId(std::string(4, '\0')); // as in a Mac's library
     search("duplicates read-only");
     exchangeApplicationId(own);
-    stage.click("tab_history");
-    stage.click("tab_duplicates");
     search("duplicates");
 
     const auto& model = stage.model<DuplicatePhotosViewModel>();

@@ -53,6 +53,8 @@ TypeAheadList {
     model: groups
     spacing: 10
     topMargin: 6
+    // A reset of the model makes the index of a kept row's group invalid, so that it would show other photos.
+    reuseItems: visible
     // Creates only visible delegates, since each of them requests thumbnails.
     cacheBuffer: 0
     // Scrolls to the current item on keyboard navigation only: clicked items must stay under the pointer.
