@@ -36,17 +36,37 @@ HistoryStore& HistoryStore::shared() {
     return store;
 }
 
-void HistoryStore::record(const std::vector<Deletion>& deletions) {
+std::vector<HistoryEntry> HistoryStore::record(const std::vector<Deletion>& deletions) {
     if (deletions.empty())
-        return;
+        return {};
     const platform::Date now = platform::now();
     std::vector<HistoryEntry> entries;
     entries.reserve(deletions.size() + m_entries.size());
     for (auto deletion = deletions.rbegin(); deletion != deletions.rend(); ++deletion)
         entries.emplace_back(now, platform::displayed(deletion->name), deletion->sizeBytes);
+    std::vector<HistoryEntry> recorded(entries.rbegin(), entries.rend());
     std::move(m_entries.begin(), m_entries.end(), std::back_inserter(entries));
     m_entries = std::move(entries);
     prune();
+    save();
+    return recorded;
+}
+
+void HistoryStore::correct(const std::vector<Correction>& corrections) {
+    bool isChanged = false;
+    for (const auto& [recorded, remaining] : corrections) {
+        const auto entry = std::find(m_entries.begin(), m_entries.end(), recorded);
+        if (entry == m_entries.end())
+            continue;
+        if (remaining)
+            *entry = *remaining;
+        else
+            m_entries.erase(entry);
+        isChanged = true;
+    }
+    if (!isChanged)
+        return;
+    Q_EMIT entriesChanged();
     save();
 }
 

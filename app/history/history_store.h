@@ -23,9 +23,20 @@ public:
     };
 
     /// Inserts an entry with the current date for each deletion in front, so that the last one comes first.
-    /// Prunes and saves once.
-    void record(const std::vector<Deletion>& deletions);
-    void record(std::string_view name, std::int64_t sizeBytes) { record({{name, sizeBytes}}); }
+    /// Prunes and saves once. Returns the entries in the order of the deletions.
+    std::vector<HistoryEntry> record(const std::vector<Deletion>& deletions);
+    HistoryEntry record(std::string_view name, std::int64_t sizeBytes) {
+        return record({{name, sizeBytes}}).front();
+    }
+
+    struct Correction {
+        HistoryEntry recorded;
+        std::optional<HistoryEntry> remaining; ///< absent if nothing of it is deleted any more
+    };
+
+    /// Replaces or removes, for each correction, one entry that is equal to the recorded one. Saves once, if
+    /// anything changed.
+    void correct(const std::vector<Correction>& corrections);
 
     /// Removes entries older than 30 days and sorts newest first. Does not write the file.
     void prune(platform::Date now = platform::now());

@@ -4,7 +4,7 @@
 #include "app/text/display.h"
 #include "app/text/health_text.h"
 #include "app/text/outcome_text.h"
-#include "core/removal/deletion.h"
+#include "core/removal/deletion_order.h"
 #include "core/scan/scanner.h"
 #include "core/storage/storage_breakdown.h"
 #include "platform/files/path.h"
@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <unordered_set>
 
 using namespace Qt::StringLiterals;
@@ -27,21 +28,6 @@ std::set<std::string> safeIds(const core::ScanResult& result) {
         if (item.safeByDefault)
             ids.insert(item.id);
     return ids;
-}
-
-/// Returns the paths in an order that is safe to delete in: the content of a folder before the folder, and
-/// entries of the Trash, which are removed permanently, before paths that are moved there. Otherwise a file
-/// just moved to the Trash could be removed permanently, if it got the name of an entry that no longer
-/// existed.
-std::vector<std::string> inDeletionOrder(const std::set<std::string>& ids, const platform::Disk& disk) {
-    std::vector<std::string> paths(ids.begin(), ids.end());
-    std::stable_sort(paths.begin(), paths.end(),
-                     [](const std::string& a, const std::string& b) { return a.size() > b.size(); });
-    std::stable_partition(paths.begin(), paths.end(),
-                          [trash = platform::trashFolder(disk)](const std::string& path) {
-                              return platform::isBelow(path, trash);
-                          });
-    return paths;
 }
 
 template <class Paths>
@@ -79,7 +65,9 @@ ScanViewModel::ScanViewModel(platform::Disk disk, HistoryStore& history, platfor
       m_scan(this),
       m_removal(this),
       m_storage(this),
+      m_putBack(m_disk, m_history, m_executor, m_removal, this),
       m_storageEntries(this) {
+    connect(&m_putBack, &PutBackModel::finished, this, &ScanViewModel::takePutBack);
     connect(&m_items, &ScanItemsModel::checkedChanged, this, &ScanViewModel::selectionChanged);
     connect(&m_scan, &BackgroundTask::runningChanged, this, &ScanViewModel::isScanningChanged);
     connect(&m_storage, &BackgroundTask::runningChanged, this,
@@ -87,10 +75,6 @@ ScanViewModel::ScanViewModel(platform::Disk disk, HistoryStore& history, platfor
     for (const auto signal : {&ScanViewModel::healthChanged, &ScanViewModel::lastDeletedCountChanged,
                               &ScanViewModel::trashReportChanged})
         connect(&Localizer::shared(), &Localizer::languageChanged, this, signal);
-}
-
-std::int64_t ScanViewModel::selectedBytes() const {
-    return m_items.checkedBytes();
 }
 
 std::optional<int> ScanViewModel::lastDeletedCount() const {
@@ -132,6 +116,7 @@ void ScanViewModel::setShowStorageBreakdown(bool show) {
 
 void ScanViewModel::runScan() {
     m_wasScanStopped = false;
+    m_putBack.withdraw();
     // Read before the scan, published together with its result.
     const core::HealthScore health = core::LumvaleScanner::healthScore(m_disk);
     m_scan.run(
@@ -173,28 +158,28 @@ void ScanViewModel::confirmDelete() {
     if (m_result)
         std::copy_if(m_result->items.begin(), m_result->items.end(), std::back_inserter(items),
                      [this](const core::ScanItem& item) { return checked().contains(item.id); });
+    m_putBack.withdraw();
+    auto recorded = std::make_shared<std::vector<RecordedDeletion>>();
     m_removal.runRemoval(
         m_executor,
-        [paths = inDeletionOrder(checked(), m_disk), disk = m_disk](platform::Progress& progress) {
+        [paths = core::LumvaleScanner::inDeletionOrder(checked(), m_disk),
+         disk = m_disk](platform::Progress& progress) {
             return core::LumvaleScanner::deletePaths(paths, disk, &progress);
         },
-        [items = std::move(items), history = QPointer(&m_history)](const core::DeletionOutcome& outcome) {
-            const std::unordered_set<std::string> deleted(outcome.succeeded.begin(), outcome.succeeded.end());
-            std::vector<HistoryStore::Deletion> deletions;
-            for (const core::ScanItem& item : items) {
-                if (deleted.contains(item.path))
-                    deletions.push_back({item.name, item.sizeBytes});
-                else if (outcome.partial && outcome.partial->path == item.path)
-                    deletions.push_back({item.name, outcome.partial->bytesFreed});
-            }
+        [items = std::move(items), history = QPointer(&m_history),
+         recorded](const core::DeletionOutcome& outcome) {
             if (history)
-                history->record(deletions);
+                *recorded = recordDeletion(*history, items, outcome);
         },
-        [this](core::DeletionOutcome outcome) { takeDeletion(std::move(outcome)); });
+        [this, recorded](core::DeletionOutcome outcome) {
+            m_putBack.offer(outcome.moved, std::move(*recorded));
+            takeDeletion(std::move(outcome));
+        });
 }
 
 void ScanViewModel::takeDeletion(core::DeletionOutcome outcome) {
     m_deletion = std::move(outcome);
+    m_resultBeforeDeletion = m_result;
     Q_EMIT lastDeletedCountChanged();
     if (m_result) {
         const std::unordered_set<std::string> deleted(m_deletion->succeeded.begin(),
@@ -207,9 +192,32 @@ void ScanViewModel::takeDeletion(core::DeletionOutcome outcome) {
     setHealth(core::LumvaleScanner::healthScore(m_disk));
 }
 
+void ScanViewModel::takePutBack(const core::PutBackOutcome& outcome) {
+    m_deletion.reset();
+    Q_EMIT lastDeletedCountChanged();
+    if (m_result && m_resultBeforeDeletion) {
+        const std::unordered_set<std::string> restored(outcome.succeeded.begin(), outcome.succeeded.end());
+        std::set<std::string> ids = checked();
+        std::vector<core::ScanItem> items;
+        auto kept = m_result->items.begin();
+        for (const core::ScanItem& item : m_resultBeforeDeletion->items) {
+            if (kept != m_result->items.end() && kept->path == item.path) {
+                items.push_back(*kept++);
+            } else if (restored.contains(item.path)) {
+                items.push_back(item);
+                ids.insert(item.id); // as before the deletion
+            }
+        }
+        setResult(core::ScanResult(std::move(items)));
+        setChecked(std::move(ids));
+    }
+    setHealth(core::LumvaleScanner::healthScore(m_disk));
+}
+
 void ScanViewModel::confirmEmptyTrash() {
     if (m_removal.isRunning())
         return;
+    m_putBack.withdraw();
     m_removal.runRemoval(
         m_executor,
         [disk = m_disk](platform::Progress& progress) {

@@ -2,6 +2,7 @@
 
 #include "app/execution/background_task.h"
 #include "app/history/history_store.h"
+#include "app/models/put_back_model.h"
 #include "app/models/scan_items_model.h"
 #include "app/models/storage_entries_model.h"
 #include "core/health/health_score.h"
@@ -27,6 +28,7 @@ class ScanViewModel : public QObject {
     Q_PROPERTY(BackgroundTask* scanTask READ scanTask CONSTANT)
     Q_PROPERTY(BackgroundTask* removalTask READ removalTask CONSTANT)
     Q_PROPERTY(BackgroundTask* storageTask READ storageTask CONSTANT)
+    Q_PROPERTY(PutBackModel* putBack READ putBackModel CONSTANT)
     Q_PROPERTY(bool isScanning READ isScanning NOTIFY isScanningChanged)
     Q_PROPERTY(bool wasScanStopped READ wasScanStopped NOTIFY isScanningChanged)
     Q_PROPERTY(bool hasResult READ hasResult NOTIFY resultChanged)
@@ -68,7 +70,7 @@ public:
     const std::optional<core::ScanResult>& result() const { return m_result; }
     const std::optional<core::HealthScore>& health() const { return m_health; }
     const std::set<std::string>& checked() const { return m_items.checked(); }
-    std::int64_t selectedBytes() const; ///< total size of the checked rows
+    std::int64_t selectedBytes() const { return m_items.checkedBytes(); }
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
     bool showEmptyTrashConfirm() const { return m_showEmptyTrashConfirm; }
     std::optional<int> lastDeletedCount() const;
@@ -101,6 +103,7 @@ public:
     BackgroundTask* scanTask() { return &m_scan; }
     BackgroundTask* removalTask() { return &m_removal; }
     BackgroundTask* storageTask() { return &m_storage; }
+    PutBackModel* putBackModel() { return &m_putBack; } ///< of the items that the last deletion moved
     bool wasScanStopped() const { return m_wasScanStopped; }
     bool hasResult() const { return m_result.has_value(); }
     ScanItemsModel* items() { return &m_items; }
@@ -142,6 +145,7 @@ private:
     void setHealth(const core::HealthScore& health);
     int checkedInTrash() const;
     void takeDeletion(core::DeletionOutcome outcome);
+    void takePutBack(const core::PutBackOutcome& outcome);
     void takeTrashReport(core::TrashReport report);
     void setTrashReport(std::optional<core::TrashReport> report);
 
@@ -152,6 +156,7 @@ private:
     BackgroundTask m_scan;
     BackgroundTask m_removal;
     BackgroundTask m_storage;
+    PutBackModel m_putBack;
     bool m_wasScanStopped = false;
     std::optional<core::ScanResult> m_result;
     std::int64_t m_unreadFolders = 0; ///< of the last scan
@@ -159,6 +164,7 @@ private:
     bool m_showDeleteConfirm = false;
     bool m_showEmptyTrashConfirm = false;
     std::optional<core::DeletionOutcome> m_deletion;
+    std::optional<core::ScanResult> m_resultBeforeDeletion;
     std::optional<core::TrashReport> m_trashReport; ///< reset by runScan()
     StorageEntriesModel m_storageEntries;
     bool m_showStorageBreakdown = false;

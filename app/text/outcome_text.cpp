@@ -15,11 +15,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+using ReasonKey = std::string_view (*)(const platform::Error&);
+
 /// Returns the reasons of the failures, the most frequent first.
-QString reasons(const std::vector<core::DeletionFailure>& failures) {
+template <class Failure>
+QString reasons(const std::vector<Failure>& failures, ReasonKey reasonKey) {
     std::map<std::string_view, int> counts;
-    for (const core::DeletionFailure& failure : failures)
-        ++counts[core::LumvaleScanner::deletionReasonKey(failure.error)];
+    for (const Failure& failure : failures)
+        ++counts[reasonKey(failure.error)];
     std::vector<std::pair<std::string_view, int>> sorted(counts.begin(), counts.end());
     std::stable_sort(sorted.begin(), sorted.end(),
                      [](const auto& a, const auto& b) { return a.second > b.second; });
@@ -29,6 +32,20 @@ QString reasons(const std::vector<core::DeletionFailure>& failures) {
         texts.append(sorted.size() == 1 ? text : u"%1 (%2)"_s.arg(text, display::count(count)));
     }
     return texts.join(u", "_s);
+}
+
+/// Returns how many entries failed and why, and how many were left after a stop, each with the text of its
+/// key.
+template <class Failure>
+QString sentences(const std::vector<Failure>& failures, ReasonKey reasonKey, const QString& failedKey,
+                  const std::vector<std::string>& left, const QString& leftKey) {
+    QStringList sentences;
+    if (!failures.empty())
+        sentences.append(outcome::counted(failedKey, static_cast<std::int64_t>(failures.size()))
+                             .arg(reasons(failures, reasonKey)));
+    if (!left.empty())
+        sentences.append(outcome::counted(leftKey, static_cast<std::int64_t>(left.size())));
+    return sentences.join(u'\n');
 }
 
 } // namespace
@@ -42,11 +59,11 @@ QString outcome::reason(const platform::Error& error) {
 }
 
 QString outcome::stayed(const core::DeletionOutcome& deletion) {
-    QStringList sentences;
-    if (!deletion.failed.empty())
-        sentences.append(counted(u"stayed"_s, static_cast<std::int64_t>(deletion.failed.size()))
-                             .arg(reasons(deletion.failed)));
-    if (!deletion.left.empty())
-        sentences.append(counted(u"removal_stopped"_s, static_cast<std::int64_t>(deletion.left.size())));
-    return sentences.join(u'\n');
+    return sentences(deletion.failed, core::LumvaleScanner::deletionReasonKey, u"stayed"_s, deletion.left,
+                     u"removal_stopped"_s);
+}
+
+QString outcome::notPutBack(const core::PutBackOutcome& putBack) {
+    return sentences(putBack.failed, core::LumvaleScanner::putBackReasonKey, u"put_back_failed"_s,
+                     putBack.left, u"put_back_stopped"_s);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/removal/deletion.h"
+#include "core/removal/put_back.h"
 
 #include <cstdint>
 
@@ -19,5 +20,8 @@ QString reason(const platform::Error& error);
 /// of entries for each if there are several; and how many are left after a stop. Empty if everything was
 /// deleted.
 QString stayed(const core::DeletionOutcome& deletion);
+
+/// Returns the same for entries that were not put back. Empty if all were.
+QString notPutBack(const core::PutBackOutcome& putBack);
 
 } // namespace outcome

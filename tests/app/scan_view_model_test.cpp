@@ -125,6 +125,27 @@ TEST_F(ScanViewModelTest, RemovesItemsOfTheTrashBeforeOthersTakeTheirNames) {
     EXPECT_EQ(m_model.deletedText(), u"1 éléments supprimés définitivement");
 }
 
+TEST_F(ScanViewModelTest, PutsItemsBackWithTheirTicksAndCorrectsTheHistory) {
+    m_disk.make({"~/Library/Caches/a 100", "~/Library/Caches/b 10", "~/Library/Logs/c 20", "~/.Trash/d 5"});
+    scan();
+    m_model.setChecked(setAt({"~/Library/Caches/a", "~/Library/Caches/b", "~/.Trash/d"}));
+    confirmDelete();
+    EXPECT_TRUE(m_model.putBackModel()->isOffered());
+    m_disk.write("~/Library/Caches/b", "new");
+    m_model.putBackModel()->start();
+    EXPECT_TRUE(m_model.putBackModel()->isRunning() && m_model.removalTask()->isRemoving());
+    m_jobs.run();
+    EXPECT_EQ(listed(), setAt({"~/Library/Caches/a", "~/Library/Logs/c"}));
+    EXPECT_EQ(m_model.checked(), setAt({"~/Library/Caches/a"}));
+    EXPECT_EQ(m_model.result()->totalBytes, 120);
+    EXPECT_EQ(m_model.putBackModel()->doneText(), u"1 élément est de nouveau à sa place.");
+    EXPECT_EQ(m_model.putBackModel()->failedText(),
+              u"1 élément n'a pas été remis en place : la place est déjà prise");
+    EXPECT_TRUE(m_model.deletedText().isEmpty() && !m_model.putBackModel()->isOffered());
+    EXPECT_EQ(recorded(), (Texts{"d 5", "b 10"}));
+    EXPECT_EQ(HistoryStore(m_disk.disk()).entries(), m_history.entries());
+}
+
 TEST_F(ScanViewModelTest, ReportsWhatCouldNotBeRemovedFromTheTrashAndUnticksIt) {
     m_disk.make({"~/.Trash/a 100", "~/.Trash/.hidden/b 20", "~/.Trash/closed/c 3", "~/Library/Logs/d.log 7"});
     m_disk.setMode("~/.Trash/closed", 0500);

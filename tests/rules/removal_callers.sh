@@ -8,6 +8,7 @@
 set -eu
 
 known='app/history/history_store.cpp writeFile
+app/models/put_back_model.cpp putBack
 core/photos/photo_duplicates.cpp deleteAssets
 core/removal/deletion.cpp moveToTrash
 core/removal/deletion.cpp removeForGood

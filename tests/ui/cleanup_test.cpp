@@ -80,6 +80,13 @@ void CleanupTest::movesOnlyTickedItems() {
     QCOMPARE(m_driver->text("selectionLabel"), "0" + suffix + "Zero KB");
     press(told("deleteButton")); // disabled
     QVERIFY(!m_driver->isEnabled("deleteButton") && !m_driver->isShown("confirm"));
+
+    QVERIFY(m_driver->click("putBackButton"));
+    QTRY_VERIFY(m_driver->row("old.zip"));
+    QCOMPARE(ticks(), "---+");
+    QVERIFY(m_disk->exists("~/Downloads/old.zip") && m_history->entries().empty());
+    QCOMPARE(announced("deletedLabel"), ::tr(QStringLiteral("put_back_done"), 1).arg(1));
+    QVERIFY(!m_driver->isShown("putBackButton"));
 }
 
 void CleanupTest::emptiesTheTrash() {

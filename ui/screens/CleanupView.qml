@@ -141,9 +141,11 @@ TabScreen {
             count: root.model.checkedCount
             size: root.model.selectedSize
             action: Texts.tr("btn_trash_selection")
-            outcome: root.model.deletedText
-            failure: root.model.unreadText + (root.model.unreadText && root.model.stayedText ? "\n" : "") + root.model.stayedText
+            outcome: root.model.putBack.doneText || root.model.deletedText
+            canPutBack: root.model.putBack.isOffered
+            failure: (root.model.unreadText + "\n" + root.model.stayedText + "\n" + root.model.putBack.failedText).trim().replace(/\n+/g, "\n")
             onRequested: root.model.requestDelete()
+            onPutBackRequested: root.model.putBack.start()
         }
     }
 
@@ -157,6 +159,12 @@ TabScreen {
         onConfirmed: root.model.confirmDelete()
         onFocusLost: reason => results.takeFocus(reason)
         onClosed: root.model.showDeleteConfirm = false
+    }
+
+    PutBackDialog {
+        task: root.model.removalTask
+        visible: root.model.putBack.isRunning
+        onFocusLost: reason => results.takeFocus(reason)
     }
 
     RemovalDialog {

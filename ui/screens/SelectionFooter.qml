@@ -11,12 +11,15 @@ Item {
     required property string action
     /// Result of the last deletion; not shown if empty.
     property string outcome
+    /// The entries that it moved to the Trash can be put back.
+    property bool canPutBack: false
     /// The entries that the last deletion left, with the reasons; not shown if empty.
     property string failure
     /// A deletion is running or not possible; the button is disabled.
     property bool isBusy: false
 
     signal requested
+    signal putBackRequested
 
     function request(): void {
         if (visible && button.enabled)
@@ -41,13 +44,12 @@ Item {
             color: GCColor.textSecondary
         }
 
-        Label {
-            objectName: "deletedLabel"
+        OutcomeLine {
+            labelName: "deletedLabel"
             width: parent.width
-            visible: text.length > 0
             text: root.outcome
-            color: GCColor.glowTeal
-            Accessible.role: Accessible.AlertMessage
+            isOffered: root.canPutBack
+            onRequested: root.putBackRequested()
         }
 
         Label {

@@ -8,6 +8,7 @@
 #include "app/models/history_model.h"
 #include "app/models/installed_apps_model.h"
 #include "app/models/onboarding_model.h"
+#include "app/models/put_back_model.h"
 #include "app/models/scan_items_model.h"
 #include "app/models/scan_view_model.h"
 #include "app/models/startup_items_model.h"
@@ -46,6 +47,13 @@ struct ForeignBackgroundTask {
     Q_GADGET
     QML_FOREIGN(BackgroundTask)
     QML_NAMED_ELEMENT(BackgroundTask)
+    QML_UNCREATABLE("a part of the view models")
+};
+
+struct ForeignPutBackModel {
+    Q_GADGET
+    QML_FOREIGN(PutBackModel)
+    QML_NAMED_ELEMENT(PutBackModel)
     QML_UNCREATABLE("a part of the view models")
 };
 

@@ -1,0 +1,10 @@
+import QtQuick
+import Lumvale
+
+/// Shows the progress while entries are put back, and can stop it. It asks nothing before, since nothing can be lost.
+RemovalDialog {
+    objectName: "putBackDialog"
+    title: confirmText
+    message: ""
+    confirmText: Texts.tr("btn_put_back")
+}
