@@ -27,6 +27,9 @@ class StartupViewModel : public QObject {
     Q_PROPERTY(bool hasDisabled READ hasDisabled NOTIFY lastDisabledNameChanged)
     Q_PROPERTY(QString lastDisabledName READ disabledName NOTIFY lastDisabledNameChanged)
     Q_PROPERTY(QString failedText READ failedText NOTIFY failureChanged)
+    Q_PROPERTY(bool canPutBack READ canPutBack NOTIFY putBackChanged)
+    Q_PROPERTY(bool isPuttingBack READ isPuttingBack NOTIFY putBackChanged)
+    Q_PROPERTY(QString putBackText READ putBackText NOTIFY putBackChanged)
 
 public:
     /// Does not access the disk.
@@ -45,6 +48,10 @@ public:
     /// is reset in both cases. Does nothing while an item is being disabled.
     Q_INVOKABLE void confirmDisable();
 
+    /// Starts enabling the item that was disabled last, whose property list is in the Trash. At the end the
+    /// list is loaded again. Does nothing if there is none, or while an item is being disabled.
+    Q_INVOKABLE void enableAgain();
+
     // The state above as properties for QML. Absent texts are empty.
     BackgroundTask* removalTask() { return &m_removal; }
     StartupItemsModel* itemsModel() { return &m_items; }
@@ -54,7 +61,10 @@ public:
     QString itemToDisableName() const;
     bool hasDisabled() const { return m_lastDisabledName.has_value(); }
     QString disabledName() const;
-    QString failedText() const; ///< why the last item could not be disabled; empty if it could
+    QString failedText() const; ///< why the last item could not be disabled or put back; empty if it could
+    bool canPutBack() const { return m_disabled && m_disabled->propertyList; }
+    bool isPuttingBack() const { return m_isPuttingBack; }
+    QString putBackText() const; ///< the last item was put back; empty if it was not
 
 Q_SIGNALS:
     void itemsChanged();
@@ -62,9 +72,11 @@ Q_SIGNALS:
     void itemToDisableChanged();
     void lastDisabledNameChanged();
     void failureChanged();
+    void putBackChanged();
 
 private:
     void takeResult(const core::StartupItem& item, const platform::Result<core::DisabledItem>& disabled);
+    void takePutBack(const std::string& name, const platform::Result<bool>& enabled);
     void setItemToDisable(std::optional<core::StartupItem> item);
 
     platform::Disk m_disk;
@@ -77,6 +89,14 @@ private:
     struct Failure {
         std::string name;
         platform::Error error;
+        QString key; ///< translation key of the sentence
     };
-    std::optional<Failure> m_failure; ///< of the last item, if it could not be disabled
+    std::optional<Failure> m_failure; ///< of the last item, if it could not be disabled or put back
+    std::optional<core::DisabledItem> m_disabled; ///< of the last item; absent once it was put back
+    bool m_isPuttingBack = false;
+    struct PutBack {
+        std::string name;
+        bool isLoaded;
+    };
+    std::optional<PutBack> m_putBack; ///< of the last item, if it was put back
 };

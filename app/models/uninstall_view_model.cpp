@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -27,7 +28,9 @@ UninstallViewModel::UninstallViewModel(platform::Disk disk, HistoryStore& histor
       m_loading(this),
       m_leftovers(this),
       m_search(this),
-      m_removal(this) {
+      m_removal(this),
+      m_putBack(m_disk, m_history, m_executor, m_removal, this) {
+    connect(&m_putBack, &PutBackModel::finished, this, &UninstallViewModel::takePutBack);
     connect(&m_loading, &BackgroundTask::runningChanged, this, &UninstallViewModel::isLoadingAppsChanged);
     connect(&m_search, &BackgroundTask::runningChanged, this,
             &UninstallViewModel::isSearchingLeftoversChanged);
@@ -118,23 +121,37 @@ void UninstallViewModel::confirmUninstall() {
     std::map<std::string, std::int64_t> sizes{{m_selectedApp->path, m_selectedApp->sizeBytes}};
     for (const core::ScanItem& item : leftovers())
         sizes[item.path] = item.sizeBytes;
+    m_putBack.withdraw();
+    auto recorded = std::make_shared<std::vector<RecordedDeletion>>();
     m_removal.runRemoval(
         m_executor,
         [paths = checkedPaths(), disk = m_disk](platform::Progress& progress) {
             return core::LumvaleScanner::deletePaths(paths, disk, &progress);
         },
-        [sizes = std::move(sizes), name = m_selectedApp->name,
-         history = QPointer(&m_history)](const core::DeletionOutcome& outcome) {
+        [sizes = std::move(sizes), name = m_selectedApp->name, history = QPointer(&m_history),
+         recorded](const core::DeletionOutcome& outcome) {
+            std::map<std::string, std::int64_t> moved;
             std::int64_t bytes = 0;
             for (const std::string& path : outcome.succeeded)
-                if (const auto size = sizes.find(path); size != sizes.end())
+                if (const auto size = sizes.find(path); size != sizes.end()) {
+                    moved.insert(*size);
                     bytes = platform::addBytes(bytes, size->second);
+                }
             if (history && !outcome.succeeded.empty())
-                history->record(name, bytes);
+                recorded->push_back({history->record(name, bytes), std::move(moved)});
         },
-        [this, app = *m_selectedApp](core::DeletionOutcome outcome) {
+        [this, recorded, app = *m_selectedApp](core::DeletionOutcome outcome) {
+            m_putBack.offer(outcome.moved, std::move(*recorded));
             takeRemoval(app, std::move(outcome));
         });
+}
+
+void UninstallViewModel::takePutBack() {
+    m_keptApp.reset();
+    m_deletion.reset();
+    m_lastUninstalled.reset();
+    Q_EMIT lastUninstalledChanged();
+    loadApps();
 }
 
 void UninstallViewModel::takeRemoval(const core::InstalledApp& app, core::DeletionOutcome outcome) {

@@ -3,6 +3,7 @@
 #include "app/execution/background_task.h"
 #include "app/history/history_store.h"
 #include "app/models/installed_apps_model.h"
+#include "app/models/put_back_model.h"
 #include "app/models/scan_items_model.h"
 #include "core/removal/deletion.h"
 #include "platform/base/executor.h"
@@ -29,6 +30,7 @@ class UninstallViewModel : public QObject {
     Q_PROPERTY(InstalledAppsModel* apps READ appsModel CONSTANT)
     Q_PROPERTY(bool hasApps READ hasApps NOTIFY appsChanged)
     Q_PROPERTY(bool isLoadingApps READ isLoadingApps NOTIFY isLoadingAppsChanged)
+    Q_PROPERTY(PutBackModel* putBack READ putBackModel CONSTANT)
     Q_PROPERTY(bool hasSelectedApp READ hasSelectedApp NOTIFY selectedAppChanged)
     Q_PROPERTY(QString selectedAppName READ selectedAppName NOTIFY selectedAppChanged)
     Q_PROPERTY(QByteArray selectedAppPath READ selectedAppPath NOTIFY selectedAppChanged)
@@ -86,6 +88,7 @@ public:
     BackgroundTask* removalTask() { return &m_removal; }
     InstalledAppsModel* appsModel() { return &m_apps; }
     bool hasApps() const { return !apps().empty(); }
+    PutBackModel* putBackModel() { return &m_putBack; } ///< of what the last removal moved
     bool hasSelectedApp() const { return m_selectedApp.has_value(); }
     QString selectedAppName() const;
     QByteArray selectedAppPath() const; ///< exact path on the disk
@@ -116,6 +119,7 @@ private:
     void setSelectedApp(std::optional<core::InstalledApp> app);
     void setLeftovers(std::vector<core::ScanItem> items);
     void takeRemoval(const core::InstalledApp& app, core::DeletionOutcome outcome);
+    void takePutBack();
     std::vector<std::string> checkedPaths() const; ///< in the order of the list, then the application
 
     platform::Disk m_disk;
@@ -127,6 +131,7 @@ private:
     ScanItemsModel m_leftovers; ///< also stores whether the application is checked
     BackgroundTask m_search;
     BackgroundTask m_removal;
+    PutBackModel m_putBack;
     bool m_showDeleteConfirm = false;
     std::optional<std::string> m_lastUninstalled; ///< set only if the application itself was moved
     struct KeptApp {

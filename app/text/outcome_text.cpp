@@ -58,6 +58,10 @@ QString outcome::reason(const platform::Error& error) {
     return tr(display::text(core::LumvaleScanner::deletionReasonKey(error)));
 }
 
+QString outcome::putBackReason(const platform::Error& error) {
+    return tr(display::text(core::LumvaleScanner::putBackReasonKey(error)));
+}
+
 QString outcome::stayed(const core::DeletionOutcome& deletion) {
     return sentences(deletion.failed, core::LumvaleScanner::deletionReasonKey, u"stayed"_s, deletion.left,
                      u"removal_stopped"_s);

@@ -16,6 +16,9 @@ QString counted(const QString& key, std::int64_t number);
 /// Returns the reason why an entry could not be deleted.
 QString reason(const platform::Error& error);
 
+/// Returns the reason why an entry could not be put back.
+QString putBackReason(const platform::Error& error);
+
 /// Returns how many entries stayed where they were and why, the most frequent reason first, with the number
 /// of entries for each if there are several; and how many are left after a stop. Empty if everything was
 /// deleted.

@@ -84,6 +84,11 @@ void UninstallTest::uninstallsTickedFilesOfTheChosenApp() {
         QVERIFY2(m_disk->exists(path), path);
     QCOMPARE(announced("uninstalledLabel"), banner("Notes"));
     QCOMPARE(m_driver->text("uninstalledFreeSpace"), m_driver->text("screenSubtitle"));
+
+    QVERIFY(m_driver->click("putBackButton"));
+    QTRY_COMPARE(drawn(), (QStringList{"Notes | 1 KB", "Paint | 2 KB", "Solo | 300 bytes"}));
+    QVERIFY(m_disk->exists("/Applications/Notes.app/x") && m_history->entries().empty());
+    QCOMPARE(announced("uninstalledLabel"), ::tr(QStringLiteral("put_back_done"), 3).arg(3));
 }
 
 void UninstallTest::uninstallsUntilNoAppIsLeft() {

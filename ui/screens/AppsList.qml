@@ -31,7 +31,7 @@ FocusScope {
         anchors.right: parent.right
         height: visible ? outcome.height + 2 * 12 : 0
         // By the texts: items in a hidden one are not visible.
-        visible: root.model.hasUninstalled || moved.text.length > 0 || stayed.text.length > 0
+        visible: uninstalled.text.length > 0 || stayed.text.length > 0
         radius: Metrics.smallButtonRadius
         color: stayed.text.length > 0 ? GCColor.alpha(GCColor.danger, 0.07) : GCColor.success
         border.color: stayed.text.length > 0 ? GCColor.alpha(GCColor.danger, 0.2) : GCColor.successStroke
@@ -45,23 +45,14 @@ FocusScope {
             anchors.rightMargin: Metrics.listPadding
             spacing: 3
 
-            Label {
-                objectName: "uninstalledLabel"
+            OutcomeLine {
+                id: uninstalled
+                labelName: "uninstalledLabel"
                 width: parent.width
-                visible: root.model.hasUninstalled
-                text: "✓ « " + root.model.lastUninstalled + " » " + Texts.tr("uninstalled_suffix")
-                color: GCColor.glowTeal
-                Accessible.role: Accessible.AlertMessage
-            }
-
-            Label {
-                id: moved
-                objectName: "movedLabel"
-                width: parent.width
-                visible: text.length > 0
-                text: root.model.movedText
-                color: GCColor.glowTeal
-                Accessible.role: Accessible.AlertMessage
+                text: root.model.hasUninstalled ? "✓ « " + root.model.lastUninstalled + " » " + Texts.tr("uninstalled_suffix")
+                                                : root.model.movedText || root.model.putBack.doneText
+                isOffered: root.model.putBack.isOffered
+                onRequested: root.model.putBack.start()
             }
 
             Label {
@@ -69,7 +60,7 @@ FocusScope {
                 objectName: "stayedLabel"
                 width: parent.width
                 visible: text.length > 0
-                text: root.model.stayedText
+                text: root.model.stayedText || root.model.putBack.failedText
                 color: GCColor.danger
                 Accessible.role: Accessible.AlertMessage
             }

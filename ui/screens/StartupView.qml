@@ -38,14 +38,14 @@ TabScreen {
             subtitle: Texts.tr("startup_subtitle")
         }
 
-        Label {
-            objectName: "disabledLabel"
+        OutcomeLine {
+            labelName: "disabledLabel"
             width: parent.width
-            visible: root.model.hasDisabled
-            text: "✓ « " + root.model.lastDisabledName + " » " + Texts.tr("disabled_confirmation")
+            text: root.model.hasDisabled ? "✓ « " + root.model.lastDisabledName + " » " + Texts.tr("disabled_confirmation")
+                                         : root.model.putBackText
             font: Type.message
-            color: GCColor.glowTeal
-            Accessible.role: Accessible.AlertMessage
+            isOffered: root.model.canPutBack
+            onRequested: root.model.enableAgain()
         }
 
         Label {
@@ -106,5 +106,11 @@ TabScreen {
         onConfirmed: root.model.confirmDisable()
         onFocusLost: reason => list.takeFocus(reason)
         onClosed: root.model.showDisableConfirm = false
+    }
+
+    PutBackDialog {
+        task: root.model.removalTask
+        visible: root.model.isPuttingBack
+        onFocusLost: reason => list.takeFocus(reason)
     }
 }

@@ -193,4 +193,10 @@ TabScreen {
         onFocusLost: reason => apps.takeFocus(reason)
         onClosed: root.model.showDeleteConfirm = false
     }
+
+    PutBackDialog {
+        task: root.model.removalTask
+        visible: root.model.putBack.isRunning
+        onFocusLost: reason => apps.takeFocus(reason)
+    }
 }
