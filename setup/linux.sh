@@ -46,8 +46,9 @@ has_display() { [ -n "${DISPLAY-}${WAYLAND_DISPLAY-}" ]; }
 # Starts Xvfb, a virtual display, and sets DISPLAY. It stops when the script exits.
 start_display() {
     local number size=${1-1600x1200}
-    # With -displayfd Xvfb chooses a free display number and prints it once it accepts connections.
-    coproc XVFB { exec Xvfb -displayfd 1 -screen 0 "${size}x24" -nolisten tcp 2>build/xvfb.log; }
+    # With -displayfd Xvfb chooses a free display number and prints it once it accepts connections. With -noreset it
+    # doesn't refuse connections for a moment after the last program has left.
+    coproc XVFB { exec Xvfb -noreset -displayfd 1 -screen 0 "${size}x24" -nolisten tcp 2>build/xvfb.log; }
     # shellcheck disable=SC2064 # expanded now on purpose: the trap must kill this very process
     trap "kill $XVFB_PID 2>/dev/null" EXIT
     read -r number <&"${XVFB[0]}" || fail "Xvfb did not start; see build/xvfb.log"
