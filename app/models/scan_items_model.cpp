@@ -1,26 +1,36 @@
 #include "app/models/scan_items_model.h"
 
+#include "app/i18n/localizer.h"
 #include "app/text/display.h"
 #include "platform/base/bytes.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+ScanItemsModel::ScanItemsModel(QObject* parent) : QAbstractListModel(parent) {
+    connect(&Localizer::shared(), &Localizer::languageChanged, this, &ScanItemsModel::describeSections);
+}
 
 int ScanItemsModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+    return parent.isValid() || m_sections.empty() ? 0 : m_sections.back().row + m_sections.back().rowCount();
 }
 
 QVariant ScanItemsModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const auto row = static_cast<std::size_t>(index.row());
-    const core::ScanItem& item = m_rows[row];
+    const Section& section = sectionAt(index.row());
+    const std::size_t place = section.begin + static_cast<std::size_t>(index.row() - section.row);
+    const core::ScanItem& item = items()[place];
     switch (role) {
     case CategoryRole:
-        return display::text(translationKey(item.category));
+        return section.name;
     case NameRole:
         return display::text(item.name);
     case PathRole:
-        return QByteArray::fromStdString(item.path);
+        return section.isFolded ? QVariant() : QByteArray::fromStdString(item.path);
     case ExplanationRole:
         return display::text(item.explanation);
     case SizeRole:
@@ -28,7 +38,9 @@ QVariant ScanItemsModel::data(const QModelIndex& index, int role) const {
     case DateRole:
         return ItemDateFormat::string(item.modifiedDate).value_or(QString());
     case CheckedRole:
-        return m_rowIsChecked[row] == true;
+        return m_isChecked[place] == true;
+    case FoldedRole:
+        return section.isFolded;
     default:
         return {};
     }
@@ -36,59 +48,170 @@ QVariant ScanItemsModel::data(const QModelIndex& index, int role) const {
 
 QHash<int, QByteArray> ScanItemsModel::roleNames() const {
     return {
-        {CategoryRole, "category"},       {NameRole, "name"}, {PathRole, "path"},
-        {ExplanationRole, "explanation"}, {SizeRole, "size"}, {DateRole, "date"},
-        {CheckedRole, "checked"},
+        {CategoryRole, "category"},       {NameRole, "name"},       {PathRole, "path"},
+        {ExplanationRole, "explanation"}, {SizeRole, "size"},       {DateRole, "date"},
+        {CheckedRole, "checked"},         {FoldedRole, "isFolded"},
     };
 }
 
 void ScanItemsModel::setItems(std::vector<core::ScanItem> items) {
+    const std::set<std::string> ids = checked();
     beginResetModel();
-    m_rows = std::move(items);
-    std::stable_sort(m_rows.begin(), m_rows.end(), [](const core::ScanItem& a, const core::ScanItem& b) {
-        return a.category < b.category;
-    });
-    updateRowIsChecked();
+    m_list = std::make_shared<const ScanItemList>(std::move(items));
+    m_sections.clear();
+    for (const ScanItemList::Section& section : m_list->sections())
+        m_sections.push_back({section, display::text(translationKey(section.category)), 0,
+                              m_folded.contains(section.category)});
+    placeSections();
+    assignChecked(ids);
     endResetModel();
+    describeSections();
 }
 
-std::int64_t ScanItemsModel::checkedBytes() const {
-    std::int64_t total = 0;
-    for (std::size_t row = 0; row < m_rows.size(); ++row)
-        if (m_rowIsChecked[row])
-            total = platform::addBytes(total, m_rows[row].sizeBytes);
-    return total;
+std::set<std::string> ScanItemsModel::checked() const {
+    std::set<std::string> ids = m_otherChecked;
+    for (std::size_t item = 0; item < m_isChecked.size(); ++item)
+        if (m_isChecked[item])
+            ids.insert(items()[item].id);
+    return ids;
 }
 
-void ScanItemsModel::setChecked(std::set<std::string> ids) {
-    m_checked = std::move(ids);
-    updateRowIsChecked();
-    if (!m_rows.empty())
-        Q_EMIT dataChanged(index(0), index(rowCount() - 1), {CheckedRole});
-    Q_EMIT checkedChanged();
+void ScanItemsModel::setChecked(const std::set<std::string>& ids) {
+    assignChecked(ids);
+    announceChecked();
 }
 
 void ScanItemsModel::toggle(int row) {
     if (row < 0 || row >= rowCount())
         return;
-    const std::string& id = m_rows[static_cast<std::size_t>(row)].id;
-    const bool checked = m_checked.erase(id) == 0;
-    if (checked)
-        m_checked.insert(id);
-    // Changes all rows with the id before any signal, since a receiver may read other rows.
-    std::vector<int> rows;
-    for (std::size_t other = 0; other < m_rows.size(); ++other)
-        if (m_rows[other].id == id) {
-            m_rowIsChecked[other] = checked;
-            rows.push_back(static_cast<int>(other));
-        }
-    for (const int changed : rows)
-        Q_EMIT dataChanged(index(changed), index(changed), {CheckedRole});
-    Q_EMIT checkedChanged();
+    const Section& section = sectionAt(row);
+    if (section.isFolded) {
+        toggleSection(section.name);
+        return;
+    }
+    const std::size_t item = section.begin + static_cast<std::size_t>(row - section.row);
+    check(item, !m_isChecked[item]);
+    countChecked();
+    announceChecked();
 }
 
-void ScanItemsModel::updateRowIsChecked() {
-    m_rowIsChecked.resize(m_rows.size());
-    for (std::size_t row = 0; row < m_rows.size(); ++row)
-        m_rowIsChecked[row] = m_checked.contains(m_rows[row].id);
+void ScanItemsModel::toggleSection(const QString& name) {
+    const Section* section = find(name);
+    if (!section || !section->hasTick())
+        return;
+    const bool isChecked = section->checkedSafeCount < section->safeCount;
+    for (std::size_t item = section->begin; item < section->end; ++item)
+        if (m_list->isSafe(item))
+            check(item, isChecked);
+    countChecked();
+    announceChecked();
+}
+
+void ScanItemsModel::setFolded(const QString& name, bool isFolded) {
+    Section* section = find(name);
+    if (!section || section->isFolded == isFolded)
+        return;
+    const int firstHidden = section->row + 1;
+    const int lastHidden = section->row + static_cast<int>(section->end - section->begin) - 1;
+    const bool changesRows = firstHidden <= lastHidden;
+    if (changesRows && isFolded)
+        beginRemoveRows({}, firstHidden, lastHidden);
+    else if (changesRows)
+        beginInsertRows({}, firstHidden, lastHidden);
+    section->isFolded = isFolded;
+    if (isFolded)
+        m_folded.insert(section->category);
+    else
+        m_folded.erase(section->category);
+    placeSections();
+    if (changesRows && isFolded)
+        endRemoveRows();
+    else if (changesRows)
+        endInsertRows();
+    Q_EMIT dataChanged(index(section->row), index(section->row), {FoldedRole});
+    describeSections();
+}
+
+int ScanItemsModel::firstRow(const QString& name) const {
+    const auto section = std::ranges::find(m_sections, name, &Section::name);
+    return section == m_sections.end() ? -1 : section->row;
+}
+
+bool ScanItemsModel::Section::hasTick() const {
+    using enum core::ScanCategory;
+    return safeCount > 0 && (category == cache || category == logs || category == trash);
+}
+
+const ScanItemsModel::Section& ScanItemsModel::sectionAt(int row) const {
+    const auto isAfter = [row](const Section& section) {
+        return section.row > row;
+    };
+    return *std::prev(std::ranges::find_if(m_sections, isAfter));
+}
+
+ScanItemsModel::Section* ScanItemsModel::find(const QString& name) {
+    const auto section = std::ranges::find(m_sections, name, &Section::name);
+    return section == m_sections.end() ? nullptr : &*section;
+}
+
+void ScanItemsModel::placeSections() {
+    int row = 0;
+    for (Section& section : m_sections) {
+        section.row = row;
+        row += section.rowCount();
+    }
+}
+
+/// Sets all items with the id of this one.
+void ScanItemsModel::check(std::size_t item, bool isChecked) {
+    for (std::size_t same = item; m_isChecked[same] != isChecked; same = m_list->next(same))
+        m_isChecked[same] = isChecked;
+}
+
+void ScanItemsModel::assignChecked(const std::set<std::string>& ids) {
+    m_otherChecked = ids;
+    m_isChecked.assign(items().size(), false);
+    for (std::size_t item = 0; item < items().size(); ++item) {
+        m_isChecked[item] = ids.contains(items()[item].id);
+        m_otherChecked.erase(items()[item].id);
+    }
+    countChecked();
+}
+
+/// Counts in one pass, which takes less time than a frame, rather than by differences.
+void ScanItemsModel::countChecked() {
+    m_checkedCount = m_otherChecked.size();
+    m_checkedBytes = 0;
+    for (Section& section : m_sections) {
+        section.checkedSafeCount = 0;
+        for (std::size_t item = section.begin; item < section.end; ++item)
+            if (m_isChecked[item]) {
+                m_checkedCount += m_list->isLastOfId(item);
+                m_checkedBytes = platform::addBytes(m_checkedBytes, m_list->sizeBytes(item));
+                section.checkedSafeCount += m_list->isSafe(item);
+            }
+    }
+}
+
+void ScanItemsModel::announceChecked() {
+    if (rowCount() > 0)
+        Q_EMIT dataChanged(index(0), index(rowCount() - 1), {CheckedRole});
+    Q_EMIT checkedChanged();
+    describeSections();
+}
+
+void ScanItemsModel::describeSections() {
+    m_sectionFacts.clear();
+    for (const Section& section : m_sections) {
+        const auto count = static_cast<std::int64_t>(section.end - section.begin);
+        const Qt::CheckState state = section.checkedSafeCount == 0                   ? Qt::Unchecked
+                                     : section.checkedSafeCount == section.safeCount ? Qt::Checked
+                                                                                     : Qt::PartiallyChecked;
+        m_sectionFacts[section.name] = QVariantMap{
+            {u"summary"_s,
+             ::tr(u"progress_so_far"_s, count).arg(display::count(count), display::size(section.bytes))},
+            {u"tick"_s, section.hasTick() ? state : -1},
+            {u"isFolded"_s, section.isFolded}};
+    }
+    Q_EMIT sectionsChanged();
 }

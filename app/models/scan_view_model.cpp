@@ -127,7 +127,7 @@ void ScanViewModel::runScan() {
             m_unreadFolders = result.unreadFolders;
             setResult(std::move(result));
             setHealth(health);
-            setChecked(std::move(safe));
+            setChecked(safe);
         });
     setResult(std::nullopt);
     setTrashReport(std::nullopt);
@@ -152,17 +152,18 @@ void ScanViewModel::loadStorageBreakdown() {
 }
 
 void ScanViewModel::confirmDelete() {
-    if (checked().empty() || m_removal.isRunning())
+    const std::set<std::string> ids = checked();
+    if (ids.empty() || m_removal.isRunning())
         return;
     std::vector<core::ScanItem> items;
     if (m_result)
         std::copy_if(m_result->items.begin(), m_result->items.end(), std::back_inserter(items),
-                     [this](const core::ScanItem& item) { return checked().contains(item.id); });
+                     [&ids](const core::ScanItem& item) { return ids.contains(item.id); });
     m_putBack.withdraw();
     auto recorded = std::make_shared<std::vector<RecordedDeletion>>();
     m_removal.runRemoval(
         m_executor,
-        [paths = core::LumvaleScanner::inDeletionOrder(checked(), m_disk),
+        [paths = core::LumvaleScanner::inDeletionOrder(ids, m_disk),
          disk = m_disk](platform::Progress& progress) {
             return core::LumvaleScanner::deletePaths(paths, disk, &progress);
         },
@@ -242,7 +243,7 @@ void ScanViewModel::takeTrashReport(core::TrashReport report) {
         setResult(without(withoutPart(*m_result, m_trashReport->partial), [&](const core::ScanItem& item) {
             return item.category == core::ScanCategory::trash && !left.contains(item.path);
         }));
-        setChecked(std::move(stillChecked));
+        setChecked(stillChecked);
     }
     setHealth(core::LumvaleScanner::healthScore(m_disk));
 }
@@ -294,7 +295,7 @@ QString ScanViewModel::trashNote() const {
 }
 
 int ScanViewModel::checkedCount() const {
-    return static_cast<int>(checked().size());
+    return static_cast<int>(m_items.checkedCount());
 }
 
 QString ScanViewModel::selectedSize() const {

@@ -69,7 +69,7 @@ public:
     bool isScanning() const { return m_scan.isRunning(); }
     const std::optional<core::ScanResult>& result() const { return m_result; }
     const std::optional<core::HealthScore>& health() const { return m_health; }
-    const std::set<std::string>& checked() const { return m_items.checked(); }
+    std::set<std::string> checked() const { return m_items.checked(); }
     std::int64_t selectedBytes() const { return m_items.checkedBytes(); }
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
     bool showEmptyTrashConfirm() const { return m_showEmptyTrashConfirm; }
@@ -83,7 +83,7 @@ public:
     bool isLoadingStorageBreakdown() const { return m_storage.isRunning(); }
     bool showStorageBreakdown() const { return m_showStorageBreakdown; }
 
-    void setChecked(std::set<std::string> ids) { m_items.setChecked(std::move(ids)); }
+    void setChecked(const std::set<std::string>& ids) { m_items.setChecked(ids); }
     void setShowDeleteConfirm(bool show);
     void setShowEmptyTrashConfirm(bool show);
     void setShowStorageBreakdown(bool show);

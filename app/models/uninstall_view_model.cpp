@@ -80,7 +80,7 @@ void UninstallViewModel::select(core::InstalledApp app) {
                 if (item.safeByDefault)
                     ids.insert(item.id);
             setLeftovers(std::move(items));
-            setChecked(std::move(ids));
+            setChecked(ids);
         });
 }
 
@@ -107,7 +107,7 @@ void UninstallViewModel::toggleSelectedApp() {
     std::set<std::string> ids = checked();
     if (ids.erase(m_selectedApp->id) == 0)
         ids.insert(m_selectedApp->id);
-    setChecked(std::move(ids));
+    setChecked(ids);
 }
 
 void UninstallViewModel::setShowDeleteConfirm(bool show) {
@@ -198,8 +198,9 @@ QString UninstallViewModel::stayedText() const {
 
 std::vector<std::string> UninstallViewModel::checkedPaths() const {
     std::vector<std::string> paths;
+    const std::set<std::string> ids = checked();
     for (const core::ScanItem& item : leftovers())
-        if (checked().contains(item.id))
+        if (ids.contains(item.id))
             paths.push_back(item.path);
     if (isSelectedAppChecked())
         paths.push_back(m_selectedApp->path);

@@ -58,15 +58,15 @@ public:
     const std::vector<core::InstalledApp>& apps() const { return m_apps.apps(); }
     bool isLoadingApps() const { return m_loading.isRunning(); }
     const std::optional<core::InstalledApp>& selectedApp() const { return m_selectedApp; }
-    const std::vector<core::ScanItem>& leftovers() const { return m_leftovers.rows(); }
+    const std::vector<core::ScanItem>& leftovers() const { return m_leftovers.items(); }
     bool isSearchingLeftovers() const { return m_search.isRunning(); }
-    const std::set<std::string>& checked() const { return m_leftovers.checked(); }
+    std::set<std::string> checked() const { return m_leftovers.checked(); }
     std::int64_t selectedBytes() const; ///< total size of the checked entries; 0 without an application
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
     const std::optional<std::string>& lastUninstalled() const { return m_lastUninstalled; }
     const QString& freeSpaceText() const { return m_freeSpaceText; }
 
-    void setChecked(std::set<std::string> ids) { m_leftovers.setChecked(std::move(ids)); }
+    void setChecked(const std::set<std::string>& ids) { m_leftovers.setChecked(ids); }
     void setShowDeleteConfirm(bool show);
 
     Q_INVOKABLE void loadApps();

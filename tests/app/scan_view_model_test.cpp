@@ -32,7 +32,7 @@ protected:
 
     std::set<std::string> listed() {
         std::set<std::string> paths;
-        for (const core::ScanItem& item : m_model.items()->rows())
+        for (const core::ScanItem& item : m_model.items()->items())
             paths.insert(item.path);
         return paths;
     }

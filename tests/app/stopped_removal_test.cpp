@@ -24,7 +24,7 @@ TEST(StoppedRemoval, ListsAndRecordsWhatItLeftOfAFolderInTheTrash) {
         };
         jobs.run();
         beforeRemoval = nullptr;
-        EXPECT_EQ(model.items()->rows().at(0).sizeBytes, 10);
+        EXPECT_EQ(model.items()->items().at(0).sizeBytes, 10);
         EXPECT_EQ(model.result()->totalBytes, 10);
         ASSERT_EQ(history.entries().size(), 1U);
         EXPECT_EQ(history.entries()[0].sizeBytes, 20);

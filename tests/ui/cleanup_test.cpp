@@ -2,8 +2,10 @@
 #include "platform/text/format.h"
 #include "tests/ui/window_test.h"
 
+#include <initializer_list>
 #include <string>
 #include <tuple>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -15,6 +17,7 @@ private Q_SLOTS:
     void init();
 
     void drawsProposalsAndDiskHealth();
+    void foldsAndTicksCategories();
     void movesOnlyTickedItems();
     void emptiesTheTrash();
     void stopsWhatTheUserCancels();
@@ -59,6 +62,59 @@ void CleanupTest::drawsProposalsAndDiskHealth() {
     QCOMPARE(ticks(), "-++-");
     QVERIFY(m_driver->texts().contains(model<ScanViewModel>()->freeSpaceText()));
     QCOMPARE(m_driver->text("healthLabel"), Localizer::shared().text(model<ScanViewModel>()->healthKey()));
+}
+
+void CleanupTest::foldsAndTicksCategories() {
+    m_disk->make("~/Library/Caches/com.apple.x 1000"); // costly to lose, so not ticked at first
+    openAndScan();
+    QCOMPARE(ticks(), "+-++-");
+    QCOMPARE(m_driver->items("categoryBox").size(), 3); // none for old downloads
+    const auto clickBox = [this] {
+        m_driver->click(*m_driver->itemsInSight("categoryBox").front());
+        return ticks();
+    };
+    QCOMPARE(clickBox(), "--++-");
+    m_driver->click(*m_driver->row("com.apple.x"));
+    QCOMPARE(clickBox(), "++++-");
+    QCOMPARE(clickBox(), "-+++-");
+
+    const auto heading = [this] {
+        return told(m_driver->itemsInSight("heading").front());
+    };
+    const QString summary = translated("cat_cache") + ", 2 items · 5 KB";
+    QCOMPARE(heading()->role(), QAccessible::Heading);
+    m_driver->item("resultsList")->forceActiveFocus(Qt::TabFocusReason);
+    for (const auto& [key, state] :
+         std::initializer_list<std::pair<Qt::Key, const char*>>{{Qt::Key_Left, "section_folded"},
+                                                                {Qt::Key_Space, "section_folded"},
+                                                                {Qt::Key_Right, "section_unfolded"}}) {
+        m_driver->key(key);
+        QCOMPARE(heading()->text(QAccessible::Name) + ", " + heading()->text(QAccessible::Description),
+                 summary + ", " + translated(state));
+        if (key == Qt::Key_Space)
+            QVERIFY(told(m_driver->rows().front())->text(QAccessible::Name) == summary
+                    && told(m_driver->rows().front())->state().checked);
+    }
+    QCOMPARE(ticks(), "++++-");
+    press(heading());
+    QCOMPARE(m_driver->rows().size(), 4U);
+    m_driver->click(*m_driver->itemsInSight("heading").front());
+    QCOMPARE(m_driver->rows().size(), 5U);
+
+    for (int i = 0; i < 12; ++i)
+        m_disk->make("~/Library/Logs/" + std::to_string(i) + " 1");
+    scan();
+    m_driver->item("resultsList")->forceActiveFocus(Qt::TabFocusReason);
+    m_driver->key(Qt::Key_End);
+    for (int i = 0; i < 12; ++i)
+        m_driver->key(Qt::Key_Up);
+    const auto isBelowHeading = [this] { // which stays at the top while rows scroll
+        const QQuickItem* row = m_driver->row(current());
+        return row
+               && Driver::place(*row).top()
+                      >= Driver::place(*m_driver->itemsInSight("heading").front()).bottom();
+    };
+    QTRY_VERIFY(isBelowHeading());
 }
 
 void CleanupTest::movesOnlyTickedItems() {

@@ -8,6 +8,8 @@
 #include "tools/tour/expect.h"
 #include "tools/tour/set_aside.h"
 
+#include <QTest>
+
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
@@ -21,7 +23,7 @@ namespace {
 void tick(Stage& stage, core::ScanCategory category, std::size_t count) {
     auto& model = stage.model<ScanViewModel>();
     std::set<std::string> ids;
-    for (const core::ScanItem& item : model.items()->rows())
+    for (const core::ScanItem& item : model.items()->items())
         if (item.category == category && ids.size() < count)
             ids.insert(item.id);
     expect(ids.size() == count, "there are enough proposals");
@@ -77,16 +79,50 @@ void toggleRow(Stage& stage) {
     stage.take("ticked");
 }
 
+/// Folds the first category, unticks it by its check box, ticks it again and unfolds it.
+void foldCategory(Stage& stage) {
+    auto& model = stage.model<ScanViewModel>();
+    const auto first = [&stage](const char* name) {
+        expect(!stage.driver().itemsInSight(name).empty(), std::string("a category shows its ") + name);
+        return stage.driver().itemsInSight(name).front();
+    };
+    const int rows = model.items()->rowCount();
+    const std::set<std::string> selected = model.checked();
+    stage.driver().click(*first("heading"));
+    expect(model.items()->rowCount() < rows, "a category is folded");
+    stage.take("folded", 300);
+    stage.driver().click(*first("categoryBox"));
+    expect(model.checked() != selected, "the items of a category are toggled");
+    stage.take("category ticked", 600); // longer than the double-click interval
+    stage.driver().click(*first("categoryBox"));
+    stage.driver().click(*first("heading"));
+    expect(model.items()->rowCount() == rows, "the category is unfolded");
+    model.setChecked(selected);
+}
+
+/// Shows the path and the context menu of the first row.
+void showPath(Stage& stage) {
+    const QPoint place = Driver::centre(*stage.driver().rows().front());
+    QTest::mouseMove(&stage.window(), place);
+    stage.waitFor("the path is shown", [&] { return stage.driver().isShown("tipText"); });
+    stage.take("path");
+    QTest::mouseClick(&stage.window(), Qt::RightButton, {}, place);
+    expect(stage.driver().isShown("menuEntry"), "the context menu opens");
+    stage.take("context menu");
+    stage.driver().key(Qt::Key_Escape);
+    stage.waitFor("the context menu closes", [&] { return !stage.driver().isShown("menuEntry"); });
+}
+
 /// Deletes the selection and prints what happened to each entry.
 void deleteSelection(Stage& stage, const std::string& state, const std::function<void()>& run) {
     auto& model = stage.model<ScanViewModel>();
-    const std::vector<core::ScanItem> before = model.items()->rows();
+    const std::vector<core::ScanItem> before = model.items()->items();
     const std::set<std::string> selected = model.checked();
     stage.confirm("deleteButton", state, run);
     expect(model.checkedCount() == 0, "nothing is selected after the deletion");
 
     std::set<std::string> remaining;
-    for (const core::ScanItem& item : model.items()->rows())
+    for (const core::ScanItem& item : model.items()->items())
         remaining.insert(item.id);
     std::printf("%s: %d of %zu selected entries\n", state.c_str(), *model.lastDeletedCount(),
                 selected.size());
@@ -180,6 +216,8 @@ void tourCleanup(Stage& stage) {
     scan(stage);
     showStorageBreakdown(stage);
     toggleRow(stage);
+    foldCategory(stage);
+    showPath(stage);
     deleteSelections(stage);
     emptyTrash(stage);
 }

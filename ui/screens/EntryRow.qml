@@ -13,6 +13,8 @@ KeyboardRow {
     readonly property string pathText: path === undefined ? "" : FileActions.text(path)
 
     onMenuRequested: (position, reason) => {
+        if (pathText.length === 0)
+            return;
         menu.active = true;
         (menu.item as EntryMenu).openAt(position, reason);
     }

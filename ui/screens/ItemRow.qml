@@ -12,31 +12,41 @@ EntryRow {
     required property string size
     required property string date
     required checked
+    /// Stands for all items of a folded category, whose heading shows the focus and the check box. It draws nothing
+    /// itself and is one pixel high, since screen readers ignore items without area.
+    property bool isFolded: false
 
     /// Heading of the rows, told with the first and the last row: on entering the section from either side.
     property string heading: ListView.section !== ListView.previousSection
                                       || ListView.section !== ListView.nextSection
                                       ? Texts.tr(ListView.section) : ""
 
-    implicitHeight: Math.max(texts.height, details.height) + 2 * 10
+    /// What screen readers tell after the name.
+    readonly property string description: (heading.length > 0 ? heading + ", " : "")
+                                          + (date.length > 0 ? date + ", " : "") + Texts.tr(explanation)
+                                          + (pathText.length > 0 ? ", " + pathText : "")
+
+    implicitHeight: isFolded ? 1 : Math.max(texts.height, details.height) + 2 * 10
 
     // Makes screen readers announce a check box; the state shown still comes from the model.
     checkable: true
     Accessible.checkable: true
     Accessible.checked: checked
     Accessible.name: name + ", " + size
-    Accessible.description: (heading.length > 0 ? heading + ", " : "") + (date.length > 0 ? date + ", " : "")
-                            + Texts.tr(explanation) + ", " + pathText
+    Accessible.description: description
     Accessible.onToggleAction: clicked()
+    background.visible: !isFolded
 
     CheckMark {
         id: mark
+        visible: !root.isFolded
         anchors.verticalCenter: parent.verticalCenter
         isChecked: root.checked
     }
 
     Column {
         id: texts
+        visible: !root.isFolded
         anchors.left: mark.right
         anchors.leftMargin: 14
         anchors.right: details.left
@@ -64,6 +74,7 @@ EntryRow {
 
     Column {
         id: details
+        visible: !root.isFolded
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         spacing: 3
