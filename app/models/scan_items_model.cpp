@@ -57,14 +57,23 @@ QHash<int, QByteArray> ScanItemsModel::roleNames() const {
 void ScanItemsModel::setItems(std::vector<core::ScanItem> items) {
     const std::set<std::string> ids = checked();
     beginResetModel();
-    m_list = std::make_shared<const ScanItemList>(std::move(items));
-    m_sections.clear();
-    for (const ScanItemList::Section& section : m_list->sections())
-        m_sections.push_back({section, display::text(translationKey(section.category)), 0,
-                              m_folded.contains(section.category)});
-    placeSections();
+    replaceList(std::make_shared<const ScanItemList>(std::move(items)));
     assignChecked(ids);
     endResetModel();
+    describeSections();
+}
+
+void ScanItemsModel::setList(std::shared_ptr<const ScanItemList> list) {
+    beginResetModel();
+    replaceList(std::move(list));
+    m_otherChecked.clear();
+    m_isChecked.assign(items().size(), false);
+    for (std::size_t item = 0; item < m_isChecked.size(); ++item)
+        if (m_list->isSafe(item))
+            check(item, true);
+    countChecked();
+    endResetModel();
+    Q_EMIT checkedChanged();
     describeSections();
 }
 
@@ -152,6 +161,15 @@ const ScanItemsModel::Section& ScanItemsModel::sectionAt(int row) const {
 ScanItemsModel::Section* ScanItemsModel::find(const QString& name) {
     const auto section = std::ranges::find(m_sections, name, &Section::name);
     return section == m_sections.end() ? nullptr : &*section;
+}
+
+void ScanItemsModel::replaceList(std::shared_ptr<const ScanItemList> list) {
+    m_list = std::move(list);
+    m_sections.clear();
+    for (const ScanItemList::Section& section : m_list->sections())
+        m_sections.push_back({section, display::text(translationKey(section.category)), 0,
+                              m_folded.contains(section.category)});
+    placeSections();
 }
 
 void ScanItemsModel::placeSections() {

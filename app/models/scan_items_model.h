@@ -38,7 +38,11 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    void setItems(std::vector<core::ScanItem> items);
+    void setItems(std::vector<core::ScanItem> items); ///< the checked ids stay checked
+    /// Takes a list that was built in the background; checks the items that are safe by default and nothing
+    /// else.
+    void setList(std::shared_ptr<const ScanItemList> list);
+    std::shared_ptr<const ScanItemList> list() const { return m_list; }
     /// Returns all items, those of folded categories as well.
     const std::vector<core::ScanItem>& items() const { return m_list->items(); }
 
@@ -78,6 +82,7 @@ private:
 
     const Section& sectionAt(int row) const;
     Section* find(const QString& name);
+    void replaceList(std::shared_ptr<const ScanItemList> list);
     void placeSections();
     void check(std::size_t item, bool isChecked);
     void assignChecked(const std::set<std::string>& ids);

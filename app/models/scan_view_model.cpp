@@ -21,14 +21,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Returns the ids of the items that are safe by default.
-std::set<std::string> safeIds(const core::ScanResult& result) {
-    std::set<std::string> ids;
-    for (const core::ScanItem& item : result.items)
-        if (item.safeByDefault)
-            ids.insert(item.id);
-    return ids;
-}
+/// The result of a scan and its list, which takes long to build from many items.
+struct ListedResult {
+    core::ScanResult result;
+    std::shared_ptr<const ScanItemList> list;
+};
 
 template <class Paths>
 int countInTrash(const Paths& paths, const platform::Disk& disk) {
@@ -119,15 +116,22 @@ void ScanViewModel::runScan() {
     m_putBack.withdraw();
     // Read before the scan, published together with its result.
     const core::HealthScore health = core::LumvaleScanner::healthScore(m_disk);
+    auto before = std::make_shared<ListedResult>(
+        ListedResult{m_result ? std::move(*m_result) : core::ScanResult({}), m_items.list()});
     m_scan.run(
         m_executor,
-        [disk = m_disk](platform::Progress& progress) { return core::LumvaleScanner::scan(disk, &progress); },
-        [this, health](core::ScanResult result) {
-            std::set<std::string> safe = safeIds(result);
-            m_unreadFolders = result.unreadFolders;
-            setResult(std::move(result));
+        [disk = m_disk, before = std::move(before)](platform::Progress& progress) mutable {
+            before.reset(); // destroying many items takes long, too
+            core::ScanResult result = core::LumvaleScanner::scan(disk, &progress);
+            auto list = std::make_shared<const ScanItemList>(result.items);
+            return ListedResult{std::move(result), std::move(list)};
+        },
+        [this, health](ListedResult listed) {
+            m_unreadFolders = listed.result.unreadFolders;
+            m_result = std::move(listed.result);
+            m_items.setList(std::move(listed.list));
+            Q_EMIT resultChanged();
             setHealth(health);
-            setChecked(safe);
         });
     setResult(std::nullopt);
     setTrashReport(std::nullopt);
