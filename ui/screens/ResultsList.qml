@@ -59,7 +59,7 @@ Panel {
         section.labelPositioning: ViewSection.InlineLabels | ViewSection.CurrentLabelAtStart
         Accessible.name: Texts.tr("tab_cleanup")
         // Later, since the list scrolls to the current row after this signal.
-        onCurrentIndexChanged: Qt.callLater(root.uncoverCurrentRow)
+        onCurrentIndexChanged: Qt.callLater(root.uncoverCurrentRow) // qmllint disable
         Keys.onSpacePressed: root.toggle(currentIndex)
         Keys.onReturnPressed: root.toggle(currentIndex)
         Keys.onEnterPressed: root.toggle(currentIndex)
