@@ -5,6 +5,7 @@
 #include "app/text/health_text.h"
 #include "app/text/outcome_text.h"
 #include "core/removal/deletion_order.h"
+#include "core/scan/result_changes.h"
 #include "core/scan/scanner.h"
 #include "core/storage/storage_breakdown.h"
 #include "platform/files/path.h"
@@ -15,7 +16,6 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
-#include <unordered_set>
 
 using namespace Qt::StringLiterals;
 
@@ -33,21 +33,6 @@ int countInTrash(const Paths& paths, const platform::Disk& disk) {
                                           [trash = platform::trashFolder(disk)](const std::string& path) {
                                               return platform::isBelow(path, trash);
                                           }));
-}
-
-template <class Predicate>
-core::ScanResult without(const core::ScanResult& result, Predicate isRemoved) {
-    std::vector<core::ScanItem> items;
-    std::remove_copy_if(result.items.begin(), result.items.end(), std::back_inserter(items), isRemoved);
-    return core::ScanResult(std::move(items));
-}
-
-/// Reduces the size of an entry that was removed in part.
-core::ScanResult withoutPart(core::ScanResult result, const std::optional<core::PartialRemoval>& partial) {
-    for (core::ScanItem& item : result.items)
-        if (partial && item.path == partial->path)
-            item.sizeBytes = std::max<std::int64_t>(item.sizeBytes - partial->bytesFreed, 0);
-    return core::ScanResult(std::move(result.items));
 }
 
 } // namespace
@@ -186,12 +171,8 @@ void ScanViewModel::takeDeletion(core::DeletionOutcome outcome) {
     m_deletion = std::move(outcome);
     m_resultBeforeDeletion = m_result;
     Q_EMIT lastDeletedCountChanged();
-    if (m_result) {
-        const std::unordered_set<std::string> deleted(m_deletion->succeeded.begin(),
-                                                      m_deletion->succeeded.end());
-        setResult(without(withoutPart(*m_result, m_deletion->partial),
-                          [&](const core::ScanItem& item) { return deleted.contains(item.path); }));
-    }
+    if (m_result)
+        setResult(core::afterDeletion(*m_result, *m_deletion));
     // Items that were not deleted stay in the list, unchecked.
     setChecked({});
     setHealth(core::LumvaleScanner::healthScore(m_disk));
@@ -201,19 +182,9 @@ void ScanViewModel::takePutBack(const core::PutBackOutcome& outcome) {
     m_deletion.reset();
     Q_EMIT lastDeletedCountChanged();
     if (m_result && m_resultBeforeDeletion) {
-        const std::unordered_set<std::string> restored(outcome.succeeded.begin(), outcome.succeeded.end());
         std::set<std::string> ids = checked();
-        std::vector<core::ScanItem> items;
-        auto kept = m_result->items.begin();
-        for (const core::ScanItem& item : m_resultBeforeDeletion->items) {
-            if (kept != m_result->items.end() && kept->path == item.path) {
-                items.push_back(*kept++);
-            } else if (restored.contains(item.path)) {
-                items.push_back(item);
-                ids.insert(item.id); // as before the deletion
-            }
-        }
-        setResult(core::ScanResult(std::move(items)));
+        ids.insert(outcome.succeeded.begin(), outcome.succeeded.end()); // as before the deletion
+        setResult(core::afterPutBack(*m_result, *m_resultBeforeDeletion, outcome));
         setChecked(std::move(ids));
     }
     setHealth(core::LumvaleScanner::healthScore(m_disk));
@@ -239,14 +210,11 @@ void ScanViewModel::confirmEmptyTrash() {
 void ScanViewModel::takeTrashReport(core::TrashReport report) {
     setTrashReport(std::move(report));
     if (m_result) {
-        const std::unordered_set<std::string> left(m_trashReport->left.begin(), m_trashReport->left.end());
         std::set<std::string> stillChecked = checked();
         for (const core::ScanItem& item : m_result->items)
             if (item.category == core::ScanCategory::trash)
                 stillChecked.erase(item.id);
-        setResult(without(withoutPart(*m_result, m_trashReport->partial), [&](const core::ScanItem& item) {
-            return item.category == core::ScanCategory::trash && !left.contains(item.path);
-        }));
+        setResult(core::afterEmptyingTrash(*m_result, *m_trashReport));
         setChecked(stillChecked);
     }
     setHealth(core::LumvaleScanner::healthScore(m_disk));

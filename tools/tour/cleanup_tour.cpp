@@ -95,8 +95,9 @@ void foldCategory(Stage& stage) {
     expect(model.checked() != selected, "the items of a category are toggled");
     stage.take("category ticked", 600); // longer than the double-click interval
     stage.driver().click(*first("categoryBox"));
+    QTest::qWait(600);
     stage.driver().click(*first("heading"));
-    expect(model.items()->rowCount() == rows, "the category is unfolded");
+    stage.waitFor("the category is unfolded", [&] { return model.items()->rowCount() == rows; });
     model.setChecked(selected);
 }
 
