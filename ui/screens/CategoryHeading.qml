@@ -24,7 +24,7 @@ SectionLabel {
 
     objectName: "heading"
     // ListView places the heading that stays at the top above the first one while the list is at its beginning.
-    visible: y >= list.originY
+    opacity: y < list.originY ? 0 : 1
     indent: Metrics.checkSide + 14
     trailing: chevron.width + 8 + summaryLabel.width + 16
     Accessible.description: summary + ", " + foldText
