@@ -162,7 +162,7 @@ void UninstallViewModel::takeRemoval(const core::InstalledApp& app, core::Deleti
         std::find_if(outcome.failed.begin(), outcome.failed.end(),
                      [&](const core::DeletionFailure& failure) { return failure.path == app.path; });
     m_keptApp.reset();
-    if (ofApp != outcome.failed.end()) {
+    if (ofApp != outcome.failed.end() && !outcome::isGone(ofApp->error)) {
         m_keptApp = KeptApp{app.name, ofApp->error};
         outcome.failed.erase(ofApp);
     }

@@ -58,13 +58,24 @@ QString outcome::reason(const platform::Error& error) {
     return tr(display::text(core::LumvaleScanner::deletionReasonKey(error)));
 }
 
+bool outcome::isGone(const platform::Error& error) {
+    return core::LumvaleScanner::deletionReasonKey(error) == "err_trash_already_gone";
+}
+
 QString outcome::putBackReason(const platform::Error& error) {
     return tr(display::text(core::LumvaleScanner::putBackReasonKey(error)));
 }
 
 QString outcome::stayed(const core::DeletionOutcome& deletion) {
-    return sentences(deletion.failed, core::LumvaleScanner::deletionReasonKey, u"stayed"_s, deletion.left,
-                     u"removal_stopped"_s);
+    std::vector<core::DeletionFailure> failed = deletion.failed;
+    const auto gone =
+        std::erase_if(failed, [](const core::DeletionFailure& failure) { return isGone(failure.error); });
+    const QString stayed = sentences(failed, core::LumvaleScanner::deletionReasonKey, u"stayed"_s,
+                                     deletion.left, u"removal_stopped"_s);
+    if (gone == 0)
+        return stayed;
+    const QString goneText = counted(u"already_gone"_s, static_cast<std::int64_t>(gone));
+    return stayed.isEmpty() ? goneText : goneText + u'\n' + stayed;
 }
 
 QString outcome::notPutBack(const core::PutBackOutcome& putBack) {

@@ -16,12 +16,15 @@ QString counted(const QString& key, std::int64_t number);
 /// Returns the reason why an entry could not be deleted.
 QString reason(const platform::Error& error);
 
+/// Returns whether an entry could not be deleted because it no longer existed.
+bool isGone(const platform::Error& error);
+
 /// Returns the reason why an entry could not be put back.
 QString putBackReason(const platform::Error& error);
 
 /// Returns how many entries stayed where they were and why, the most frequent reason first, with the number
-/// of entries for each if there are several; and how many are left after a stop. Empty if everything was
-/// deleted.
+/// of entries for each if there are several; how many no longer existed; and how many are left after a
+/// stop. Empty if everything was deleted.
 QString stayed(const core::DeletionOutcome& deletion);
 
 /// Returns the same for entries that were not put back. Empty if all were.

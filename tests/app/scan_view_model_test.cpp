@@ -84,6 +84,10 @@ TEST_F(ScanViewModelTest, MovesTickedItemsToTheTrashAndKeepsFailedOnesUnticked) 
     EXPECT_EQ(m_model.deletedText(), u"2 éléments mis à la corbeille");
     EXPECT_EQ(m_model.stayedText(),
               u"1 élément est resté à sa place : macOS a refusé la permission de le supprimer");
+    std::filesystem::remove(m_disk.host("~/Library/Logs/two"));
+    m_model.setChecked(setAt({"~/Library/Logs/two"}));
+    confirmDelete();
+    EXPECT_EQ(m_model.stayedText(), u"1 élément n'était déjà plus là.");
 }
 
 TEST_F(ScanViewModelTest, DeletesContentBeforeItsFolderAndCountsAPathWithTwoRowsOnce) {
