@@ -12,6 +12,12 @@ namespace {
 // Internal id of the indexes of groups. Indexes of items have the row of their group.
 constexpr quintptr topLevel = ~quintptr{0};
 
+QString dimensions(const core::DuplicatePhotoItem& item) {
+    if (item.pixelWidth <= 0 || item.pixelHeight <= 0)
+        return {};
+    return QStringLiteral("%1 × %2").arg(item.pixelWidth).arg(item.pixelHeight);
+}
+
 } // namespace
 
 QModelIndex DuplicateGroupsModel::index(int row, int column, const QModelIndex& parent) const {
@@ -54,12 +60,11 @@ QVariant DuplicateGroupsModel::groupValue(const core::DuplicatePhotoGroup& group
     switch (role) {
     case ItemCountRole:
         return static_cast<int>(group.items.size());
-    case ItemSizeRole:
-        return display::size(group.items.front().sizeBytes);
     case WastedRole:
         return display::size(group.totalWastedBytes());
+    case ItemSizeRole:
     case DateRole:
-        return ItemDateFormat::string(group.items.front().creationDate).value_or(QString());
+        return itemValue(group.items.front(), true, role);
     default:
         return {};
     }
@@ -67,6 +72,12 @@ QVariant DuplicateGroupsModel::groupValue(const core::DuplicatePhotoGroup& group
 
 QVariant DuplicateGroupsModel::itemValue(const core::DuplicatePhotoItem& item, bool isKept, int role) const {
     switch (role) {
+    case ItemSizeRole:
+        return display::size(item.sizeBytes);
+    case DateRole:
+        return ItemDateFormat::string(item.creationDate).value_or(QString());
+    case DimensionsRole:
+        return dimensions(item);
     case AssetIdRole:
         return QByteArray::fromStdString(item.id);
     case NameRole:
@@ -86,11 +97,12 @@ QVariant DuplicateGroupsModel::itemValue(const core::DuplicatePhotoItem& item, b
 
 QHash<int, QByteArray> DuplicateGroupsModel::roleNames() const {
     return {
-        {ItemCountRole, "itemCount"}, {ItemSizeRole, "itemSize"},
-        {WastedRole, "wasted"},       {DateRole, "date"},
-        {AssetIdRole, "assetID"},     {NameRole, "name"},
-        {IsKeptRole, "isKept"},       {IsVideoRole, "isVideo"},
-        {CheckedRole, "checked"},     {IsFavoriteRole, "isFavorite"},
+        {ItemCountRole, "itemCount"},   {ItemSizeRole, "itemSize"},
+        {WastedRole, "wasted"},         {DateRole, "date"},
+        {AssetIdRole, "assetID"},       {NameRole, "name"},
+        {DimensionsRole, "dimensions"}, {IsKeptRole, "isKept"},
+        {IsVideoRole, "isVideo"},       {CheckedRole, "checked"},
+        {IsFavoriteRole, "isFavorite"},
     };
 }
 

@@ -19,11 +19,13 @@ public:
     enum Role {
         // of groups
         ItemCountRole = Qt::UserRole + 1,
-        ItemSizeRole, ///< size of the first item, formatted
-        WastedRole,   ///< totalWastedBytes(), formatted
-        DateRole,     ///< date of the first item, formatted; empty without a date
+        WastedRole, ///< totalWastedBytes(), formatted
+        // of groups, for their first item, and of items
+        ItemSizeRole, ///< formatted
+        DateRole,     ///< formatted; empty without a date
         // of items
-        AssetIdRole, ///< local identifier in the photo library, QByteArray
+        DimensionsRole, ///< width and height in pixels, formatted; empty if unknown
+        AssetIdRole,    ///< local identifier in the photo library, QByteArray
         NameRole,
         IsKeptRole,
         IsFavoriteRole,

@@ -16,6 +16,8 @@ struct DuplicatePhotoItem {
     std::optional<platform::Date> creationDate;
     bool isFavorite;
     bool isVideo;
+    std::int64_t pixelWidth = 0; ///< as recorded by the library; 0 or less if it has no value
+    std::int64_t pixelHeight = 0;
 
     bool operator==(const DuplicatePhotoItem&) const = default;
 };

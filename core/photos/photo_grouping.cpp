@@ -92,7 +92,9 @@ DuplicatePhotoItem PhotoGrouping::item(const Asset& asset) const {
             asset.sizeBytes,
             date,
             asset.isFavorite,
-            asset.mediaType == platform::PhotoMediaType::video};
+            asset.mediaType == platform::PhotoMediaType::video,
+            asset.width,
+            asset.height};
 }
 
 std::vector<DuplicatePhotoGroup> PhotoGrouping::groups() const {

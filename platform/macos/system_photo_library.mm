@@ -158,8 +158,9 @@ NSData* pngOf(NSImage* image) {
                                                                            properties:@{}];
 }
 
-PhotoPicture picture(std::string_view localIdentifier) {
-    constexpr CGFloat side = 192; // pixels, as thumbnails are drawn
+PhotoPicture picture(std::string_view localIdentifier, PhotoPictureKind kind) {
+    const bool isThumbnail = kind == PhotoPictureKind::thumbnail;
+    const CGFloat side = isThumbnail ? 192 : 2560; // pixels, as thumbnails and previews are drawn
     @autoreleasepool {
         @try {
             NSString* const identifier = stringOf(localIdentifier);
@@ -168,13 +169,16 @@ PhotoPicture picture(std::string_view localIdentifier) {
                 return {};
             PHImageRequestOptions* const options = [PHImageRequestOptions new];
             options.networkAccessAllowed = NO;
-            options.deliveryMode = PHImageRequestOptionsDeliveryModeFastFormat;
+            options.deliveryMode = kind == PhotoPictureKind::original
+                                       ? PHImageRequestOptionsDeliveryModeHighQualityFormat
+                                       : PHImageRequestOptionsDeliveryModeFastFormat;
             options.synchronous = YES;
             __block NSImage* image = nil;
             __block BOOL isInCloud = NO;
             [PHImageManager.defaultManager requestImageForAsset:asset
                                                      targetSize:CGSizeMake(side, side)
-                                                    contentMode:PHImageContentModeAspectFill
+                                                    contentMode:isThumbnail ? PHImageContentModeAspectFill
+                                                                        : PHImageContentModeAspectFit
                                                         options:options
                                                   resultHandler:^(NSImage* result, NSDictionary* info) {
                                                     image = result;

@@ -34,10 +34,17 @@ struct PhotoAsset {
     std::span<const PhotoResource> resources; ///< in the order of the library; may be empty
 };
 
-/// The file from which an asset can be shown.
+/// The files from which an asset can be shown.
+enum class PhotoPictureKind {
+    thumbnail, ///< a small rendition, or else the original
+    original,
+    rendition, ///< the largest rendition; none if the library made none
+};
+
+/// A file from which an asset can be shown.
 struct PhotoPicture {
-    Descriptor file;        ///< a small rendition or else the original, open for reading; may be empty
-    bool isInCloud = false; ///< the library lists the asset, but has neither file on this disk
+    Descriptor file;        ///< open for reading; may be empty
+    bool isInCloud = false; ///< the library lists the asset, but its original is not on this disk
 };
 
 /// The outcome of a deletion of assets. Except for `done`, the library is unchanged.

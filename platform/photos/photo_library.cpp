@@ -35,11 +35,13 @@ std::string_view uuidOf(std::string_view identifier) {
     return identifier.substr(0, identifier.find('/'));
 }
 
-/// Opens the small picture that the library made of the asset, smaller kinds first.
-Descriptor rendition(const Disk& disk, std::string_view uuid) {
+/// Opens a picture that the library made of the asset: the largest file, or a small one, smaller kinds first.
+Descriptor rendition(const Disk& disk, std::string_view uuid, bool isLargest) {
     const std::string start = std::string(uuid) + "_";
-    for (const char* kind : {"resources/derivatives/masters", "resources/derivatives"}) {
-        const std::string folder = joined(joined(photoLibraryFolder(disk), kind), start.substr(0, 1));
+    Descriptor largest;
+    std::int64_t largestBytes = 0;
+    for (const char* part : {"resources/derivatives/masters", "resources/derivatives"}) {
+        const std::string folder = joined(joined(photoLibraryFolder(disk), part), start.substr(0, 1));
         const auto names = listFolder(disk, folder);
         if (!names)
             continue;
@@ -47,11 +49,19 @@ Descriptor rendition(const Disk& disk, std::string_view uuid) {
             if (!name.starts_with(start) || extension(name) != "jpeg")
                 continue;
             const Result<Place> place = disk.place(joined(folder, name));
-            if (Result<Descriptor> file = place ? Disk::openFile(*place) : place.error())
+            Result<Descriptor> file = place ? Disk::openFile(*place) : place.error();
+            if (!file)
+                continue;
+            if (!isLargest)
                 return std::move(*file);
+            const auto attributes = system::attributesAt(place->folder.number(), name.c_str());
+            if (attributes && attributes->sizeBytes > largestBytes) {
+                largest = std::move(*file);
+                largestBytes = attributes->sizeBytes;
+            }
         }
     }
-    return {};
+    return largest;
 }
 
 /// Returns true when the text of a relative path has no "..", "." or NUL.
@@ -113,19 +123,23 @@ bool PhotoLibrary::visitAssets(const std::function<void()>& begin,
     });
 }
 
-PhotoPicture PhotoLibrary::picture(std::string_view localIdentifier) const {
+PhotoPicture PhotoLibrary::picture(std::string_view localIdentifier, PhotoPictureKind kind) const {
     if (!isOpen())
         return {};
     if (m_system)
-        return m_system->picture(localIdentifier);
+        return m_system->picture(localIdentifier, kind);
     std::optional<PhotoCatalogue::Original> original;
     const auto find = [&](const PhotoCatalogue& catalogue) {
         return catalogue.findOriginal(localIdentifier, original);
     };
     if (!read(m_disk, find) || !original)
         return {};
-    if (Descriptor small = rendition(m_disk, uuidOf(localIdentifier)))
-        return {std::move(small), false};
+    if (kind != PhotoPictureKind::original) {
+        const bool isLargest = kind == PhotoPictureKind::rendition;
+        Descriptor file = rendition(m_disk, uuidOf(localIdentifier), isLargest);
+        if (file || isLargest)
+            return {std::move(file), false};
+    }
     Result<Descriptor> file = openOriginal(m_disk, *original);
     if (file)
         return {std::move(*file), false};

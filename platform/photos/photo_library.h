@@ -35,7 +35,7 @@ public:
                      const std::function<bool(const PhotoAsset&)>& visit) const;
 
     /// Returns the picture of the asset, whose file may have any format. Downloads nothing.
-    PhotoPicture picture(std::string_view localIdentifier) const;
+    PhotoPicture picture(std::string_view localIdentifier, PhotoPictureKind kind) const;
 
     /// Returns whether deleteAssets() can delete anything: false for a catalogue that was made by a Mac.
     bool isChangeable() const;

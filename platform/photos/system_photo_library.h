@@ -21,8 +21,9 @@ struct SystemPhotoLibrary {
     /// the library is unavailable.
     std::function<bool(const std::function<bool(const PhotoAsset&)>& visit)> visitAssets;
 
-    /// Returns a small picture as PNG. Downloads nothing.
-    std::function<PhotoPicture(std::string_view localIdentifier)> picture;
+    /// Returns a picture as PNG, scaled down: `original` stands for the best quality, `rendition` for what is
+    /// there at once. Downloads nothing.
+    std::function<PhotoPicture(std::string_view localIdentifier, PhotoPictureKind)> picture;
 
     /// Moves all of the assets, or none, to the recently deleted items, after the system has asked the user.
     /// Ignores unknown identifiers.

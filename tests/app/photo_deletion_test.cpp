@@ -23,7 +23,7 @@ TEST(PhotoDeletion, FailureIsToldAndADeclinedQuestionIsNot) {
                 visit({.localIdentifier = id, .creationDate = {}, .resources = {&photo, 1}});
             return true;
         },
-        [](auto) { return platform::PhotoPicture(); },
+        [](auto, auto) { return platform::PhotoPicture(); },
         [&](auto&) {
             return answer;
         }};

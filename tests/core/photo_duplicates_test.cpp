@@ -41,7 +41,7 @@ core::DuplicatePhotoItem item(std::string id, std::int64_t size, std::optional<d
     std::optional<platform::Date> date;
     if (taken)
         date = platform::Date(platform::Date::duration(*taken));
-    return {std::move(id), "IMG_1.JPG", size, date, false, true};
+    return {std::move(id), "IMG_1.JPG", size, date, false, true, 40, 30};
 }
 
 /// Types of PHAssetResourceType that no photo or video has on its own.

@@ -18,6 +18,7 @@ using platform::PhotoAsset;
 using platform::PhotoAuthorization;
 using platform::PhotoDeletion;
 using platform::PhotoLibrary;
+using platform::PhotoPictureKind;
 
 namespace {
 
@@ -191,10 +192,10 @@ TEST_F(PhotoLibraryOnDisk, OpensPicturesInsideTheLibraryOnly) {
     const std::string originals = libraryFolder + "/originals";
     const std::string derivatives = libraryFolder + "/resources/derivatives";
     disk.make({originals + "/A/HERE.jpeg 1", originals + "/A/SMALL.jpeg 1",
-               derivatives + "/S/SMALL_1_105_c.jpeg 2", derivatives + "/masters/S/SMALL_4_5005_c.jpeg 3",
-               derivatives + "/O/ONLY_1_105_c.jpeg 2", "~/secret 9", "/etc/secret 9",
-               originals + "/A/LINK.jpeg -> /Users/me/secret", originals + "/OUT -> /Users/me",
-               derivatives + "/T/TRICK_1_105_c.jpeg -> /Users/me/secret"});
+               derivatives + "/S/SMALL_1_105_c.jpeg 4", derivatives + "/S/SMALL_1_106_c.jpeg 2",
+               derivatives + "/masters/S/SMALL_4_5005_c.jpeg 3", derivatives + "/O/ONLY_1_105_c.jpeg 2",
+               "~/secret 9", "/etc/secret 9", originals + "/A/LINK.jpeg -> /Users/me/secret",
+               originals + "/OUT -> /Users/me", derivatives + "/T/TRICK_1_105_c.jpeg -> /Users/me/secret"});
     constexpr off_t none = -1;
     constexpr off_t inCloud = -2;
     const std::pair<CataloguedAsset, off_t> cases[]{
@@ -212,11 +213,17 @@ TEST_F(PhotoLibraryOnDisk, OpensPicturesInsideTheLibraryOnly) {
         {{.uuid = "ZERO", .directory = "'A' || char(0) || 'B'"}, none}};
     for (const auto& [asset, size] : cases)
         catalogue.add(asset);
-    for (const auto& [asset, size] : cases) {
-        const platform::PhotoPicture picture = library.picture(asset.uuid + "/L0/001");
-        const off_t found = picture.file ? lseek(picture.file.number(), 0, SEEK_END) : none;
-        EXPECT_EQ(picture.isInCloud ? inCloud : found, size) << asset.uuid;
-    }
+    const auto found = [&](const std::string& uuid, PhotoPictureKind kind) {
+        const platform::PhotoPicture picture = library.picture(uuid + "/L0/001", kind);
+        return picture.isInCloud ? inCloud : picture.file ? lseek(picture.file.number(), 0, SEEK_END) : none;
+    };
+    for (const auto& [asset, size] : cases)
+        EXPECT_EQ(found(asset.uuid, PhotoPictureKind::thumbnail), size) << asset.uuid;
+    EXPECT_EQ(found("SMALL", PhotoPictureKind::original), 1);
+    EXPECT_EQ(found("SMALL", PhotoPictureKind::rendition), 4);
+    EXPECT_EQ(found("ONLY", PhotoPictureKind::original), inCloud);
+    for (const char* uuid : {"HERE", "AWAY", "TRICK", "HIDDEN"})
+        EXPECT_EQ(found(uuid, PhotoPictureKind::rendition), none) << uuid;
 }
 
 TEST(PhotoAccess, IsRequestedOnceAndThenDependsOnTheDisk) {
@@ -254,7 +261,7 @@ TEST(SystemPhotoLibrary, IsUsedInTheHomeOfThisUserWhileItsPermissionLasts) {
             return one.isAvailable;
         };
         const platform::SystemPhotoLibrary system{permission, permission, visit,
-                                                  [](auto) {
+                                                  [](auto, auto) {
                                                       return platform::PhotoPicture{{}, true};
                                                   },
                                                   [](auto&) {
@@ -266,7 +273,7 @@ TEST(SystemPhotoLibrary, IsUsedInTheHomeOfThisUserWhileItsPermissionLasts) {
         const PhotoLibrary library = libraryIn(getpwuid(getuid())->pw_dir);
         EXPECT_EQ(library.authorization(), one.before);
         const bool isOpen = one.before == authorized || one.before == limited;
-        EXPECT_EQ(library.picture("A").isInCloud, isOpen);
+        EXPECT_EQ(library.picture("A", PhotoPictureKind::original).isInCloud, isOpen);
         EXPECT_EQ(library.deleteAssets({"A"}), isOpen ? PhotoDeletion::declined : PhotoDeletion::failed);
         int found = 0;
         EXPECT_EQ(library.visitAssets([] {}, [&](auto&) { return ++found != 0; }), one.isWhole);

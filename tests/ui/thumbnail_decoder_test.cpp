@@ -154,6 +154,10 @@ void ThumbnailDecoderTest::cropsToASquareInTheStoredOrientation() {
         QCOMPARE(
             edges(decodeThumbnail(file(turned(encoded(framed({1200, 800}), "jpeg"), quint16(orientation))))),
             seen);
+    for (const auto& [size, seen] : {std::pair(QSize(300, 200), QSize(300, 200)),
+                                     {{5120, 2000}, {2560, 1000}},
+                                     {{1, 30'000}, {1, 2560}}})
+        QCOMPARE(decodePreview(file(encoded(framed(size), "png"))).size(), seen);
 }
 
 void ThumbnailDecoderTest::decodesIconsOfBothKinds() {

@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QColor>
+#include <QFile>
 #include <QImage>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -31,7 +32,7 @@ private Q_SLOTS:
     void limitsAndClearsItsCache();
 
 private:
-    PhotoThumbnail* makeTile(const QByteArray& uuid);
+    PhotoThumbnail* makeTile(const QByteArray& uuid, bool isLarge = false);
     static QByteArray id(const QByteArray& uuid) { return uuid + "/L0/001"; }
     void runAll();
     QColor colour(int x = 48, int y = 48) const { return window()->grabWindow().pixelColor(x, y); }
@@ -63,14 +64,17 @@ void ThumbnailTest::init() {
     m_reads = 0;
 }
 
-PhotoThumbnail* ThumbnailTest::makeTile(const QByteArray& uuid) {
+PhotoThumbnail* ThumbnailTest::makeTile(const QByteArray& uuid, bool isLarge) {
     QQmlComponent component(qmlEngine(window()));
     component.setData("import QtQuick\nimport Lumvale\n"
-                      "Rectangle { id: tile; property var bytes; width: 96; height: 96; z: 100\n"
-                      "color: 'black'; PhotoThumbnail { anchors.fill: parent; assetID: tile.bytes } }",
+                      "Rectangle { id: tile; property var bytes; property bool isLarge\n"
+                      "width: 96; height: 96; z: 100; color: 'black'\n"
+                      "PhotoThumbnail { anchors.fill: parent; assetID: tile.bytes; isLarge: tile.isLarge } }",
                       QUrl());
-    QObject* tile = component.createWithInitialProperties(
-        {{"bytes", id(uuid)}, {"parent", QVariant::fromValue(window()->contentItem())}});
+    QObject* tile =
+        component.createWithInitialProperties({{"bytes", id(uuid)},
+                                               {"isLarge", isLarge},
+                                               {"parent", QVariant::fromValue(window()->contentItem())}});
     tile->setParent(window()->contentItem());
     return tile->findChild<PhotoThumbnail*>();
 }
@@ -96,6 +100,11 @@ void ThumbnailTest::distinguishesLoadedInCloudAndBroken() {
         }
         QVERIFY(m_jobs.isIdle());
         QCOMPARE(m_reads, 1); // the second tile is answered from the cache
+        const PhotoThumbnail* preview = makeTile(uuid, true);
+        QVERIFY(!preview->isMissing());
+        runAll();
+        QVERIFY2(preview->isLoaded() == isLoaded && preview->isMissing() != isLoaded, uuid);
+        QVERIFY2(preview->iCloudOnly() == isInCloud, uuid);
     }
 }
 
@@ -113,6 +122,18 @@ void ThumbnailTest::drawsThePictureOfItsCurrentAsset() {
     QVERIFY(!tile->isLoaded());
     runAll();
     QCOMPARE(colour(), QColor(Qt::blue));
+    // The whole picture, from a rendition where the original cannot be decoded.
+    const std::string renditions = std::string(CatalogueWriter::folder) + "/resources/derivatives/A/";
+    m_disk->make(renditions);
+    QVERIFY(QFile::copy(QString::fromStdString(m_disk->host(originals + "B.jpeg")),
+                        QString::fromStdString(m_disk->host(renditions + "A_1_c.jpeg"))));
+    for (const QColor expected : {Qt::red, Qt::green}) {
+        makeTile("A", true);
+        runAll();
+        QCOMPARE(colour(), expected);
+        QCOMPARE(colour(48, 8), QColor(Qt::black));
+        m_disk->write(originals + "A.jpeg", "text");
+    }
 }
 
 void ThumbnailTest::loadsVisibleTilesFirstAndNoneWithoutATile() {

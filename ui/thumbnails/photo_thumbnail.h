@@ -4,10 +4,12 @@
 
 #include <QByteArray>
 
-/// Item that draws the thumbnail of one asset of the photo library, square with round corners.
+/// Item that draws the thumbnail of one asset of the photo library: square with round corners, or the whole
+/// photo if `isLarge`.
 class PhotoThumbnail : public ThumbnailItem {
     Q_OBJECT
     Q_PROPERTY(QByteArray assetID READ assetID WRITE setAssetID NOTIFY assetIDChanged)
+    Q_PROPERTY(bool isLarge MEMBER m_isLarge FINAL) // set before the item is complete
     Q_PROPERTY(bool iCloudOnly READ iCloudOnly NOTIFY thumbnailChanged)
     QML_ELEMENT
 
@@ -24,8 +26,11 @@ Q_SIGNALS:
     void assetIDChanged();
 
 protected:
-    ThumbnailSource source() const override { return {ThumbnailSource::Kind::photo, m_assetID}; }
+    ThumbnailSource source() const override {
+        return {m_isLarge ? ThumbnailSource::Kind::photoPreview : ThumbnailSource::Kind::photo, m_assetID};
+    }
 
 private:
     QByteArray m_assetID;
+    bool m_isLarge = false;
 };

@@ -37,9 +37,9 @@ QImage rounded(const QImage& picture) {
     return result;
 }
 
-} // namespace
-
-QImage decodeThumbnail(platform::Descriptor file, std::chrono::milliseconds timeout) {
+/// Decodes an image, scaled down to a square of this side according to `mode`.
+QImage decode(platform::Descriptor file, int side, Qt::AspectRatioMode mode,
+              std::chrono::milliseconds timeout) {
     silenceQt();
     const QDeadlineTimer deadline(timeout);
     PictureFile pictureFile(std::move(file), deadline);
@@ -53,12 +53,27 @@ QImage decodeThumbnail(platform::Descriptor file, std::chrono::milliseconds time
     if (size.isEmpty() || qint64(size.width()) * size.height() > maxPixels)
         return {};
     // Never scaled up: a very narrow image, expanded to fill the square, could become a million pixels long.
-    if (std::min(size.width(), size.height()) > thumbnailSide)
-        reader.setScaledSize(size.scaled(thumbnailSide, thumbnailSide, Qt::KeepAspectRatioByExpanding));
-    const QImage picture = reader.read();
-    if (picture.isNull() || deadline.hasExpired())
-        return {};
-    QImage thumbnail = square(picture).convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    thumbnail.convertToColorSpace(QColorSpace::SRgb);
-    return rounded(thumbnail);
+    const QSize scaled = size.scaled(side, side, mode).expandedTo({1, 1});
+    if (scaled.width() < size.width() || scaled.height() < size.height())
+        reader.setScaledSize(scaled);
+    QImage picture = reader.read();
+    return deadline.hasExpired() ? QImage() : picture;
+}
+
+QImage inScreenColors(const QImage& picture) {
+    QImage result = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    result.convertToColorSpace(QColorSpace::SRgb);
+    return result;
+}
+
+} // namespace
+
+QImage decodeThumbnail(platform::Descriptor file, std::chrono::milliseconds timeout) {
+    const QImage picture = decode(std::move(file), thumbnailSide, Qt::KeepAspectRatioByExpanding, timeout);
+    return picture.isNull() ? picture : rounded(inScreenColors(square(picture)));
+}
+
+QImage decodePreview(platform::Descriptor file, std::chrono::milliseconds timeout) {
+    const QImage picture = decode(std::move(file), previewSide, Qt::KeepAspectRatio, timeout);
+    return picture.isNull() ? picture : inScreenColors(picture);
 }

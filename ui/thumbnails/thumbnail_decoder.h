@@ -8,6 +8,8 @@
 
 /// Side in pixels: twice the side of a tile, for displays with a device pixel ratio of 2.
 constexpr int thumbnailSide = 192;
+/// Longest side in pixels of a preview.
+constexpr int previewSide = 2560;
 /// Corner radius as a fraction of the side, equal to that of the other tiles.
 constexpr double thumbnailRadiusRatio = 12.0 / 96;
 
@@ -16,3 +18,6 @@ constexpr double thumbnailRadiusRatio = 12.0 / 96;
 /// it would take too much memory or longer than `timeout`. Blocks; for any thread.
 QImage decodeThumbnail(platform::Descriptor file,
                        std::chrono::milliseconds timeout = std::chrono::seconds(5));
+
+/// Does the same for a preview: the whole image, scaled down to previewSide if it is larger.
+QImage decodePreview(platform::Descriptor file, std::chrono::milliseconds timeout = std::chrono::seconds(20));

@@ -30,8 +30,7 @@ void ThumbnailItem::refresh() {
         return;
     if (const ThumbnailSource current = source(); current != m_source) {
         m_source = current;
-        show({});
-        m_isKnown = false;
+        show({}, false);
     }
     if (m_isKnown)
         return;
@@ -40,20 +39,18 @@ void ThumbnailItem::refresh() {
     if (!m_loader)
         return;
     if (isVisible() && !m_source.id.isEmpty())
-        m_loader->load(m_source, this, [this](const Thumbnail& thumbnail) {
-            m_isKnown = true;
-            show(thumbnail);
-        });
+        m_loader->load(m_source, this, [this](const Thumbnail& thumbnail) { show(thumbnail, true); });
     else
         m_loader->cancel(this);
 }
 
-void ThumbnailItem::show(const Thumbnail& thumbnail) {
-    const bool isSame =
-        thumbnail.image.isNull() && !isLoaded() && thumbnail.isInCloud == m_thumbnail.isInCloud;
+void ThumbnailItem::show(const Thumbnail& thumbnail, bool isKnown) {
+    const bool isSame = thumbnail.image.isNull() && !isLoaded()
+                        && thumbnail.isInCloud == m_thumbnail.isInCloud && isKnown == m_isKnown;
     if (isSame)
         return;
     m_thumbnail = thumbnail;
+    m_isKnown = isKnown;
     m_isNodeOutdated = true;
     update();
     Q_EMIT thumbnailChanged();
@@ -74,7 +71,10 @@ QSGNode* ThumbnailItem::updatePaintNode(QSGNode* node, UpdatePaintNodeData*) {
         picture->setFiltering(QSGTexture::Linear);
         picture->setMipmapFiltering(QSGTexture::Linear);
     }
-    if (picture)
-        picture->setRect(boundingRect());
+    if (picture) {
+        QRectF place(QPointF(), m_thumbnail.image.size().scaled(size().toSize(), Qt::KeepAspectRatio));
+        place.moveCenter(boundingRect().center());
+        picture->setRect(place.toRect());
+    }
     return picture;
 }

@@ -7,18 +7,20 @@
 #include <QQuickItem>
 #include <QtQmlIntegration>
 
-/// Base class of items that draw a thumbnail; draws nothing if there is none. Requests the thumbnail when the
-/// item becomes visible and cancels the request when it is hidden. Unlike Qt's Image it reports that an asset
-/// is in iCloud only, and reads files of the disk.
+/// Base class of items that draw a thumbnail in their centre; draws nothing if there is none. Requests the
+/// thumbnail when the item becomes visible and cancels the request when it is hidden. Unlike Qt's Image it
+/// reports that an asset is in iCloud only, and reads files of the disk.
 class ThumbnailItem : public QQuickItem {
     Q_OBJECT
     Q_PROPERTY(bool isLoaded READ isLoaded NOTIFY thumbnailChanged)
+    Q_PROPERTY(bool isMissing READ isMissing NOTIFY thumbnailChanged)
     QML_ANONYMOUS
 
 public:
     explicit ThumbnailItem(QQuickItem* parent = nullptr);
 
     bool isLoaded() const { return !m_thumbnail.image.isNull(); }
+    bool isMissing() const { return m_isKnown && !isLoaded(); } ///< there is no thumbnail
 
 Q_SIGNALS:
     void thumbnailChanged();
@@ -34,7 +36,7 @@ protected:
     QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData*) override;
 
 private:
-    void show(const Thumbnail& thumbnail);
+    void show(const Thumbnail& thumbnail, bool isKnown);
 
     ThumbnailSource m_source;
     QPointer<ThumbnailLoader> m_loader; ///< of the item's engine; null before the first request

@@ -15,6 +15,20 @@ namespace {
 /// Fills a screen quickly without saturating the disk.
 constexpr qsizetype maxConcurrentLoads = 2;
 
+/// Returns the original, or the largest rendition if the original is missing or can't be decoded.
+Thumbnail readPreview(const platform::PhotoLibrary& photos, std::string_view id) {
+    using enum platform::PhotoPictureKind;
+    bool isInCloud = false;
+    for (const platform::PhotoPictureKind kind : {original, rendition}) {
+        platform::PhotoPicture picture = photos.picture(id, kind);
+        isInCloud = isInCloud || picture.isInCloud;
+        QImage image = picture.file ? decodePreview(std::move(picture.file)) : QImage();
+        if (!image.isNull())
+            return {std::move(image)};
+    }
+    return {{}, isInCloud};
+}
+
 Thumbnail read(const platform::Disk& disk, const platform::PhotoLibrary& photos,
                const ThumbnailSource& source) {
     const std::string_view id(source.id.constData(), static_cast<std::size_t>(source.id.size()));
@@ -22,7 +36,9 @@ Thumbnail read(const platform::Disk& disk, const platform::PhotoLibrary& photos,
         platform::Result<platform::Descriptor> file = core::LumvaleUninstaller::openAppIcon(disk, id);
         return file ? Thumbnail{decodeIcon(std::move(*file), source.side)} : Thumbnail();
     }
-    platform::PhotoPicture picture = photos.picture(id);
+    if (source.kind == ThumbnailSource::Kind::photoPreview)
+        return readPreview(photos, id);
+    platform::PhotoPicture picture = photos.picture(id, platform::PhotoPictureKind::thumbnail);
     return picture.file ? Thumbnail{decodeThumbnail(std::move(picture.file))}
                         : Thumbnail{{}, picture.isInCloud};
 }
@@ -88,8 +104,9 @@ void ThumbnailLoader::finish(const ThumbnailSource& source, Thumbnail thumbnail,
     m_loading.remove(source);
     if (generation == m_generation) {
         constexpr qsizetype entryOverhead = 200; // bytes
-        m_cache.insert(source, new Thumbnail(thumbnail),
-                       thumbnail.image.sizeInBytes() + source.id.size() + entryOverhead);
+        if (source.kind != ThumbnailSource::Kind::photoPreview)
+            m_cache.insert(source, new Thumbnail(thumbnail),
+                           thumbnail.image.sizeInBytes() + source.id.size() + entryOverhead);
         // Removed before the callbacks run, since these may add requests.
         std::vector<Request> answered;
         const auto asked =

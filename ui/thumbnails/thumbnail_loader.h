@@ -18,10 +18,14 @@
 
 /// The object that a thumbnail shows.
 struct ThumbnailSource {
-    enum class Kind { photo, appIcon };
+    enum class Kind {
+        photo,
+        photoPreview, ///< the whole photo, as large as a window
+        appIcon,
+    };
     Kind kind = Kind::photo;
     QByteArray id; ///< identifier of an asset or path of an application's bundle; not text in an encoding
-    int side = 0;  ///< of an icon, in pixels; 0 for a photo, whose thumbnails have one size
+    int side = 0;  ///< of an icon, in pixels; 0 for a photo
 
     bool operator==(const ThumbnailSource&) const = default;
 };
@@ -34,8 +38,8 @@ struct Thumbnail {
 };
 
 /// Loads thumbnails of the photo library's assets and icons of applications in the background and caches the
-/// most recent ones. The latest requests are served first, since after scrolling they are the visible ones. A
-/// QML singleton with one instance per engine; interface thread only.
+/// most recent ones, except previews. The latest requests are served first, since after scrolling they are
+/// the visible ones. A QML singleton with one instance per engine; interface thread only.
 class ThumbnailLoader : public QObject {
     Q_OBJECT
     QML_ELEMENT
