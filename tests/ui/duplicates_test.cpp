@@ -5,8 +5,11 @@
 
 #include <QQmlEngine>
 
+#include <QImage>
+
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 
 using platform::PhotoAuthorization;
@@ -27,6 +30,7 @@ class DuplicatesTest : public WindowTest {
 private Q_SLOTS:
     void requestsAccessAndSearchesOnceGranted();
     void drawsDescribesAndTicksPhotos();
+    void showsPhotosLarge();
     void deletesOnlyConfirmedPhotos();
 
 private:
@@ -36,7 +40,8 @@ private:
                         const platform::PhotoAccess& access = photoAccess());
     void search() const; ///< clicks the button and waits for the result
     void click(const QString& name) const;
-    QString ticked() const; ///< names of the photos with a check mark
+    QQuickItem* tile(const QString& name) const; ///< null if it is not visible
+    QString ticked() const;                      ///< names of the photos with a check mark
     void checkTicked(const QString& names, int count, const QString& size) const;
 
     std::optional<CatalogueWriter> m_catalogue;
@@ -65,9 +70,14 @@ void DuplicatesTest::search() const {
 }
 
 void DuplicatesTest::click(const QString& name) const {
+    m_driver->click(*tile(name));
+}
+
+QQuickItem* DuplicatesTest::tile(const QString& name) const {
     for (QQuickItem* tile : m_driver->items("photoTile"))
         if (Driver::texts(*tile).contains(name))
-            m_driver->click(*tile);
+            return tile;
+    return nullptr;
 }
 
 QString DuplicatesTest::ticked() const {
@@ -189,6 +199,51 @@ void DuplicatesTest::drawsDescribesAndTicksPhotos() {
     m_disk->write(CatalogueWriter::file, "damaged");
     QVERIFY(m_driver->click("scanButton"));
     QTRY_COMPARE(m_driver->text("emptyPrompt"), translated("photos_unreadable"));
+}
+
+void DuplicatesTest::showsPhotosLarge() {
+    fill();
+    const std::string original = std::string(CatalogueWriter::folder) + "/originals/A/A2.jpeg";
+    m_disk->make(original);
+    QImage image(60, 40, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QVERIFY(image.save(QString::fromStdString(m_disk->host(original)), "png"));
+    openDuplicates();
+    search();
+    m_driver->doubleClick(*tile("A2"));
+    QTRY_COMPARE(m_driver->text("previewTitle"), "A2");
+    QCOMPARE(m_driver->text("previewFacts"), "3 MB · Mar 8, 2023 · 40 × 30 · ♥   2 / 3");
+    checkTicked("", 0, "Zero KB"); // as before the double click
+    QTRY_COMPARE(window()->grabWindow().pixelColor(Driver::centre(*m_driver->item("preview"))),
+                 QColor(Qt::red));
+    for (const auto& [key, next, ticks] : {std::tuple(Qt::Key_Space, "A2", "A2"),
+                                           {Qt::Key_Right, "A3", "A2"},
+                                           {Qt::Key_Right, "A3", "A2"},
+                                           {Qt::Key_Space, "A3", "A2 A3"},
+                                           {Qt::Key_Left, "A2", "A2 A3"},
+                                           {Qt::Key_Left, "A1", "A2 A3"},
+                                           {Qt::Key_Space, "A1", "A2 A3"}}) {
+        m_driver->key(key);
+        QTRY_COMPARE(m_driver->text("previewTitle"), next);
+        QCOMPARE(ticked(), ticks);
+    }
+    QTRY_COMPARE(m_driver->text("previewMissing"), translated("photo_not_on_disk"));
+    layOut();
+    m_driver->click("nextButton");
+    layOut();
+    m_driver->click("previewCheckBox");
+    QCOMPARE(ticked(), "A3");
+    m_driver->click("closeButton");
+    QTRY_VERIFY(!m_driver->isShown("photoPage"));
+    // The focus is on the photo that was shown last.
+    m_driver->key(Qt::Key_Return);
+    QTRY_COMPARE(m_driver->text("previewTitle"), "A2");
+    m_driver->key(Qt::Key_Right);
+    m_driver->key(Qt::Key_Escape);
+    QTRY_COMPARE(current(), "A3");
+    m_driver->click(*tile("A1")->findChild<QQuickItem*>("previewButton"));
+    QTRY_COMPARE(m_driver->text("previewTitle"), "A1");
+    QCOMPARE(ticked(), "A3");
 }
 
 void DuplicatesTest::deletesOnlyConfirmedPhotos() {

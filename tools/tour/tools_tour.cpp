@@ -151,6 +151,13 @@ void deleteDuplicates(Stage& stage) {
     exchangeApplicationId(own);
     search("duplicates");
 
+    stage.click("previewButton");
+    stage.waitFor("a photo is shown large", [&] { return stage.driver().isShown("photoPage"); });
+    stage.finishJobs();
+    stage.take("photo preview");
+    stage.click("closeButton");
+    stage.waitFor("the preview closes", [&] { return !stage.driver().isShown("photoPage"); });
+
     const auto& model = stage.model<DuplicatePhotosViewModel>();
     const auto tickTwo = [&] {
         const std::vector<QQuickItem*> boxes = stage.driver().itemsInSight("photoCheckBox");

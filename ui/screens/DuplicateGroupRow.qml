@@ -23,6 +23,7 @@ FocusScope {
     readonly property string gain: wasted + " " + Texts.tr("duplicates_wasted_suffix")
 
     signal toggled(item: int)
+    signal previewRequested(item: int)
 
     function follow(): void {
         if (isCurrent)
@@ -96,5 +97,6 @@ FocusScope {
         group: root.index
         facts: root.itemSize + (root.date.length > 0 ? ", " + root.date : "")
         onToggled: item => root.toggled(item)
+        onPreviewRequested: item => root.previewRequested(item)
     }
 }

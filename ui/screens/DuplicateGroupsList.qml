@@ -3,8 +3,8 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// List of the groups of duplicates. Up and Down move between groups, Left and Right within a group; Space and Return
-/// toggle the current item.
+/// List of the groups of duplicates. Up and Down move between groups, Left and Right within a group; Space
+/// toggles the current item, Return asks for its preview.
 TypeAheadList {
     id: root
 
@@ -16,15 +16,28 @@ TypeAheadList {
     readonly property int currentItemCount: currentIndex < 0 ? 0 : groups.rowCount(groups.itemsOf(currentIndex))
     readonly property int currentColumn: Math.max(0, Math.min(column, currentItemCount - 1))
 
-    function toggle(group: int, item: int): void {
-        // During a new search the list keeps the focus although it is hidden.
+    signal previewRequested(group: int, item: int, reason: int)
+
+    /// Makes the item the current one. Returns false if there is none or the list is hidden: it keeps the focus during
+    /// a new search.
+    function select(group: int, item: int): bool {
         if (!visible || group < 0 || item < 0)
-            return;
+            return false;
         if (group !== currentIndex || item !== currentColumn) {
             currentIndex = group;
             column = item;
         }
-        groups.toggle(group, item);
+        return true;
+    }
+
+    function toggle(group: int, item: int): void {
+        if (select(group, item))
+            groups.toggle(group, item);
+    }
+
+    function preview(group: int, item: int): void {
+        if (select(group, item))
+            previewRequested(group, item, hasVisualFocus ? Qt.TabFocusReason : Qt.MouseFocusReason);
     }
 
     function toggleCurrent(): void {
@@ -37,6 +50,12 @@ TypeAheadList {
         const isChild = found.parent.valid;
         currentIndex = isChild ? found.parent.row : found.row;
         column = isChild ? found.row : 0;
+    }
+
+    function previewCurrent(): void {
+        hasVisualFocus = true;
+        reveal();
+        preview(currentIndex, currentColumn);
     }
 
     function step(by: int): void {
@@ -68,8 +87,8 @@ TypeAheadList {
         if (!takeText(event))
             toggleCurrent();
     }
-    Keys.onReturnPressed: toggleCurrent()
-    Keys.onEnterPressed: toggleCurrent()
+    Keys.onReturnPressed: previewCurrent()
+    Keys.onEnterPressed: previewCurrent()
 
     delegate: DuplicateGroupRow {
         width: ListView.view.width - 2 * Metrics.listPadding
@@ -77,5 +96,6 @@ TypeAheadList {
         groups: root.groups
         column: root.currentColumn
         onToggled: item => root.toggle(index, item)
+        onPreviewRequested: item => root.preview(index, item)
     }
 }

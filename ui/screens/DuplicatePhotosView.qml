@@ -126,6 +126,7 @@ TabScreen {
             anchors.bottom: parent.bottom
             visible: root.hasGroups
             groups: root.model.groups
+            onPreviewRequested: (group, item, reason) => preview.show(group, item, reason)
         }
     }
 
@@ -142,6 +143,13 @@ TabScreen {
         size: root.model.selectedSize
         action: Texts.tr("btn_trash_selection")
         onRequested: root.model.requestDelete()
+    }
+
+    PhotoPreviewView {
+        id: preview
+        groups: root.model.groups
+        onStepped: item => list.column = item
+        onFocusLost: reason => list.takeFocus(reason)
     }
 
     RemovalDialog {

@@ -52,24 +52,25 @@ Rectangle {
         }
     }
 
-    Symbol {
+    Row {
         anchors.left: parent.left
         anchors.bottom: parent.bottom
         anchors.margins: 8
-        visible: root.isFavorite
-        size: 13
-        name: "heart.fill"
-        color: GCColor.textPrimary
-    }
+        spacing: 6
 
-    Symbol {
-        anchors.right: parent.right
-        anchors.bottom: parent.bottom
-        anchors.margins: 8
-        visible: root.isVideo
-        size: 13
-        name: "play.fill"
-        color: GCColor.textPrimary
+        Symbol {
+            visible: root.isFavorite
+            size: 13
+            name: "heart.fill"
+            color: GCColor.textPrimary
+        }
+
+        Symbol {
+            visible: root.isVideo
+            size: 13
+            name: "play.fill"
+            color: GCColor.textPrimary
+        }
     }
 
     Badge {

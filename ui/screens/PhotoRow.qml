@@ -23,6 +23,7 @@ ListView {
     readonly property int fadeWidth: 36
 
     signal toggled(item: int)
+    signal previewRequested(item: int)
 
     /// Scrolls to `position`, clamped to the content.
     function scrollTo(position: real): void {
@@ -65,6 +66,7 @@ ListView {
             y: root.margin
             facts: root.facts
             onClicked: root.toggled(index)
+            onPreviewRequested: root.previewRequested(index)
         }
     }
 

@@ -3,8 +3,8 @@ import QtQuick.Templates as T
 import Lumvale
 import Lumvale.Style
 
-/// One photo or video of a group, with its name. The tile is a check box, except for the photo that is kept, which is
-/// not interactive.
+/// One photo or video of a group, with its name. The tile is a check box, except for the photo that is kept. A double
+/// click or the button in the corner asks for a preview.
 FocusScope {
     id: root
 
@@ -28,6 +28,7 @@ FocusScope {
                                            + (isFavorite ? ", ♥" : "")
 
     signal clicked
+    signal previewRequested
 
     objectName: "photoTile"
     width: Metrics.photoSide
@@ -80,24 +81,27 @@ FocusScope {
 
     T.AbstractButton {
         id: button
-        objectName: "photoCheckBox"
+        objectName: root.isKept ? "keptPhoto" : "photoCheckBox"
         anchors.fill: parent
-        visible: !root.isKept
         focus: !root.isKept
         focusPolicy: Qt.NoFocus
         hoverEnabled: true
         // Makes screen readers announce a check box; the state shown still comes from the model.
-        checkable: true
+        checkable: !root.isKept
         checked: root.checked
         Accessible.ignored: root.isKept
         Accessible.focusable: !root.isKept
-        Accessible.checkable: true
+        Accessible.checkable: !root.isKept
         Accessible.checked: root.checked
         Accessible.name: root.title
         Accessible.description: root.description
         Accessible.onPressAction: root.clicked()
         Accessible.onToggleAction: root.clicked()
         onClicked: root.clicked()
+        onDoubleClicked: {
+            root.clicked(); // takes back the toggle of the first click
+            root.previewRequested();
+        }
         // The button accepts Space, so the list doesn't receive that key.
         Keys.onPressed: event => {
             root.list.hasVisualFocus = true;
@@ -109,5 +113,31 @@ FocusScope {
         }
 
         RightButtonArea {}
+
+        T.AbstractButton {
+            id: loupe
+            objectName: "previewButton"
+            x: picture.width - width - 4
+            y: picture.height - height - 4
+            width: 26
+            height: 26
+            // Transparent instead of hidden, so that screen readers find it.
+            opacity: button.hovered || root.isCurrent ? 1 : 0
+            focusPolicy: Qt.NoFocus
+            hoverEnabled: true
+            Accessible.role: Accessible.Button
+            Accessible.name: Texts.tr("photo_preview") + ", " + root.title
+            Accessible.onPressAction: root.previewRequested()
+            onClicked: root.previewRequested()
+            contentItem: Symbol {
+                size: 13
+                name: "magnifyingglass"
+                color: loupe.hovered ? GCColor.textPrimary : GCColor.faded
+            }
+            background: Rectangle {
+                radius: width / 2
+                color: GCColor.scrim
+            }
+        }
     }
 }

@@ -41,10 +41,15 @@ bool InputFilter::isDropped(const QMouseEvent& mouse) {
     // A control that contains a pointer handler treats every mouse button as the left one.
     if (mouse.button() != Qt::LeftButton)
         return true;
-    if (mouse.type() == QEvent::MouseButtonRelease)
+    if (mouse.type() == QEvent::MouseButtonRelease) {
+        if (!m_isDropping)
+            m_clicked = mouse.exclusiveGrabber(mouse.points().constFirst());
         return std::exchange(m_isDropping, false);
+    }
     if (mouse.type() == QEvent::MouseButtonPress) // MouseButtonDblClick follows the second press
         m_isDropping = isSecondOfDoubleClick(mouse);
+    else if (m_isDropping && m_clicked && m_clicked->inherits("QQuickAbstractButton"))
+        QMetaObject::invokeMethod(m_clicked, "doubleClicked");
     return m_isDropping;
 }
 
