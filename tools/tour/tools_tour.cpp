@@ -151,7 +151,8 @@ void deleteDuplicates(Stage& stage) {
     exchangeApplicationId(own);
     search("duplicates");
 
-    stage.click("previewButton");
+    // Drawn only while the pointer is on the tile.
+    stage.driver().click(*stage.driver().items("photoTile").front()->findChild<QQuickItem*>("previewButton"));
     stage.waitFor("a photo is shown large", [&] { return stage.driver().isShown("photoPage"); });
     stage.finishJobs();
     stage.take("photo preview");
