@@ -86,7 +86,7 @@ void UninstallViewModel::select(core::InstalledApp app) {
 
 void UninstallViewModel::select(int row) {
     if (row >= 0 && row < m_apps.rowCount())
-        select(apps()[static_cast<std::size_t>(row)]);
+        select(m_apps.at(row));
 }
 
 void UninstallViewModel::searchAgain() {

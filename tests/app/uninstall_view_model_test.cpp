@@ -89,6 +89,20 @@ TEST_F(UninstallViewModelTest, ShowsTheFilesOfTheLastPickedApplicationAndKeepsIt
     EXPECT_TRUE(files().empty() && m_model.checked().empty());
 }
 
+TEST_F(UninstallViewModelTest, SortsItsApplicationsBySizeOrName) {
+    InstalledAppsModel& apps = *m_model.appsModel();
+    EXPECT_EQ(apps.sortBySize(true, notes), 1);
+    m_model.select(0);
+    EXPECT_EQ(m_model.selectedApp()->name, "Paint");
+    confirmUninstall();
+    EXPECT_EQ(apps.at(0).name, "Notes");
+    m_disk.make("/Applications/Solo.app/x 3000");
+    load();
+    EXPECT_EQ(apps.at(0).name, "Solo");
+    EXPECT_EQ(apps.sortBySize(false, 0), 1);
+    EXPECT_EQ(apps.sortBySize(true, -1), -1);
+}
+
 TEST_F(UninstallViewModelTest, MovesTickedFilesInTheirOrderAndTheApplication) {
     m_disk.make("~/Applications/Notes.app/x");
     load();

@@ -55,6 +55,11 @@ void UninstallTest::uninstallsTickedFilesOfTheChosenApp() {
     QCOMPARE(m_driver->text("typedText"), translated("typed_not_found").arg("sn"));
     m_driver->key(Qt::Key_Escape);
     QVERIFY(!m_driver->isShown("typedText"));
+    QVERIFY(m_driver->click("sort_by_size"));
+    QCOMPARE(drawn(), (QStringList{"Paint | 2 KB", "Notes | 1 KB", "Solo | 300 bytes"}));
+    QCOMPARE(current(), "Solo");
+    QVERIFY(told("sort_by_size")->state().checked && !told("sort_by_name")->state().checked);
+    QVERIFY(m_driver->click("sort_by_name"));
     choose("Paint");
     type('p'); // "paint" below the application
     QCOMPARE(current(), "paint");

@@ -25,6 +25,13 @@ FocusScope {
         picked(row);
     }
 
+    /// Changes the order. The current row stays that of the same application.
+    function sort(bySize: bool): void {
+        list.currentIndex = model.apps.sortBySize(bySize, list.currentIndex);
+        if (!list.hasVisualFocus)
+            list.positionViewAtBeginning();
+    }
+
     Rectangle {
         id: banner
         anchors.left: parent.left
@@ -89,10 +96,25 @@ FocusScope {
             text: Texts.tr("storage_breakdown_empty")
         }
 
+        SortControl {
+            id: order
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.margins: Metrics.listPadding
+            anchors.bottomMargin: 0
+            visible: root.model.hasApps
+            isBySize: root.model.apps.isSortedBySize
+            onChosen: bySize => root.sort(bySize)
+        }
+
         TypeAheadList {
             id: list
             objectName: "appsList"
-            anchors.fill: parent
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: order.bottom
+            anchors.bottom: parent.bottom
+            topMargin: 8
             focus: true
             visible: root.model.hasApps
             model: root.model.apps
