@@ -22,7 +22,7 @@ QVariant ScanItemsModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
     const Section& section = sectionAt(index.row());
-    const std::size_t place = section.begin + static_cast<std::size_t>(index.row() - section.row);
+    const std::size_t place = indexAt(index.row());
     const core::ScanItem& item = items()[place];
     switch (role) {
     case CategoryRole:
@@ -156,6 +156,15 @@ const ScanItemsModel::Section& ScanItemsModel::sectionAt(int row) const {
         return section.row > row;
     };
     return *std::prev(std::ranges::find_if(m_sections, isAfter));
+}
+
+std::size_t ScanItemsModel::indexAt(int row) const {
+    const Section& section = sectionAt(row);
+    return section.begin + static_cast<std::size_t>(row - section.row);
+}
+
+const core::ScanItem& ScanItemsModel::itemAt(int row) const {
+    return items()[indexAt(row)];
 }
 
 ScanItemsModel::Section* ScanItemsModel::find(const QString& name) {

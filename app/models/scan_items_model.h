@@ -69,6 +69,9 @@ Q_SIGNALS:
     void checkedChanged();
     void sectionsChanged();
 
+protected:
+    const core::ScanItem& itemAt(int row) const; ///< the first one for the row of a folded category
+
 private:
     struct Section : ScanItemList::Section {
         QString name;
@@ -81,6 +84,7 @@ private:
     };
 
     const Section& sectionAt(int row) const;
+    std::size_t indexAt(int row) const;
     Section* find(const QString& name);
     void replaceList(std::shared_ptr<const ScanItemList> list);
     void placeSections();

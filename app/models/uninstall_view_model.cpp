@@ -238,6 +238,7 @@ void UninstallViewModel::setSelectedApp(std::optional<core::InstalledApp> app) {
 }
 
 void UninstallViewModel::setLeftovers(std::vector<core::ScanItem> items) {
+    m_leftovers.setApp(m_selectedApp);
     m_leftovers.setItems(std::move(items));
     Q_EMIT leftoversChanged();
     Q_EMIT selectionChanged();

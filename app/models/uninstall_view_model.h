@@ -3,8 +3,8 @@
 #include "app/execution/background_task.h"
 #include "app/history/history_store.h"
 #include "app/models/installed_apps_model.h"
+#include "app/models/leftovers_model.h"
 #include "app/models/put_back_model.h"
-#include "app/models/scan_items_model.h"
 #include "core/removal/deletion.h"
 #include "platform/base/executor.h"
 #include "platform/files/disk.h"
@@ -128,7 +128,7 @@ private:
     InstalledAppsModel m_apps;
     BackgroundTask m_loading;
     std::optional<core::InstalledApp> m_selectedApp;
-    ScanItemsModel m_leftovers; ///< also stores whether the application is checked
+    LeftoversModel m_leftovers; ///< also stores whether the application is checked
     BackgroundTask m_search;
     BackgroundTask m_removal;
     PutBackModel m_putBack;

@@ -32,6 +32,11 @@ QString display::text(std::string_view bytes) {
     return text;
 }
 
+QStringList display::parts(std::string_view bytes, std::size_t offset, std::size_t length) {
+    return {text(bytes.substr(0, offset)), text(bytes.substr(offset, length)),
+            text(bytes.substr(offset + length))};
+}
+
 QString display::name(std::string_view bytes) {
     constexpr int maxLength = 255;         // of a file name on most file systems
     constexpr std::size_t maxBytes = 1024; // at least maxLength code units in UTF-8

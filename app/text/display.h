@@ -2,11 +2,13 @@
 
 #include "platform/base/date.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
 
 #include <QString>
+#include <QStringList>
 
 /// Converts values of core records to text for the screen. The conversion is lossy: different paths may give
 /// the same text, so a text is never converted back.
@@ -16,7 +18,10 @@ namespace display {
 /// controls and Unicode's direction controls.
 QString text(std::string_view bytes);
 
-/// Returns the same for a name from a file, truncated to 255 UTF-16 code units and "…" at a character
+/// Returns three texts: the bytes before a range, those of the range, and those after it.
+QStringList parts(std::string_view bytes, std::size_t offset, std::size_t length);
+
+/// Returns text() of a name from a file, truncated to 255 UTF-16 code units and "…" at a character
 /// boundary.
 QString name(std::string_view bytes);
 

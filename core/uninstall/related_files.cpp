@@ -62,7 +62,34 @@ bool containsAny(std::string_view name, const std::vector<std::string>& keys) {
                        [&](const std::string& key) { return lowerCase.find(key) != std::string::npos; });
 }
 
+/// Returns the length of the shortest part at the beginning of `name` whose lower case has at least this
+/// length: the two lengths differ for some letters.
+std::size_t lengthInName(std::string_view name, std::size_t lowerCaseLength) {
+    const auto continues = [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+    };
+    std::size_t length = 0;
+    while (length < name.size() && platform::lowercased(name.substr(0, length)).size() < lowerCaseLength) {
+        do
+            ++length;
+        while (length < name.size() && continues(name[length]));
+    }
+    return length;
+}
+
 } // namespace
+
+std::optional<NameMatch> matchInName(const InstalledApp& app, std::string_view name) {
+    const std::string lowerCase = platform::lowercased(name);
+    for (const std::string& key : validMatchKeys(app)) {
+        const std::size_t found = lowerCase.find(key);
+        if (found == std::string::npos)
+            continue;
+        const std::size_t offset = lengthInName(name, found);
+        return NameMatch{offset, lengthInName(name, found + key.size()) - offset};
+    }
+    return std::nullopt;
+}
 
 std::optional<std::string> darwinUserCacheDirectory(const platform::Disk& disk) {
     const std::optional<std::string>& folder = disk.userCache();

@@ -5,8 +5,10 @@
 #include "platform/base/progress.h"
 #include "platform/files/disk.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace core::LumvaleUninstaller {
@@ -18,6 +20,17 @@ namespace core::LumvaleUninstaller {
 std::vector<ScanItem> relatedFiles(const InstalledApp& app,
                                    const platform::Disk& disk = platform::Disk::current(),
                                    platform::Progress* progress = nullptr);
+
+/// A range of bytes in a name.
+struct NameMatch {
+    std::size_t offset;
+    std::size_t length;
+
+    bool operator==(const NameMatch&) const = default;
+};
+
+/// Returns the part of a name by which relatedFiles() finds it; nothing if it doesn't match.
+std::optional<NameMatch> matchInName(const InstalledApp& app, std::string_view name);
 
 /// Returns the user's cache folder for temporary files (DARWIN_USER_CACHE_DIR of confstr(3)); nothing if the
 /// disk has none or it is outside /private/var/folders.

@@ -135,6 +135,16 @@ TEST(VirtualMachines, AreFoundWithTheFilesOfTheirPrograms) {
                      "Library/Preferences/VMware Fusion"}));
 }
 
+TEST(RelatedFiles, ShowThePartOfTheirNameThatMatches) {
+    using core::LumvaleUninstaller::matchInName;
+    using Match = core::LumvaleUninstaller::NameMatch;
+    EXPECT_EQ(matchInName(notes, "Com.Example.Notes.plist"), (Match{0, 17}));
+    EXPECT_EQ(matchInName(notes, "Footnotes"), (Match{4, 5}));
+    EXPECT_EQ(matchInName(notes, "\u0130\xFF-NOTES"), (Match{4, 5})) << "longer in lower case";
+    EXPECT_EQ(matchInName(app("İzmir", {}), "x.İZMIR"), (Match{2, 6}));
+    EXPECT_EQ(matchInName(notes, "other"), std::nullopt);
+}
+
 TEST(RelatedFiles, AreFoundInEveryPlaceInOrder) {
     const TemporaryDisk disk;
     const platform::Date modified(platform::Date::duration(1'700'000'000.5));

@@ -1,6 +1,7 @@
 #include "app/models/type_ahead.h"
 #include "tests/ui/window_test.h"
 
+#include <algorithm>
 #include <limits>
 
 /// The uninstall screen in the real window, on real files.
@@ -60,15 +61,22 @@ void UninstallTest::uninstallsTickedFilesOfTheChosenApp() {
     QCOMPARE(current(), "Solo");
     QVERIFY(told("sort_by_size")->state().checked && !told("sort_by_name")->state().checked);
     QVERIFY(m_driver->click("sort_by_name"));
+    m_disk->make("~/Library/Cookies/<i>paint & co 5");
     choose("Paint");
+    QCOMPARE(told(m_driver->rows().at(3))->text(QAccessible::Name), "<i>paint & co, 5 bytes");
+    const QList<QQuickItem*> texts = m_driver->rows().at(3)->findChildren<QQuickItem*>();
+    QVERIFY(std::ranges::any_of(texts, [](const QQuickItem* text) {
+        const QString styled = text->property("drawn").toString();
+        return styled.startsWith("&lt;i&gt;<b>") && styled.endsWith("paint</font></b>\u00a0&amp; co");
+    }));
     type('p'); // "paint" below the application
     QCOMPARE(current(), "paint");
     m_driver->key(Qt::Key_Space); // belongs to the text
     QCOMPARE(m_driver->text("typedText"), translated("typed_not_found").arg("p "));
-    QCOMPARE(ticks(), "+++");
+    QCOMPARE(ticks(), "++++");
     m_driver->key(Qt::Key_Escape);
     m_driver->key(Qt::Key_Space);
-    QCOMPARE(ticks(), "++-");
+    QCOMPARE(ticks(), "++-+");
     QVERIFY(m_driver->click("backButton") && hasFocus("appsList"));
 
     choose("Notes");

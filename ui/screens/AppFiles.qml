@@ -60,6 +60,7 @@ FocusScope {
 
             delegate: ItemRow {
                 required property int index
+                required nameParts
 
                 width: ListView.view.width - 2 * Metrics.listPadding
                 heading: index === 0 ? Texts.tr("leftovers_found") : ""

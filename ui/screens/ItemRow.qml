@@ -12,6 +12,7 @@ EntryRow {
     required property string size
     required property string date
     required checked
+    property var nameParts: [] // see MatchLabel
     /// Stands for all items of a folded category, whose heading shows the focus and the check box. It draws nothing
     /// itself and is one pixel high, since screen readers ignore items without area.
     property bool isFolded: false
@@ -54,9 +55,10 @@ EntryRow {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 3
 
-        Label {
+        MatchLabel {
             width: parent.width
             text: root.name
+            parts: root.nameParts
             font: Type.row
             Accessible.ignored: true
         }
