@@ -34,12 +34,13 @@ ListView {
     keyNavigationEnabled: false
     cacheBuffer: 0
     clip: true
-    highlightMoveDuration: 0
+    // Positioned below: a list that follows its current item sometimes stays at an earlier one.
+    highlightFollowsCurrentItem: false
     onWidthChanged: positionViewAtIndex(currentIndex, ListView.Beginning)
+    onCurrentIndexChanged: positionViewAtIndex(currentIndex, ListView.Beginning)
     // Not a binding of currentIndex, which the model resets when it gets its root index.
     Component.onCompleted: {
         currentIndex = firstItem;
-        positionViewAtIndex(firstItem, ListView.Beginning);
     }
 
     model: DelegateModel {
