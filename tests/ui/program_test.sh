@@ -122,6 +122,10 @@ printf '[core]\nidle-time=0\n[shell]\npanel-position=none\nbackground-color=0xff
 weston --backend=headless-backend.so --use-pixman --debug --socket=$WAYLAND_DISPLAY --width=1366 --height=768 \
     --config="$work/weston.ini" >"$work/weston.log" 2>&1 &
 weston=$!
+for _ in {1..600}; do
+    [ ! -S "$XDG_RUNTIME_DIR/$WAYLAND_DISPLAY" ] || break
+    sleep 0.1
+done
 start QT_QPA_PLATFORM=wayland "$disk"
 wait_until "a frame on Wayland" is_drawn
 asked_for_updates
