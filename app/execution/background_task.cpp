@@ -49,13 +49,15 @@ void BackgroundTask::stop() {
 }
 
 std::shared_ptr<platform::Progress> BackgroundTask::begin(bool isRemoval) {
-    if (m_progress)
+    const bool wasRunning = isRunning();
+    if (wasRunning)
         m_progress->stop();
     m_progress = std::make_shared<platform::Progress>();
     m_isRemoval = isRemoval;
     m_refresh.start();
     Q_EMIT progressChanged();
-    Q_EMIT runningChanged();
+    if (!wasRunning)
+        Q_EMIT runningChanged();
     return m_progress;
 }
 

@@ -34,8 +34,8 @@ public:
     QString text() const;
 
     /// Runs `work(progress)` in the background, then calls `publish(result)` on the interface thread, after
-    /// which the task is no longer running. `work` must not access the model, so it captures copies.
-    /// `publish` may access the owner of the task.
+    /// which the task is no longer running, unless `publish` runs the next operation. `work` must not access
+    /// the model, so it captures copies. `publish` may access the owner of the task.
     template <class Work, class Publish>
     void run(const platform::Executor& executor, Work work, Publish publish) {
         start(

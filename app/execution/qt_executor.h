@@ -25,3 +25,11 @@ void runInBackground(const platform::Executor& executor, Model* model, Work work
         });
     });
 }
+
+/// Destroys a value in the background, since that takes long for a million items. If others share what it
+/// points to, only gives up its share.
+template <class Value>
+void discard(const platform::Executor& executor, Value value) {
+    // Shared because executors copy jobs.
+    executor.background([discarded = std::make_shared<Value>(std::move(value))] {});
+}

@@ -29,17 +29,18 @@ public:
     void offer(std::vector<core::MovedEntry> moved, std::vector<RecordedDeletion> recorded);
     void withdraw() { offer({}, {}); }
 
-    /// Starts to put back what is offered, which is not offered again. Does nothing during a removal.
+    /// Starts to put back what is offered. At the end, offers again what is still in the Trash. Does nothing
+    /// during a removal.
     Q_INVOKABLE void start();
 
     bool isOffered() const { return !m_moved.empty(); }
-    bool isRunning() const { return m_isRunning; }
-    QString doneText() const;   ///< how many entries were put back; empty if none was
-    QString failedText() const; ///< how many were not and why; empty if all were
+    bool isRunning() const { return m_isRunning; } ///< until the task ends
+    QString doneText() const;                      ///< how many entries were put back; empty if none was
+    QString failedText() const;                    ///< how many were not and why; empty if all were
 
 Q_SIGNALS:
     void changed();
-    void finished(const core::PutBackOutcome& outcome); ///< before the task ends
+    void finished(const core::PutBackOutcome& outcome); ///< before the task ends, which may be continued
 
 private:
     platform::Disk m_disk;

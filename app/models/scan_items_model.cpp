@@ -2,7 +2,6 @@
 
 #include "app/i18n/localizer.h"
 #include "app/text/display.h"
-#include "platform/base/bytes.h"
 
 #include <algorithm>
 #include <iterator>
@@ -15,22 +14,22 @@ ScanItemsModel::ScanItemsModel(QObject* parent) : QAbstractListModel(parent) {
 }
 
 int ScanItemsModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() || m_sections.empty() ? 0 : m_sections.back().row + m_sections.back().rowCount();
+    return parent.isValid() || m_rows.empty() ? 0 : m_rows.back().first + m_rows.back().rowCount();
 }
 
 QVariant ScanItemsModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const Section& section = sectionAt(index.row());
+    const Rows& rows = rowsAt(index.row());
     const std::size_t place = indexAt(index.row());
     const core::ScanItem& item = items()[place];
     switch (role) {
     case CategoryRole:
-        return section.name;
+        return rows.name;
     case NameRole:
-        return display::text(item.name);
+        return rows.isFolded ? QString() : display::text(item.name);
     case PathRole:
-        return section.isFolded ? QVariant() : QByteArray::fromStdString(item.path);
+        return rows.isFolded ? QVariant() : QByteArray::fromStdString(item.path);
     case ExplanationRole:
         return display::text(item.explanation);
     case SizeRole:
@@ -38,9 +37,9 @@ QVariant ScanItemsModel::data(const QModelIndex& index, int role) const {
     case DateRole:
         return ItemDateFormat::string(item.modifiedDate).value_or(QString());
     case CheckedRole:
-        return m_isChecked[place] == true;
+        return m_checked.isChecked(place);
     case FoldedRole:
-        return section.isFolded;
+        return rows.isFolded;
     default:
         return {};
     }
@@ -54,191 +53,188 @@ QHash<int, QByteArray> ScanItemsModel::roleNames() const {
     };
 }
 
-void ScanItemsModel::setItems(std::vector<core::ScanItem> items) {
-    const std::set<std::string> ids = checked();
+void ScanItemsModel::setItems(CheckedItems items) {
     beginResetModel();
-    replaceList(std::make_shared<const ScanItemList>(std::move(items)));
-    assignChecked(ids);
-    endResetModel();
-    describeSections();
-}
-
-void ScanItemsModel::setList(std::shared_ptr<const ScanItemList> list) {
-    beginResetModel();
-    replaceList(std::move(list));
-    m_otherChecked.clear();
-    m_isChecked.assign(items().size(), false);
-    for (std::size_t item = 0; item < m_isChecked.size(); ++item)
-        if (m_list->isSafe(item))
-            check(item, true);
-    countChecked();
+    replace(std::move(items));
     endResetModel();
     Q_EMIT checkedChanged();
     describeSections();
 }
 
-std::set<std::string> ScanItemsModel::checked() const {
-    std::set<std::string> ids = m_otherChecked;
-    for (std::size_t item = 0; item < m_isChecked.size(); ++item)
-        if (m_isChecked[item])
-            ids.insert(items()[item].id);
-    return ids;
+void ScanItemsModel::setItems(std::vector<core::ScanItem> items) {
+    setItems(CheckedItems(std::make_shared<const ScanItemList>(std::move(items)), checked()));
+}
+
+void ScanItemsModel::setRemaining(CheckedItems remaining, const std::vector<ScanItemList::Range>& removed) {
+    // Views handle each removal for itself.
+    constexpr std::size_t maxRemovals = 200;
+    if (removed.size() > maxRemovals) {
+        setItems(std::move(remaining));
+        return;
+    }
+    std::for_each(removed.rbegin(), removed.rend(),
+                  [this](const ScanItemList::Range& items) { remove(items); });
+    replace(std::move(remaining));
+    announceRows({});
+}
+
+void ScanItemsModel::hideRows() {
+    beginResetModel();
+    m_rows.clear();
+    endResetModel();
+    describeSections();
 }
 
 void ScanItemsModel::setChecked(const std::set<std::string>& ids) {
-    assignChecked(ids);
-    announceChecked();
+    m_checked = CheckedItems(m_checked.list(), ids);
+    announceRows({CheckedRole});
 }
 
 void ScanItemsModel::toggle(int row) {
     if (row < 0 || row >= rowCount())
         return;
-    const Section& section = sectionAt(row);
-    if (section.isFolded) {
-        toggleSection(section.name);
+    if (const Rows& rows = rowsAt(row); rows.isFolded) {
+        toggleSection(rows.name);
         return;
     }
-    const std::size_t item = section.begin + static_cast<std::size_t>(row - section.row);
-    check(item, !m_isChecked[item]);
-    countChecked();
-    announceChecked();
+    const std::size_t item = indexAt(row);
+    m_checked.check(item, !m_checked.isChecked(item));
+    announceRows({CheckedRole});
 }
 
 void ScanItemsModel::toggleSection(const QString& name) {
-    const Section* section = find(name);
-    if (!section || !section->hasTick())
+    const Rows* rows = find(name);
+    if (!rows || !hasTick(*rows))
         return;
-    const bool isChecked = section->checkedSafeCount < section->safeCount;
-    for (std::size_t item = section->begin; item < section->end; ++item)
-        if (m_list->isSafe(item))
-            check(item, isChecked);
-    countChecked();
-    announceChecked();
+    const bool isChecked = m_checked.safeCount(rows->section) < sectionOf(*rows).safeCount;
+    m_checked.checkSafe(rows->section, isChecked);
+    announceRows({CheckedRole});
 }
 
 void ScanItemsModel::setFolded(const QString& name, bool isFolded) {
-    Section* section = find(name);
-    if (!section || section->isFolded == isFolded)
+    Rows* rows = find(name);
+    if (!rows || rows->isFolded == isFolded)
         return;
-    const int firstHidden = section->row + 1;
-    const int lastHidden = section->row + static_cast<int>(section->end - section->begin) - 1;
+    const int firstHidden = rows->first + 1;
+    const int lastHidden = rows->first + static_cast<int>(rows->count()) - 1;
     const bool changesRows = firstHidden <= lastHidden;
     if (changesRows && isFolded)
         beginRemoveRows({}, firstHidden, lastHidden);
     else if (changesRows)
         beginInsertRows({}, firstHidden, lastHidden);
-    section->isFolded = isFolded;
+    rows->isFolded = isFolded;
     if (isFolded)
-        m_folded.insert(section->category);
+        m_folded.insert(sectionOf(*rows).category);
     else
-        m_folded.erase(section->category);
-    placeSections();
+        m_folded.erase(sectionOf(*rows).category);
+    placeRows();
     if (changesRows && isFolded)
         endRemoveRows();
     else if (changesRows)
         endInsertRows();
-    Q_EMIT dataChanged(index(section->row), index(section->row), {FoldedRole});
+    Q_EMIT dataChanged(index(rows->first), index(rows->first), {NameRole, PathRole, FoldedRole});
     describeSections();
 }
 
 int ScanItemsModel::firstRow(const QString& name) const {
-    const auto section = std::ranges::find(m_sections, name, &Section::name);
-    return section == m_sections.end() ? -1 : section->row;
+    const auto rows = std::ranges::find(m_rows, name, &Rows::name);
+    return rows == m_rows.end() ? -1 : rows->first;
 }
 
-bool ScanItemsModel::Section::hasTick() const {
+const ScanItemList::Section& ScanItemsModel::sectionOf(const Rows& rows) const {
+    return list().sections()[rows.section];
+}
+
+bool ScanItemsModel::hasTick(const Rows& rows) const {
     using enum core::ScanCategory;
-    return safeCount > 0 && (category == cache || category == logs || category == trash);
+    const ScanItemList::Section& section = sectionOf(rows);
+    return section.safeCount > 0
+           && (section.category == cache || section.category == logs || section.category == trash);
 }
 
-const ScanItemsModel::Section& ScanItemsModel::sectionAt(int row) const {
-    const auto isAfter = [row](const Section& section) {
-        return section.row > row;
+const ScanItemsModel::Rows& ScanItemsModel::rowsAt(int row) const {
+    const auto isAfter = [row](const Rows& rows) {
+        return rows.first > row;
     };
-    return *std::prev(std::ranges::find_if(m_sections, isAfter));
+    return *std::prev(std::ranges::find_if(m_rows, isAfter));
 }
 
 std::size_t ScanItemsModel::indexAt(int row) const {
-    const Section& section = sectionAt(row);
-    return section.begin + static_cast<std::size_t>(row - section.row);
+    const Rows& rows = rowsAt(row);
+    return rows.begin + static_cast<std::size_t>(row - rows.first);
 }
 
 const core::ScanItem& ScanItemsModel::itemAt(int row) const {
     return items()[indexAt(row)];
 }
 
-ScanItemsModel::Section* ScanItemsModel::find(const QString& name) {
-    const auto section = std::ranges::find(m_sections, name, &Section::name);
-    return section == m_sections.end() ? nullptr : &*section;
+ScanItemsModel::Rows* ScanItemsModel::find(const QString& name) {
+    const auto rows = std::ranges::find(m_rows, name, &Rows::name);
+    return rows == m_rows.end() ? nullptr : &*rows;
 }
 
-void ScanItemsModel::replaceList(std::shared_ptr<const ScanItemList> list) {
-    m_list = std::move(list);
-    m_sections.clear();
-    for (const ScanItemList::Section& section : m_list->sections())
-        m_sections.push_back({section, display::text(translationKey(section.category)), 0,
-                              m_folded.contains(section.category)});
-    placeSections();
+void ScanItemsModel::replace(CheckedItems items) {
+    m_checked = std::move(items);
+    m_rows.clear();
+    for (std::size_t section = 0; section < list().sections().size(); ++section) {
+        const ScanItemList::Section& all = list().sections()[section];
+        m_rows.push_back(
+            {all, section, display::text(translationKey(all.category)), 0, m_folded.contains(all.category)});
+    }
+    placeRows();
 }
 
-void ScanItemsModel::placeSections() {
-    int row = 0;
-    for (Section& section : m_sections) {
-        section.row = row;
-        row += section.rowCount();
+/// Removes the rows of items that are rows of the same section.
+void ScanItemsModel::remove(const ScanItemList::Range& items) {
+    const auto isAfter = [&items](const Rows& rows) {
+        return rows.begin > items.begin;
+    };
+    const auto rows = std::prev(std::ranges::find_if(m_rows, isAfter));
+    if (rows->isFolded && items.count() < rows->count())
+        return; // its one row stays
+    const int first =
+        rows->isFolded ? rows->first : rows->first + static_cast<int>(items.begin - rows->begin);
+    const int count = rows->isFolded ? 1 : static_cast<int>(items.count());
+    beginRemoveRows({}, first, first + count - 1);
+    Rows after = *rows;
+    after.begin = items.end;
+    rows->end = items.begin;
+    if (after.count() > 0)
+        m_rows.insert(std::next(rows), std::move(after));
+    std::erase_if(m_rows, [](const Rows& each) { return each.count() == 0; });
+    placeRows();
+    endRemoveRows();
+}
+
+void ScanItemsModel::placeRows() {
+    int first = 0;
+    for (Rows& rows : m_rows) {
+        rows.first = first;
+        first += rows.rowCount();
     }
 }
 
-/// Sets all items with the id of this one.
-void ScanItemsModel::check(std::size_t item, bool isChecked) {
-    for (std::size_t same = item; m_isChecked[same] != isChecked; same = m_list->next(same))
-        m_isChecked[same] = isChecked;
-}
-
-void ScanItemsModel::assignChecked(const std::set<std::string>& ids) {
-    m_otherChecked = ids;
-    m_isChecked.assign(items().size(), false);
-    for (std::size_t item = 0; item < items().size(); ++item) {
-        m_isChecked[item] = ids.contains(items()[item].id);
-        m_otherChecked.erase(items()[item].id);
-    }
-    countChecked();
-}
-
-/// Counts in one pass, which takes less time than a frame, rather than by differences.
-void ScanItemsModel::countChecked() {
-    m_checkedCount = m_otherChecked.size();
-    m_checkedBytes = 0;
-    for (Section& section : m_sections) {
-        section.checkedSafeCount = 0;
-        for (std::size_t item = section.begin; item < section.end; ++item)
-            if (m_isChecked[item]) {
-                m_checkedCount += m_list->isLastOfId(item);
-                m_checkedBytes = platform::addBytes(m_checkedBytes, m_list->sizeBytes(item));
-                section.checkedSafeCount += m_list->isSafe(item);
-            }
-    }
-}
-
-void ScanItemsModel::announceChecked() {
+void ScanItemsModel::announceRows(const QList<int>& roles) {
     if (rowCount() > 0)
-        Q_EMIT dataChanged(index(0), index(rowCount() - 1), {CheckedRole});
+        Q_EMIT dataChanged(index(0), index(rowCount() - 1), roles);
     Q_EMIT checkedChanged();
     describeSections();
 }
 
 void ScanItemsModel::describeSections() {
     m_sectionFacts.clear();
-    for (const Section& section : m_sections) {
-        const auto count = static_cast<std::int64_t>(section.end - section.begin);
-        const Qt::CheckState state = section.checkedSafeCount == 0                   ? Qt::Unchecked
-                                     : section.checkedSafeCount == section.safeCount ? Qt::Checked
-                                                                                     : Qt::PartiallyChecked;
-        m_sectionFacts[section.name] = QVariantMap{
+    for (const Rows& rows : m_rows) {
+        const ScanItemList::Section& section = sectionOf(rows);
+        const auto count = static_cast<std::int64_t>(section.count());
+        const std::size_t checkedSafe = m_checked.safeCount(rows.section);
+        const Qt::CheckState state = checkedSafe == 0                   ? Qt::Unchecked
+                                     : checkedSafe == section.safeCount ? Qt::Checked
+                                                                        : Qt::PartiallyChecked;
+        m_sectionFacts[rows.name] = QVariantMap{
             {u"summary"_s,
              ::tr(u"progress_so_far"_s, count).arg(display::count(count), display::size(section.bytes))},
-            {u"tick"_s, section.hasTick() ? state : -1},
-            {u"isFolded"_s, section.isFolded}};
+            {u"tick"_s, hasTick(rows) ? state : -1},
+            {u"isFolded"_s, rows.isFolded}};
     }
     Q_EMIT sectionsChanged();
 }

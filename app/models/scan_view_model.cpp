@@ -1,41 +1,26 @@
 #include "app/models/scan_view_model.h"
 
+#include "app/execution/qt_executor.h"
 #include "app/i18n/localizer.h"
 #include "app/text/display.h"
 #include "app/text/health_text.h"
 #include "app/text/outcome_text.h"
 #include "core/removal/deletion_order.h"
-#include "core/scan/result_changes.h"
 #include "core/scan/scanner.h"
 #include "core/storage/storage_breakdown.h"
-#include "platform/files/path.h"
 #include "platform/removal/trash.h"
 
 #include <QPointer>
 
-#include <algorithm>
-#include <iterator>
-#include <memory>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// The result of a scan and its list, which takes long to build from many items.
-struct ListedResult {
-    core::ScanResult result;
-    std::shared_ptr<const ScanItemList> list;
+struct ScanViewModel::Deletion {
+    core::DeletionOutcome outcome;
+    std::size_t removedCount = 0;   ///< of the deleted paths, those that were removed permanently
+    std::vector<DeletedItem> items; ///< deleted ones
 };
-
-template <class Paths>
-int countInTrash(const Paths& paths, const platform::Disk& disk) {
-    return static_cast<int>(std::count_if(paths.begin(), paths.end(),
-                                          [trash = platform::trashFolder(disk)](const std::string& path) {
-                                              return platform::isBelow(path, trash);
-                                          }));
-}
-
-} // namespace
 
 ScanViewModel::ScanViewModel(platform::Disk disk, HistoryStore& history, platform::Executor executor,
                              QObject* parent)
@@ -49,6 +34,8 @@ ScanViewModel::ScanViewModel(platform::Disk disk, HistoryStore& history, platfor
       m_storage(this),
       m_putBack(m_disk, m_history, m_executor, m_removal, this),
       m_storageEntries(this) {
+    m_items.setItems(CheckedItems(
+        std::make_shared<const ScanItemList>(std::vector<core::ScanItem>(), platform::trashFolder(m_disk))));
     connect(&m_putBack, &PutBackModel::finished, this, &ScanViewModel::takePutBack);
     connect(&m_items, &ScanItemsModel::checkedChanged, this, &ScanViewModel::selectionChanged);
     connect(&m_scan, &BackgroundTask::runningChanged, this, &ScanViewModel::isScanningChanged);
@@ -60,7 +47,7 @@ ScanViewModel::ScanViewModel(platform::Disk disk, HistoryStore& history, platfor
 }
 
 std::optional<int> ScanViewModel::lastDeletedCount() const {
-    return m_deletion ? std::optional(static_cast<int>(m_deletion->succeeded.size())) : std::nullopt;
+    return m_deletion ? std::optional(static_cast<int>(m_deletion->outcome.succeeded.size())) : std::nullopt;
 }
 
 std::optional<int> ScanViewModel::lastTrashEmptiedCount() const {
@@ -97,29 +84,37 @@ void ScanViewModel::setShowStorageBreakdown(bool show) {
 }
 
 void ScanViewModel::runScan() {
-    m_wasScanStopped = false;
+    endOffers();
+    scan();
+    discard(m_executor, std::exchange(m_result, nullptr));
+    discard(m_executor, std::exchange(m_resultBeforeDeletion, nullptr));
+    m_items.hideRows();
+    Q_EMIT resultChanged();
+    Q_EMIT selectionChanged();
+    setTrashReport(nullptr);
+}
+
+/// Withdraws what the screen offers and says about entries that are about to change.
+void ScanViewModel::endOffers() {
     m_putBack.withdraw();
+    m_tellsStayed = false;
+    Q_EMIT lastDeletedCountChanged();
+}
+
+void ScanViewModel::scan() {
+    m_wasScanStopped = false;
     // Read before the scan, published together with its result.
     const core::HealthScore health = core::LumvaleScanner::healthScore(m_disk);
-    auto before = std::make_shared<ListedResult>(
-        ListedResult{m_result ? std::move(*m_result) : core::ScanResult({}), m_items.list()});
     m_scan.run(
         m_executor,
-        [disk = m_disk, before = std::move(before)](platform::Progress& progress) mutable {
-            before.reset(); // destroying many items takes long, too
-            core::ScanResult result = core::LumvaleScanner::scan(disk, &progress);
-            auto list = std::make_shared<const ScanItemList>(result.items);
-            return ListedResult{std::move(result), std::move(list)};
+        [disk = m_disk](platform::Progress& progress) {
+            return std::make_shared<const ListedResult>(core::LumvaleScanner::scan(disk, &progress), disk);
         },
-        [this, health](ListedResult listed) {
-            m_unreadFolders = listed.result.unreadFolders;
-            m_result = std::move(listed.result);
-            m_items.setList(std::move(listed.list));
-            Q_EMIT resultChanged();
+        [this, health](const SharedResult& result) {
+            m_unreadFolders = result->result.unreadFolders;
+            setResult({result, CheckedItems::safeByDefault(result->list), std::nullopt});
             setHealth(health);
         });
-    setResult(std::nullopt);
-    setTrashReport(std::nullopt);
 }
 
 void ScanViewModel::stopScan() {
@@ -141,59 +136,63 @@ void ScanViewModel::loadStorageBreakdown() {
 }
 
 void ScanViewModel::confirmDelete() {
-    const std::set<std::string> ids = checked();
-    if (ids.empty() || m_removal.isRunning())
+    if (checkedCount() == 0 || m_removal.isRunning())
         return;
-    std::vector<core::ScanItem> items;
-    if (m_result)
-        std::copy_if(m_result->items.begin(), m_result->items.end(), std::back_inserter(items),
-                     [&ids](const core::ScanItem& item) { return ids.contains(item.id); });
-    m_putBack.withdraw();
+    endOffers();
     auto recorded = std::make_shared<std::vector<RecordedDeletion>>();
     m_removal.runRemoval(
         m_executor,
-        [paths = core::LumvaleScanner::inDeletionOrder(ids, m_disk),
-         disk = m_disk](platform::Progress& progress) {
-            return core::LumvaleScanner::deletePaths(paths, disk, &progress);
+        [checked = m_items.checkedItems(), result = m_result, disk = m_disk](platform::Progress& progress) {
+            auto deletion = std::make_shared<Deletion>();
+            deletion->outcome = core::LumvaleScanner::deletePaths(
+                core::LumvaleScanner::inDeletionOrder(checked.ids(), disk), disk, &progress);
+            for (const std::string& path : deletion->outcome.succeeded)
+                deletion->removedCount += checked.list()->isInTrash(path);
+            if (result)
+                deletion->items = deletedItems(result->result.items, deletion->outcome);
+            return deletion;
         },
-        [items = std::move(items), history = QPointer(&m_history),
-         recorded](const core::DeletionOutcome& outcome) {
+        [history = QPointer(&m_history), recorded](const std::shared_ptr<Deletion>& deletion) {
             if (history)
-                *recorded = recordDeletion(*history, items, outcome);
+                *recorded = recordDeletion(*history, deletion->items);
         },
-        [this, recorded](core::DeletionOutcome outcome) {
-            m_putBack.offer(outcome.moved, std::move(*recorded));
-            takeDeletion(std::move(outcome));
+        [this, recorded](const std::shared_ptr<Deletion>& deletion) {
+            m_putBack.offer(std::move(deletion->outcome.moved), std::move(*recorded));
+            takeDeletion(deletion);
         });
 }
 
-void ScanViewModel::takeDeletion(core::DeletionOutcome outcome) {
-    m_deletion = std::move(outcome);
-    m_resultBeforeDeletion = m_result;
-    Q_EMIT lastDeletedCountChanged();
-    if (m_result)
-        setResult(core::afterDeletion(*m_result, *m_deletion));
-    // Items that were not deleted stay in the list, unchecked.
-    setChecked({});
-    setHealth(core::LumvaleScanner::healthScore(m_disk));
+void ScanViewModel::takeDeletion(std::shared_ptr<const Deletion> deletion) {
+    changeResult(
+        [deletion, disk = m_disk](const ListedResult& before, const CheckedItems& /*checked*/) {
+            return afterDeletion(before, deletion->outcome, disk);
+        },
+        [this, deletion] {
+            discard(m_executor, std::exchange(m_deletion, deletion));
+            m_tellsStayed = true;
+            discard(m_executor, std::exchange(m_resultBeforeDeletion, m_result));
+            Q_EMIT lastDeletedCountChanged();
+            if (!m_result)
+                setChecked({});
+        });
 }
 
 void ScanViewModel::takePutBack(const core::PutBackOutcome& outcome) {
-    m_deletion.reset();
-    Q_EMIT lastDeletedCountChanged();
-    if (m_result && m_resultBeforeDeletion) {
-        std::set<std::string> ids = checked();
-        ids.insert(outcome.succeeded.begin(), outcome.succeeded.end()); // as before the deletion
-        setResult(core::afterPutBack(*m_result, *m_resultBeforeDeletion, outcome));
-        setChecked(std::move(ids));
-    }
-    setHealth(core::LumvaleScanner::healthScore(m_disk));
+    changeResult(
+        [earlier = m_resultBeforeDeletion, outcome, disk = m_disk](const ListedResult& before,
+                                                                   const CheckedItems& checked) {
+            return afterPutBack(before, checked, earlier ? *earlier : before, outcome, disk);
+        },
+        [this] {
+            discard(m_executor, std::exchange(m_deletion, nullptr));
+            Q_EMIT lastDeletedCountChanged();
+        });
 }
 
 void ScanViewModel::confirmEmptyTrash() {
     if (m_removal.isRunning())
         return;
-    m_putBack.withdraw();
+    endOffers();
     m_removal.runRemoval(
         m_executor,
         [disk = m_disk](platform::Progress& progress) {
@@ -204,20 +203,14 @@ void ScanViewModel::confirmEmptyTrash() {
                 history->record(localizedCategoryName(core::ScanCategory::trash).toStdString(),
                                 report.bytesFreed);
         },
-        [this](core::TrashReport report) { takeTrashReport(std::move(report)); });
-}
-
-void ScanViewModel::takeTrashReport(core::TrashReport report) {
-    setTrashReport(std::move(report));
-    if (m_result) {
-        std::set<std::string> stillChecked = checked();
-        for (const core::ScanItem& item : m_result->items)
-            if (item.category == core::ScanCategory::trash)
-                stillChecked.erase(item.id);
-        setResult(core::afterEmptyingTrash(*m_result, *m_trashReport));
-        setChecked(stillChecked);
-    }
-    setHealth(core::LumvaleScanner::healthScore(m_disk));
+        [this](core::TrashReport removed) {
+            const auto report = std::make_shared<const core::TrashReport>(std::move(removed));
+            changeResult(
+                [report, disk = m_disk](const ListedResult& before, const CheckedItems& checked) {
+                    return afterEmptyingTrash(before, checked, *report, disk);
+                },
+                [this, report] { setTrashReport(report); });
+        });
 }
 
 QString ScanViewModel::deleteMessage() const {
@@ -230,18 +223,18 @@ QString ScanViewModel::deleteMessage() const {
 }
 
 bool ScanViewModel::deletesOnlyForGood() const {
-    return !checked().empty() && checkedInTrash() == checkedCount();
+    return checkedCount() > 0 && checkedInTrash() == checkedCount();
 }
 
 int ScanViewModel::checkedInTrash() const {
-    return countInTrash(checked(), m_disk);
+    return static_cast<int>(m_items.checkedItems().countInTrash());
 }
 
 QString ScanViewModel::deletedText() const {
     if (!m_deletion)
         return {};
-    const int removed = countInTrash(m_deletion->succeeded, m_disk);
-    const int moved = static_cast<int>(m_deletion->succeeded.size()) - removed;
+    const std::size_t removed = m_deletion->removedCount;
+    const std::size_t moved = m_deletion->outcome.succeeded.size() - removed;
     QStringList texts;
     if (moved > 0)
         texts.append(QString::number(moved) + u' ' + ::tr(u"deleted_confirmation"_s));
@@ -251,7 +244,7 @@ QString ScanViewModel::deletedText() const {
 }
 
 QString ScanViewModel::stayedText() const {
-    return m_deletion ? outcome::stayed(*m_deletion) : QString();
+    return m_deletion && m_tellsStayed ? outcome::stayed(m_deletion->outcome) : QString();
 }
 
 QString ScanViewModel::unreadText() const {
@@ -267,7 +260,7 @@ QString ScanViewModel::trashNote() const {
 }
 
 int ScanViewModel::checkedCount() const {
-    return static_cast<int>(m_items.checkedCount());
+    return static_cast<int>(m_items.checkedItems().count());
 }
 
 QString ScanViewModel::selectedSize() const {
@@ -304,11 +297,44 @@ QStringList ScanViewModel::trashFailedReasonKeys() const {
     return keys;
 }
 
-void ScanViewModel::setResult(std::optional<core::ScanResult> result) {
-    m_result = std::move(result);
-    m_items.setItems(m_result ? m_result->items : std::vector<core::ScanItem>());
+/// Changes the result in the background, then calls `publish` and shows the new one. Without a result, only
+/// calls `publish`; a running scan, which may have found what was removed, starts again. Continues the
+/// removal that has just ended.
+void ScanViewModel::changeResult(ResultChange change, std::function<void()> publish) {
+    if (!m_result) {
+        publish();
+        setHealth(core::LumvaleScanner::healthScore(m_disk));
+        if (isScanning())
+            scan();
+        return;
+    }
+    m_removal.runRemoval(
+        m_executor,
+        [change, before = m_result, checked = m_items.checkedItems()](platform::Progress& /*progress*/) {
+            return change(*before, checked);
+        },
+        [](const ChangedResult& /*changed*/) {},
+        [this, change, publish, before = m_result](ChangedResult changed) mutable {
+            if (before != m_result) { // a scan has begun meanwhile
+                changeResult(change, publish);
+            } else {
+                publish();
+                setResult(std::move(changed));
+                setHealth(core::LumvaleScanner::healthScore(m_disk));
+            }
+            discard(m_executor, std::move(before));
+        });
+}
+
+void ScanViewModel::setResult(ChangedResult changed) {
+    CheckedItems::List list = m_items.checkedItems().list();
+    SharedResult before = std::exchange(m_result, std::move(changed.result));
+    if (changed.removed)
+        m_items.setRemaining(std::move(changed.checked), *changed.removed);
+    else
+        m_items.setItems(std::move(changed.checked));
     Q_EMIT resultChanged();
-    Q_EMIT selectionChanged();
+    discard(m_executor, std::pair(std::move(before), std::move(list)));
 }
 
 void ScanViewModel::setHealth(const core::HealthScore& health) {
@@ -316,7 +342,7 @@ void ScanViewModel::setHealth(const core::HealthScore& health) {
     Q_EMIT healthChanged();
 }
 
-void ScanViewModel::setTrashReport(std::optional<core::TrashReport> report) {
-    m_trashReport = std::move(report);
+void ScanViewModel::setTrashReport(std::shared_ptr<const core::TrashReport> report) {
+    discard(m_executor, std::exchange(m_trashReport, std::move(report)));
     Q_EMIT trashReportChanged();
 }

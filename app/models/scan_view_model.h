@@ -2,19 +2,21 @@
 
 #include "app/execution/background_task.h"
 #include "app/history/history_store.h"
+#include "app/models/listed_result.h"
 #include "app/models/put_back_model.h"
 #include "app/models/scan_items_model.h"
 #include "app/models/storage_entries_model.h"
 #include "core/health/health_score.h"
 #include "core/removal/deletion.h"
 #include "core/removal/trash.h"
-#include "core/scan/scan_result.h"
 #include "platform/base/executor.h"
 #include "platform/files/disk.h"
 
 #include <QObject>
 #include <QStringList>
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -67,10 +69,11 @@ public:
                   QObject* parent = nullptr);
 
     bool isScanning() const { return m_scan.isRunning(); }
-    const std::optional<core::ScanResult>& result() const { return m_result; }
+    /// Returns the result of the last scan without what was removed since; null before and during a scan.
+    const core::ScanResult* result() const { return m_result ? &m_result->result : nullptr; }
     const std::optional<core::HealthScore>& health() const { return m_health; }
     std::set<std::string> checked() const { return m_items.checked(); }
-    std::int64_t selectedBytes() const { return m_items.checkedBytes(); }
+    std::int64_t selectedBytes() const { return m_result ? m_items.checkedItems().bytes() : 0; }
     bool showDeleteConfirm() const { return m_showDeleteConfirm; }
     bool showEmptyTrashConfirm() const { return m_showEmptyTrashConfirm; }
     std::optional<int> lastDeletedCount() const;
@@ -105,7 +108,7 @@ public:
     BackgroundTask* storageTask() { return &m_storage; }
     PutBackModel* putBackModel() { return &m_putBack; } ///< of the items that the last deletion moved
     bool wasScanStopped() const { return m_wasScanStopped; }
-    bool hasResult() const { return m_result.has_value(); }
+    bool hasResult() const { return m_result != nullptr; }
     ScanItemsModel* items() { return &m_items; }
     int checkedCount() const;
     QString selectedSize() const;
@@ -117,7 +120,7 @@ public:
                                      ///< in the Trash
     bool deletesOnlyForGood() const; ///< all checked items are in the Trash
     QString deletedText() const;     ///< what the last deletion moved and removed
-    QString stayedText() const;      ///< what it left and why
+    QString stayedText() const;      ///< what it left and why, until the next scan or removal
     int trashEmptiedCount() const { return lastTrashEmptiedCount().value_or(-1); }
     QString trashEmptiedSize() const;
     int trashFailedCount() const { return lastTrashEmptiedFailed().value_or(-1); }
@@ -141,13 +144,19 @@ Q_SIGNALS:
     void showStorageBreakdownChanged();
 
 private:
-    void setResult(std::optional<core::ScanResult> result);
-    void setHealth(const core::HealthScore& health);
+    /// A deletion, until it is shown, and what remains of it then.
+    struct Deletion;
+    using ResultChange = std::function<ChangedResult(const ListedResult&, const CheckedItems&)>;
+
+    void endOffers();
+    void scan();
     int checkedInTrash() const;
-    void takeDeletion(core::DeletionOutcome outcome);
+    void setHealth(const core::HealthScore& health);
+    void takeDeletion(std::shared_ptr<const Deletion> deletion);
     void takePutBack(const core::PutBackOutcome& outcome);
-    void takeTrashReport(core::TrashReport report);
-    void setTrashReport(std::optional<core::TrashReport> report);
+    void setTrashReport(std::shared_ptr<const core::TrashReport> report);
+    void changeResult(ResultChange change, std::function<void()> publish);
+    void setResult(ChangedResult changed);
 
     platform::Disk m_disk;
     HistoryStore& m_history;
@@ -158,14 +167,15 @@ private:
     BackgroundTask m_storage;
     PutBackModel m_putBack;
     bool m_wasScanStopped = false;
-    std::optional<core::ScanResult> m_result;
+    SharedResult m_result;            ///< null before and during a scan
     std::int64_t m_unreadFolders = 0; ///< of the last scan
     std::optional<core::HealthScore> m_health;
     bool m_showDeleteConfirm = false;
     bool m_showEmptyTrashConfirm = false;
-    std::optional<core::DeletionOutcome> m_deletion;
-    std::optional<core::ScanResult> m_resultBeforeDeletion;
-    std::optional<core::TrashReport> m_trashReport; ///< reset by runScan()
+    std::shared_ptr<const Deletion> m_deletion; ///< the last one
+    SharedResult m_resultBeforeDeletion;
+    bool m_tellsStayed = false;                             ///< until the next scan or removal
+    std::shared_ptr<const core::TrashReport> m_trashReport; ///< reset by runScan()
     StorageEntriesModel m_storageEntries;
     bool m_showStorageBreakdown = false;
 };

@@ -44,7 +44,7 @@ std::int64_t UninstallViewModel::selectedBytes() const {
     if (!m_selectedApp)
         return 0;
     const std::int64_t ofApp = isSelectedAppChecked() ? m_selectedApp->sizeBytes : 0;
-    return platform::addBytes(ofApp, m_leftovers.checkedBytes());
+    return platform::addBytes(ofApp, m_leftovers.checkedItems().bytes());
 }
 
 void UninstallViewModel::loadApps() {

@@ -21,6 +21,12 @@ public:
         publish();
     }
 
+    /// Runs all jobs and those that they start.
+    void finish() {
+        while (!isIdle())
+            run();
+    }
+
     /// Runs the newest background job before the others and publishes its result.
     void runLast() {
         m_background.back()();

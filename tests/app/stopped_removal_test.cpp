@@ -13,7 +13,7 @@ TEST(StoppedRemoval, ListsAndRecordsWhatItLeftOfAFolderInTheTrash) {
         HandCranked jobs;
         ScanViewModel model(disk.disk(), history, jobs.executor());
         model.runScan();
-        jobs.run();
+        jobs.finish();
         if (empties)
             model.confirmEmptyTrash();
         else
@@ -22,7 +22,7 @@ TEST(StoppedRemoval, ListsAndRecordsWhatItLeftOfAFolderInTheTrash) {
             if (++removals == 2)
                 model.removalTask()->stop();
         };
-        jobs.run();
+        jobs.finish();
         beforeRemoval = nullptr;
         EXPECT_EQ(model.items()->items().at(0).sizeBytes, 10);
         EXPECT_EQ(model.result()->totalBytes, 10);

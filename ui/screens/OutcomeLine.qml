@@ -15,7 +15,7 @@ Item {
     signal requested
 
     implicitHeight: Math.max(label.height, button.visible ? button.height : 0)
-    visible: text.length > 0
+    visible: text.length > 0 || isOffered
 
     Label {
         id: label
@@ -30,7 +30,7 @@ Item {
         id: button
         objectName: "putBackButton"
         anchors.left: label.right
-        anchors.leftMargin: 12
+        anchors.leftMargin: label.visible ? 12 : 0
         anchors.verticalCenter: parent.verticalCenter
         visible: root.isOffered
         horizontalPadding: 12
