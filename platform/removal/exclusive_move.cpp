@@ -29,12 +29,11 @@ int moveFolderOntoReservedName(const Place& source, int folder, const char* newN
 
 /// Removes the source's name if it still refers to the file called `otherName` in the folder.
 int removeFirstName(const Place& source, int folder, const char* otherName) {
-    struct stat first {};
-    struct stat other {};
-    if (fstatat(source.folder.number(), source.name.c_str(), &first, AT_SYMLINK_NOFOLLOW) != 0
-        || fstatat(folder, otherName, &other, AT_SYMLINK_NOFOLLOW) != 0)
+    const auto first = system::identityAt(source.folder.number(), source.name.c_str());
+    const auto other = system::identityAt(folder, otherName);
+    if (!first || !other)
         return -1;
-    if (first.st_dev != other.st_dev || first.st_ino != other.st_ino) {
+    if (first != other) {
         errno = EBUSY; // another process has replaced the file
         return -1;
     }
@@ -43,13 +42,17 @@ int removeFirstName(const Place& source, int folder, const char* otherName) {
 
 /// Links the file under its new name, then removes the old one. link() never replaces an entry.
 int moveFileByLink(const Place& source, int folder, const char* newName) {
-    if (linkat(source.folder.number(), source.name.c_str(), folder, newName, 0) != 0)
+    const auto file = system::identityAt(source.folder.number(), source.name.c_str());
+    if (!file || linkat(source.folder.number(), source.name.c_str(), folder, newName, 0) != 0)
         return -1;
     if (removeFirstName(source, folder, newName) == 0)
         return 0;
     const int failure = errno;
-    unlinkat(folder, newName, 0);
-    errno = failure;
+    // Another process can have saved its own file under the new name.
+    const auto linked = system::identityAt(folder, newName);
+    if (linked == file)
+        unlinkat(folder, newName, 0);
+    errno = linked && linked != file ? EEXIST : failure;
     return -1;
 }
 

@@ -26,12 +26,12 @@ struct Faults {
     int renameat2 = 0, renameat = 0, linkat = 0, unlinkat = 0;
 } faults;
 
-/// Called once, before the first exclusive rename that works or after the first link.
-std::function<void()> interfere;
+/// Called before each exclusive rename that works and after each link, with the new name.
+std::function<void(std::string_view newName)> interfere;
 
-void callInterfere() {
+void callInterfere(const char* newName) {
     if (interfere)
-        std::exchange(interfere, nullptr)();
+        interfere(newName);
 }
 
 template <class... Arguments>
@@ -50,7 +50,7 @@ int __real_unlinkat(int, const char*, int);
 
 int __wrap_renameat2(int a, const char* from, int b, const char* to, unsigned flags) {
     if (faults.renameat2 == 0)
-        callInterfere();
+        callInterfere(to);
     return callUnless(faults.renameat2, __real_renameat2, a, from, b, to, flags);
 }
 int __wrap_renameat(int a, const char* from, int b, const char* to) {
@@ -59,7 +59,7 @@ int __wrap_renameat(int a, const char* from, int b, const char* to) {
 int __wrap_linkat(int a, const char* from, int b, const char* to, int flags) {
     const int result = callUnless(faults.linkat, __real_linkat, a, from, b, to, flags);
     if (result == 0)
-        callInterfere();
+        callInterfere(to);
     return result;
 }
 int __wrap_unlinkat(int folder, const char* name, int flags) {
@@ -72,7 +72,10 @@ int __wrap_unlinkat(int folder, const char* name, int flags) {
 namespace {
 
 struct MoveToTrash : testing::Test {
-    void TearDown() override { faults = {}; }
+    void TearDown() override {
+        faults = {};
+        interfere = nullptr;
+    }
 
     /// Returns the new path, or the codes of the error.
     std::string move(std::string_view path) const {
@@ -123,7 +126,7 @@ TEST_F(MoveToTrash, ReplacesNothingAndMovesLinksThemselves) {
     EXPECT_EQ(disk.entries(), expected);
 
     disk.make("~/late");
-    interfere = [this] {
+    interfere = [this](auto) {
         disk.write("~/.Trash/late", "another's");
     };
     EXPECT_EQ(move("~/late"), at("~/.Trash/late 2"));
@@ -201,13 +204,16 @@ TEST_F(MoveToTrash, ReservesANameWithoutExclusiveRename) {
     EXPECT_EQ(move("~/home/.Trash"), "512:22") << "the Trash into itself";
     EXPECT_EQ(disk.entries(), expected);
 
-    disk.make("~/file");
-    disk.write("~/new version", "newer");
-    interfere = [this] {
-        rename(disk.host("~/new version").c_str(), disk.host("~/file").c_str());
-    };
-    expectRefused("~/file", "512:16");
-    EXPECT_EQ(disk.read("~/file"), "newer");
+    // Another process saves a file by a rename to the old or the new name.
+    for (const auto& [saved, error] : {std::pair("~/file", "512:16"), {"~/.Trash/file 3", ""}}) {
+        disk.write("~/file", "older");
+        disk.write("~/new version", "newer");
+        interfere = [&, path = saved](auto) {
+            rename(disk.host("~/new version").c_str(), disk.host(path).c_str());
+        };
+        EXPECT_EQ(move("~/file"), *error != 0 ? error : at("~/.Trash/file 4")) << saved;
+        EXPECT_EQ(disk.read(saved), "newer");
+    }
 }
 
 TEST(NumberedName, KeepsTheExtensionWithin255Bytes) {
