@@ -21,14 +21,17 @@ platform::Error refusal() {
 
 /// Moves the entry at `path` to the Trash. The place that the guard judges is the one that is moved, even if
 /// another process changes a folder of the path in between.
-platform::Result<platform::TrashEntry> moveToTrash(const platform::Disk& disk, const PlaceGuard& guard,
-                                                   const std::string& path) {
+platform::Result<MovedEntry> moveToTrash(const platform::Disk& disk, const PlaceGuard& guard,
+                                         const std::string& path) {
     const platform::Result<platform::Place> place = disk.place(path);
     if (!place)
         return platform::fileError(platform::FileAction::move, place.error(), platform::lastComponent(path));
     if (!guard.allows(path, *place))
         return refusal();
-    return platform::moveToTrash(disk, *place);
+    platform::Result<platform::TrashEntry> moved = platform::moveToTrash(disk, *place);
+    if (!moved)
+        return moved.error();
+    return MovedEntry{path, *std::move(moved), platform::folderId(*place)};
 }
 
 /// Returns the sizes of the paths in the Trash, which are removed entry by entry, and begins the phase of the
@@ -78,11 +81,11 @@ DeletionOutcome deletePaths(const std::vector<std::string>& given, const platfor
                 return refusal();
             if (isInTrash) // removal follows no link at all
                 return platform::removeForGood(disk, path, progress);
-            platform::Result<platform::TrashEntry> moved = moveToTrash(disk, guard, path);
+            platform::Result<MovedEntry> moved = moveToTrash(disk, guard, path);
             if (!moved)
                 return moved.error();
-            if (moved->id)
-                outcome.moved.push_back({path, *std::move(moved)});
+            if (moved->inTrash.id)
+                outcome.moved.push_back(*std::move(moved));
             return {};
         }();
         if (deleted) {

@@ -4,6 +4,7 @@
 #include "platform/base/error.h"
 #include "platform/base/progress.h"
 #include "platform/files/disk.h"
+#include "platform/files/entry_id.h"
 #include "platform/removal/trash.h"
 
 #include <optional>
@@ -23,6 +24,7 @@ struct DeletionFailure {
 struct MovedEntry {
     std::string path; ///< standardized
     platform::TrashEntry inTrash;
+    std::optional<platform::EntryId> folder; ///< that it was moved from; absent if it could not be examined
 };
 
 /// The result of a deletion; all lists in the order of the input.

@@ -21,8 +21,9 @@ namespace LumvaleScanner {
 
 /// Moves entries that deletePaths() moved to the Trash back to their paths, the last one first, so that a
 /// folder is put back before its content. Never replaces an entry, creates no folder, and refuses a path or
-/// place that deletePaths() would refuse. A failure does not stop the others. Blocks; any thread. Counts the
-/// entries in `progress`, which may be null; ends early when that is stopped.
+/// place that deletePaths() would refuse, and one behind a symbolic link in another folder than the entry was
+/// moved from. A failure does not stop the others. Blocks; any thread. Counts the entries in `progress`,
+/// which may be null; ends early when that is stopped.
 PutBackOutcome putBack(const std::vector<MovedEntry>& moved,
                        const platform::Disk& disk = platform::Disk::current(),
                        platform::Progress* progress = nullptr);

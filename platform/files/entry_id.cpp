@@ -19,6 +19,10 @@ std::optional<EntryId> entryId(const Place& place) {
     return withoutMount(system::identityAt(place.folder.number(), place.name.c_str()));
 }
 
+std::optional<EntryId> folderId(const Place& place) {
+    return withoutMount(system::identityOf(place.folder.number()));
+}
+
 Result<std::vector<EntryId>> foldersAbove(const Disk& disk, const Place& place) {
     const Result<Place> root = disk.placeFollowed("/");
     if (!root)

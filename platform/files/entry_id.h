@@ -26,6 +26,9 @@ struct EntryId {
 /// Returns the ID of the entry at `place`, or nullopt when it is missing or can't be examined.
 std::optional<EntryId> entryId(const Place& place);
 
+/// Returns the ID of the folder that contains the entry at `place`, or nullopt when it can't be examined.
+std::optional<EntryId> folderId(const Place& place);
+
 /// Returns the IDs of all folders that contain the entry at `place`, innermost first, the disk's root last.
 /// Fails with an error of the POSIX domain: EXDEV when the folder isn't below the root.
 Result<std::vector<EntryId>> foldersAbove(const Disk& disk, const Place& place);

@@ -96,10 +96,16 @@ TEST_F(PutBack, LeavesWhatItCannotPutBackAndTellsWhy) {
              disk.make("~/folder");
          },
          "err_folder_gone"},
-        {"a parent that leads to documents",
+        {"a parent that was moved into documents, and a link to it",
+         [&] {
+             fs::rename(parent, disk.host("~/Documents/folder"));
+             disk.make("~/folder -> Documents/folder");
+         },
+         "err_protected"},
+        {"a parent that leads to another folder",
          [&] {
              fs::remove(parent);
-             disk.make("~/folder -> Documents");
+             disk.make({"~/other/", "~/folder -> other"});
          },
          "err_protected"},
         {"a parent without write permission", [&] { disk.setMode("~/folder", 0555); },
@@ -127,7 +133,7 @@ TEST_F(PutBack, LeavesWhatItCannotPutBackAndTellsWhy) {
          "err_put_back_refused"}};
     const OrdinaryUser user;
     for (const auto& [what, act, reason] : cases) {
-        for (const char* const made : {"~/.Trash", "~/old", "~/folder", "~/Documents/x", "~/y"})
+        for (const char* const made : {"~/.Trash", "~/old", "~/folder", "~/Documents", "~/other", "~/y"})
             fs::remove_all(disk.host(made));
         disk.make({"~/Documents/", "~/y"});
         disk.write("~/folder/x", "its own");
