@@ -87,9 +87,8 @@ unsigned likelyFreeNumber(int trash, const std::string& name) {
     return free;
 }
 
-/// Moves the entry to a free name and returns that name.
-Result<std::string> moveToFreeName(const Place& source, int trash) {
-    unsigned number = 1;
+/// Moves the entry to a free name, that of `number` or a later one, and returns that name.
+Result<std::string> moveToFreeName(const Place& source, int trash, unsigned number = 1) {
     for (unsigned attempt = 0; attempt < maxAttempts; ++attempt) {
         std::string name = nameInTrash(source.name, number);
         if (moveExclusively(source, trash, name.c_str()) == 0)
@@ -117,6 +116,17 @@ Result<system::Identity> identityOfTrash(const Disk& disk) {
     if (attributes->type != EntryType::folder)
         return posixError(ENOTDIR);
     return *identity;
+}
+
+/// Moves the entry to the target if it has this ID. Returns 0 or the host's error number.
+int moveChecked(const Place& source, const EntryId& id, const Place& target) {
+    if (entryId(source) != id)
+        return ENOENT;
+    if (moveExclusively(source, target.folder.number(), target.name.c_str()) == 0)
+        return 0;
+    const int failure = errno;
+    // Either name can be missing: the folder of the target was removed if the entry still exists.
+    return failure == ENOENT && entryId(source) == id ? ESTALE : failure;
 }
 
 Error replaced(const char* description) {
@@ -233,20 +243,24 @@ Result<void> putBack(const Disk& disk, const TrashEntry& entry, const Place& tar
     Result<Descriptor> trash = openTrash(disk);
     if (!trash)
         return trash.error();
-    const Place source{std::move(*trash), entry.name};
+    Place source{std::move(*trash), entry.name};
     const std::optional<EntryId> found = entryId(source);
     if (!found && errno != ENOENT)
         return posixError(errno);
     if (!entry.id || found != entry.id)
         return posixError(ENOENT);
-    if (moveExclusively(source, target.folder.number(), target.name.c_str()) != 0) {
-        const int failure = errno;
-        // Either name can be missing: the folder of the target was removed if the entry is still in the
-        // Trash.
-        return posixError(failure == ENOENT && entryId(source) == entry.id ? ESTALE : failure);
-    }
-    // Another process can replace the entry between the check and the rename.
-    return entryId(target) == entry.id ? Result<void>() : posixError(ENOENT);
+    if (entryId(target))
+        return posixError(EEXIST);
+    const int folder = source.folder.number();
+    Result<std::string> newName = moveToFreeName(source, folder, likelyFreeNumber(folder, entry.name));
+    if (!newName)
+        return newName.error();
+    source.name = *std::move(newName);
+    const int failure = moveChecked(source, *entry.id, target);
+    if (failure == 0)
+        return {};
+    moveExclusively(source, folder, entry.name.c_str());
+    return posixError(failure);
 }
 
 std::string numberedName(std::string_view name, unsigned number) {

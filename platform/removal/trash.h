@@ -43,9 +43,13 @@ Result<TrashEntry> moveToTrash(const Disk& disk, const Place& source);
 /// Does the same by the given service; by a rename when it is empty.
 Result<TrashEntry> moveToTrash(const Disk& disk, const Place& source, const TrashService& service);
 
-/// Moves an entry of the Trash to `target` by a rename that never replaces another entry. Errors are of the
-/// POSIX domain, and the entry is unchanged then: ENOENT when the Trash has no such entry, or another one of
-/// its name; EEXIST when the target's name is taken; ESTALE when its folder has been removed.
+/// Moves an entry of the Trash to `target` by renames that never replace another entry: first to a free name
+/// in the Trash, so that no process that knows the old name can replace the entry after the check of its ID.
+/// An entry that fails the check gets its name back. Errors are of the POSIX domain, and the entry is
+/// unchanged then: ENOENT when the Trash has no such entry, or another one of its name; EEXIST when the
+/// target's name is taken; ESTALE when its folder has been removed. The entry keeps the free name if its own
+/// was taken in between, or the process ends between the renames. If another process moves the target's
+/// folder, the entry moves along with it.
 Result<void> putBack(const Disk& disk, const TrashEntry& entry, const Place& target);
 
 /// Returns the `number`th candidate name for an entry called `name`: "a 2.txt" for "a.txt". The stem is

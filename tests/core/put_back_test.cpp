@@ -22,6 +22,9 @@ namespace {
 /// Called before each exclusive rename, while set. Returns the errno with which it fails; 0 lets it work.
 std::function<int()> beforeRename;
 
+/// Called after each exclusive rename that works, with the new name, while set.
+std::function<void(std::string_view newName)> afterRename;
+
 } // namespace
 
 extern "C" {
@@ -29,7 +32,10 @@ int __real_renameat2(int, const char*, int, const char*, unsigned);
 int __wrap_renameat2(int a, const char* from, int b, const char* to, unsigned flags) {
     const int fault = beforeRename ? beforeRename() : 0;
     errno = fault;
-    return fault != 0 ? -1 : __real_renameat2(a, from, b, to, flags);
+    const int result = fault != 0 ? -1 : __real_renameat2(a, from, b, to, flags);
+    if (result == 0 && afterRename)
+        afterRename(to);
+    return result;
 }
 }
 
@@ -39,7 +45,10 @@ using Lines = std::vector<std::string>;
 
 struct PutBack : testing::Test {
     PutBack() { disk.make("~/.Trash/"); }
-    void TearDown() override { beforeRename = nullptr; }
+    void TearDown() override {
+        beforeRename = nullptr;
+        afterRename = nullptr;
+    }
 
     std::vector<core::MovedEntry> moved(std::initializer_list<std::string_view> paths) const {
         return core::LumvaleScanner::deletePaths(at(paths), disk.disk()).moved;
@@ -163,8 +172,9 @@ TEST_F(PutBack, KeepsEveryEntryWholeWhicheverRenameFails) {
     const auto entries = moved({"~/a", "~/b", "~/c"});
     const auto before = disk.entries();
     for (const auto& [fault, reason] : faults) {
-        beforeRename = [failing = fault] {
-            return failing;
+        // Each entry is renamed to a free name in the Trash, to its place, and then to its name in the Trash.
+        beforeRename = [failing = fault, count = 0]() mutable {
+            return ++count % 3 == 2 ? failing : 0;
         };
         const std::string key = std::string(" ") + reason;
         EXPECT_EQ(putBack(entries), (Lines{at("~/c") + key, at("~/b") + key, at("~/a") + key}));
@@ -174,25 +184,37 @@ TEST_F(PutBack, KeepsEveryEntryWholeWhicheverRenameFails) {
     // A crash between two renames.
     const int status = inAnotherProcess([&] {
         beforeRename = [count = 0]() mutable {
-            if (++count == 2)
+            if (++count == 4)
                 _exit(7);
             return 0;
         };
         return static_cast<int>(putBack(entries).size());
     });
     EXPECT_EQ(status, 7);
-    EXPECT_TRUE(disk.exists("~/c") && disk.exists("~/.Trash/b/inside") && disk.exists("~/.Trash/a"));
+    EXPECT_TRUE(disk.exists("~/c") && disk.exists("~/.Trash/b 2/inside") && disk.exists("~/.Trash/a"));
+}
 
-    // Another process replaces the entry after it was checked.
+TEST_F(PutBack, MovesNoEntryOfAnotherProcess) {
+    disk.make({"~/a", "~/b"});
+    const auto entries = moved({"~/a", "~/b"});
+    // The entry in the Trash is replaced after the first look at it, the other one once it is in its place.
     beforeRename = [&, count = 0]() mutable {
         if (++count == 1) {
             fs::rename(disk.host("~/.Trash/b"), disk.host("~/away"));
-            disk.make("~/.Trash/b");
+            disk.write("~/.Trash/b", "another");
         }
         return 0;
     };
-    EXPECT_EQ(putBack(entries), (Lines{at("~/a"), at("~/c err_not_in_trash"), at("~/b err_not_in_trash")}));
-    EXPECT_TRUE(disk.exists("~/away/inside"));
+    afterRename = [this](std::string_view newName) {
+        if (newName == "a") {
+            disk.write("~/new", "its program's");
+            fs::rename(disk.host("~/new"), disk.host("~/a"));
+        }
+    };
+    EXPECT_EQ(putBack(entries), at({"~/a", "~/b err_not_in_trash"}));
+    EXPECT_EQ(disk.read("~/a"), "its program's");
+    EXPECT_EQ(disk.read("~/.Trash/b"), "another");
+    EXPECT_TRUE(disk.exists("~/away") && !disk.exists("~/b"));
 }
 
 TEST_F(PutBack, CountsEntriesAndLeavesTheOthersWhenStopped) {
