@@ -161,8 +161,10 @@ Result<TrashEntry> moveByService(const Place& source, const system::Identity& tr
         return replaced("Another process has replaced it by an entry that is in the Trash now");
     if (system::identityAt(source.folder.number(), source.name.c_str()) == entry)
         return replaced("The system reports a move, but it is still in its place");
-    return TrashEntry{std::string(lastComponent(*moved)),
-                      arrived ? std::optional<EntryId>(*arrived) : std::nullopt};
+    TrashEntry inTrash{std::string(lastComponent(*moved)), std::nullopt};
+    if (arrived && system::identityAtHost(std::string(parent(*moved))) == trash)
+        inTrash.id = *arrived;
+    return inTrash;
 }
 
 } // namespace

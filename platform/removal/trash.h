@@ -29,7 +29,7 @@ Result<Place> placeInTrash(const Disk& disk, std::string_view path);
 /// An entry that was moved to the Trash.
 struct TrashEntry {
     std::string name;          ///< in the Trash
-    std::optional<EntryId> id; ///< right after the move; absent if the entry couldn't be examined there
+    std::optional<EntryId> id; ///< right after the move; absent unless the entry was found in the Trash
 };
 
 /// Moves the entry at `source` into the Trash: by the system's service on this user's own disk, otherwise by

@@ -74,6 +74,10 @@ TEST_F(MoveByService, ReturnsTheEntryOnlyIfItCanBeExaminedInTheTrash) {
         return *platform::moveToTrash(disk.disk(), *disk.disk().place(at("~/x")), act);
     };
     EXPECT_FALSE(move([&](auto& path) { return rename(path), unknown; }).id);
+    EXPECT_FALSE(move([&](auto& path) {
+                     fs::rename(path, disk.host("~/another Trash"));
+                     return disk.host("~/another Trash");
+                 }).id);
     const platform::TrashEntry entry = move([&](auto& path) { return rename(path); });
     EXPECT_EQ(codes(platform::putBack(disk.disk(), entry, *disk.disk().place(at("~/back")))), "");
     EXPECT_EQ(disk.read("~/back"), "its own");
