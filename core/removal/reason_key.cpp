@@ -77,6 +77,9 @@ std::string_view putBackReasonKey(const platform::Error& error) {
     if (isRefusal(error))
         return "err_protected";
     switch (posixCode(error)) {
+    case operationNotPermitted:
+    case permissionDenied:
+        return "err_put_back_refused";
     case noSuchFile:
         return "err_not_in_trash";
     case fileExists:
@@ -89,7 +92,7 @@ std::string_view putBackReasonKey(const platform::Error& error) {
     case readOnlyFileSystem:
         return "err_read_only";
     default:
-        return "err_put_back_refused";
+        return "err_trash_unknown";
     }
 }
 

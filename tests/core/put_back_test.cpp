@@ -139,7 +139,7 @@ TEST_F(PutBack, LeavesWhatItCannotPutBackAndTellsWhy) {
              fs::rename(disk.host("~/.Trash"), disk.host("~/old"));
              disk.make("~/.Trash -> old");
          },
-         "err_put_back_refused"}};
+         "err_trash_unknown"}};
     const OrdinaryUser user;
     for (const auto& [what, act, reason] : cases) {
         for (const char* const made : {"~/.Trash", "~/old", "~/folder", "~/Documents", "~/other", "~/y"})
@@ -163,7 +163,7 @@ TEST_F(PutBack, LeavesWhatItCannotPutBackAndTellsWhy) {
 }
 
 TEST_F(PutBack, KeepsEveryEntryWholeWhicheverRenameFails) {
-    const std::pair<int, const char*> faults[]{{EACCES, "err_put_back_refused"},
+    const std::pair<int, const char*> faults[]{{ENOSPC, "err_trash_unknown"},
                                                {EROFS, "err_read_only"},
                                                {EEXIST, "err_place_taken"},
                                                {ENOENT, "err_folder_gone"}, // of the two names, this one
