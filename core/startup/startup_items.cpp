@@ -25,6 +25,11 @@ std::string userDomain() {
     return "gui/" + std::to_string(platform::userId());
 }
 
+/// Loads the agent with this property list. Returns false if launchctl could not load it.
+bool load(const std::string& propertyList, const Launchctl& launchctl) {
+    return launchctl({"bootstrap", userDomain(), propertyList}) == 0;
+}
+
 } // namespace
 
 std::vector<StartupItem> scan(const platform::Disk& disk) {
@@ -59,8 +64,11 @@ platform::Result<DisabledItem> disable(const StartupItem& item, const platform::
     if (disk.isOfThisMachine())
         disabled.wasUnloaded = launchctl({"bootout", userDomain() + "/" + item.label}) == 0;
     DeletionOutcome outcome = LumvaleScanner::deletePaths({item.path}, disk);
-    if (!outcome.failed.empty())
+    if (!outcome.failed.empty()) {
+        if (disabled.wasUnloaded)
+            load(item.path, launchctl);
         return outcome.failed.front().error;
+    }
     if (!outcome.moved.empty())
         disabled.propertyList = std::move(outcome.moved.front());
     return disabled;
@@ -73,7 +81,7 @@ platform::Result<bool> enable(const DisabledItem& item, const platform::Disk& di
     const PutBackOutcome outcome = LumvaleScanner::putBack({*item.propertyList}, disk);
     if (!outcome.failed.empty())
         return outcome.failed.front().error;
-    return !item.wasUnloaded || launchctl({"bootstrap", userDomain(), item.propertyList->path}) == 0;
+    return !item.wasUnloaded || load(item.propertyList->path, launchctl);
 }
 
 } // namespace core::LumvaleStartupItems

@@ -162,8 +162,11 @@ TEST_F(StartupItems, DisablingUnloadsOwnAgentsOfThisMachineAndMovesTheirListsToT
     EXPECT_TRUE(m_disk.exists("/Library/LaunchAgents/a.plist") && m_disk.exists("~/.Trash/b.plist"));
 
     const core::StartupItem item = own("a.plist");
-    m_disk.setMode("~/Library/LaunchAgents", 0500);
-    EXPECT_FALSE(disable(item, m_thisMachine)) << "the list cannot be moved";
+    m_disk.setMode("~/Library/LaunchAgents", 0500); // the list cannot be moved
+    EXPECT_FALSE(core::LumvaleStartupItems::disable(item, m_thisMachine, launchctl(0)));
+    EXPECT_EQ(m_asked.back(), (Texts{"bootstrap", "gui/" + std::to_string(getuid()), item.path}));
+    EXPECT_FALSE(disable(item, m_thisMachine));
+    EXPECT_EQ(m_asked.back().front(), "bootout") << "loads an agent that was not loaded";
 }
 
 TEST_F(StartupItems, EnablingPutsThePropertyListBackAndLoadsOnlyAnAgentThatWasUnloaded) {
