@@ -5,6 +5,7 @@
 #include "app/update/update_checker.h"
 #include "main/command_line.h"
 #include "main/desktop.h"
+#include "main/motion_setting.h"
 #include "platform/base/executor.h"
 #include "platform/files/disk.h"
 #include "platform/files/mac_disks.h"
@@ -81,6 +82,7 @@ int main(int argc, char* argv[]) {
     QGuiApplication::setApplicationVersion(Identity::version());
     Settings::useFolderOfEnvironment();
     Desktop::setUp();
+    MotionSetting::follow();
 
     platform::Executor::setCurrent(qtExecutor());
     Windows windows;

@@ -1,5 +1,8 @@
 #include "app/models/scan_view_model.h"
 #include "tests/ui/window_test.h"
+#include "ui/style/reduced_motion.h"
+
+#include <QSignalSpy>
 
 #include <array>
 #include <tuple>
@@ -16,6 +19,7 @@ private Q_SLOTS:
     void walksTabsByKeys();
     void changesTabsByShortcuts();
     void choosesALanguageByClicks();
+    void standsStillWithReducedMotion();
 
 private:
     void checkSelected(const QString& tab) const; ///< is the only one told and drawn as selected
@@ -108,6 +112,16 @@ void ShellTest::choosesALanguageByClicks() {
         QCOMPARE(m_driver->text("languageMenu"), "Français");
         QCOMPARE(m_driver->text("tab_cleanup"), "Nettoyage");
     }
+}
+
+void ShellTest::standsStillWithReducedMotion() {
+    QTRY_VERIFY(m_driver->text("title", "phase") != "0");
+    ReducedMotion::shared().setRequested(true);
+    QCOMPARE(m_driver->text("title", "phase"), "0");
+    QSignalSpy frames(window(), &QQuickWindow::frameSwapped);
+    QTRY_VERIFY_WITH_TIMEOUT(!frames.wait(200), 60000); // after the frames that were already requested
+    ReducedMotion::shared().setRequested(false);
+    QVERIFY(frames.wait());
 }
 
 int main(int argc, char** argv) {

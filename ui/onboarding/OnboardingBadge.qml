@@ -6,7 +6,7 @@ Item {
     id: root
 
     required property string symbol
-    readonly property real phase: Motion.phase(Motion.slowPulseSpeed, clock.time)
+    readonly property real phase: clock.phase(Motion.slowPulseSpeed)
 
     implicitWidth: 92
     implicitHeight: 92

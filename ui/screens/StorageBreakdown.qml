@@ -68,7 +68,7 @@ Item {
         rightMargin: 2 * Metrics.rowPadding
         topMargin: 0
         bottomMargin: 0
-        highlightMoveDuration: Motion.quickDuration
+        highlightMoveDuration: ReducedMotion.isRequested ? 0 : Motion.quickDuration
         model: root.entries
         Accessible.name: Texts.tr("storage_breakdown_title")
         Keys.onReturnPressed: root.toggle(currentIndex)

@@ -10,7 +10,7 @@ Column {
     property string progressText
 
     readonly property alias time: clock.time
-    readonly property real phase: Motion.phase(Motion.pulseSpeed, time)
+    readonly property real phase: clock.phase(Motion.pulseSpeed)
 
     spacing: 16
     Accessible.role: Accessible.ProgressBar
@@ -21,6 +21,7 @@ Column {
     Clock {
         id: clock
         target: root
+        isEssential: true
     }
 
     Ring {

@@ -5,7 +5,7 @@ GlowText {
     id: root
 
     required property string title
-    readonly property real phase: Motion.phase(Motion.pulseSpeed, clock.time)
+    readonly property real phase: clock.phase(Motion.pulseSpeed)
 
     text: title
     font: Type.title

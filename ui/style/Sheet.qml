@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Lumvale.Style
 
 /// Base of modal popups, centred over a scrim. Escape closes it; the focus then returns to the previous item.
 T.Popup {
@@ -43,6 +44,8 @@ T.Popup {
     }
 
     enter: Transition {
+        enabled: !ReducedMotion.isRequested
+
         NumberAnimation {
             property: "opacity"
             from: 0
