@@ -19,11 +19,12 @@
 using namespace Qt::StringLiterals;
 
 UninstallViewModel::UninstallViewModel(platform::Disk disk, HistoryStore& history,
-                                       platform::Executor executor, QObject* parent)
+                                       platform::Executor executor, QObject* parent, RunningCheck isRunning)
     : QObject(parent),
       m_disk(std::move(disk)),
       m_history(history),
       m_executor(std::move(executor)),
+      m_isRunning(std::move(isRunning)),
       m_apps(this),
       m_loading(this),
       m_leftovers(this),
@@ -113,6 +114,12 @@ void UninstallViewModel::toggleSelectedApp() {
 void UninstallViewModel::setShowDeleteConfirm(bool show) {
     m_showDeleteConfirm = show;
     Q_EMIT showDeleteConfirmChanged();
+}
+
+void UninstallViewModel::requestUninstall() {
+    m_isSelectedAppRunning = m_selectedApp && m_selectedApp->bundleIdentifier
+                             && m_isRunning(m_disk, *m_selectedApp->bundleIdentifier);
+    setShowDeleteConfirm(true);
 }
 
 void UninstallViewModel::confirmUninstall() {

@@ -8,11 +8,13 @@
 #include "core/removal/deletion.h"
 #include "platform/base/executor.h"
 #include "platform/files/disk.h"
+#include "platform/system/running_application.h"
 
 #include <QByteArray>
 #include <QObject>
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
@@ -44,6 +46,7 @@ class UninstallViewModel : public QObject {
     Q_PROPERTY(QString selectedSize READ selectedSize NOTIFY selectionChanged)
     Q_PROPERTY(bool showDeleteConfirm READ showDeleteConfirm WRITE setShowDeleteConfirm NOTIFY
                    showDeleteConfirmChanged)
+    Q_PROPERTY(bool isSelectedAppRunning READ isSelectedAppRunning NOTIFY showDeleteConfirmChanged)
     Q_PROPERTY(bool hasUninstalled READ hasUninstalled NOTIFY lastUninstalledChanged)
     Q_PROPERTY(QString lastUninstalled READ lastUninstalledName NOTIFY lastUninstalledChanged)
     Q_PROPERTY(QString movedText READ movedText NOTIFY lastUninstalledChanged)
@@ -51,9 +54,11 @@ class UninstallViewModel : public QObject {
     Q_PROPERTY(QString freeSpaceText READ freeSpaceText NOTIFY freeSpaceTextChanged)
 
 public:
+    using RunningCheck = std::function<bool(const platform::Disk&, const std::string& bundleIdentifier)>;
+
     /// Does not access the disk.
     UninstallViewModel(platform::Disk disk, HistoryStore& history, platform::Executor executor,
-                       QObject* parent = nullptr);
+                       QObject* parent = nullptr, RunningCheck isRunning = platform::isApplicationRunning);
 
     const std::vector<core::InstalledApp>& apps() const { return m_apps.apps(); }
     bool isLoadingApps() const { return m_loading.isRunning(); }
@@ -76,7 +81,7 @@ public:
     Q_INVOKABLE void searchAgain();   ///< selects the selected application anew
     Q_INVOKABLE void clearSelection();
     Q_INVOKABLE void toggleSelectedApp();
-    Q_INVOKABLE void requestUninstall() { setShowDeleteConfirm(true); }
+    Q_INVOKABLE void requestUninstall(); ///< also while the confirmation is showing, to update it
     /// Starts moving the checked files to the Trash, then the application if checked. At the end the history
     /// gets one entry with what was moved. The application leaves the list if it and all files were moved;
     /// otherwise the list is loaded again. Does nothing during a removal.
@@ -95,6 +100,7 @@ public:
     QString selectedAppSize() const;
     QByteArray selectedBundle() const; ///< path as bytes, for the icon
     bool isSelectedAppChecked() const { return m_selectedApp && checked().contains(m_selectedApp->id); }
+    bool isSelectedAppRunning() const { return m_isSelectedAppRunning; } ///< at the last requestUninstall()
     ScanItemsModel* leftoversModel() { return &m_leftovers; }
     bool hasLeftovers() const { return !leftovers().empty(); }
     int checkedCount() const { return static_cast<int>(checked().size()); }
@@ -125,6 +131,7 @@ private:
     platform::Disk m_disk;
     HistoryStore& m_history;
     platform::Executor m_executor;
+    RunningCheck m_isRunning;
     InstalledAppsModel m_apps;
     BackgroundTask m_loading;
     std::optional<core::InstalledApp> m_selectedApp;
@@ -133,6 +140,7 @@ private:
     BackgroundTask m_removal;
     PutBackModel m_putBack;
     bool m_showDeleteConfirm = false;
+    bool m_isSelectedAppRunning = false;
     std::optional<std::string> m_lastUninstalled; ///< set only if the application itself was moved
     struct KeptApp {
         std::string name;

@@ -55,7 +55,11 @@ protected:
     TemporaryDisk m_disk;
     HistoryStore m_history{m_disk.disk()};
     HandCranked m_jobs;
-    UninstallViewModel m_model{m_disk.disk(), m_history, m_jobs.executor()};
+    std::string m_running; ///< identifier of the only running application
+    UninstallViewModel m_model{m_disk.disk(), m_history, m_jobs.executor(), nullptr,
+                               [this](const platform::Disk&, const std::string& identifier) {
+                                   return identifier == m_running;
+                               }};
     QAbstractItemModelTester m_tester{m_model.appsModel(),
                                       QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
@@ -101,6 +105,20 @@ TEST_F(UninstallViewModelTest, SortsItsApplicationsBySizeOrName) {
     EXPECT_EQ(apps.at(0).name, "Solo");
     EXPECT_EQ(apps.sortBySize(false, 0), 1);
     EXPECT_EQ(apps.sortBySize(true, -1), -1);
+}
+
+TEST_F(UninstallViewModelTest, ChecksAtEachRequestWhetherTheApplicationRuns) {
+    const std::string plist =
+        "<plist><dict><key>CFBundleIdentifier</key><string>a.notes</string></dict></plist>";
+    m_disk.write("/Applications/Notes.app/Contents/Info.plist", plist);
+    load();
+    for (const auto& [row, running, expected] :
+         {std::tuple(notes, "a.notes", true), {notes, "a.paint", false}, {paint, "a.notes", false}}) {
+        m_running = running;
+        m_model.select(row);
+        m_model.requestUninstall();
+        EXPECT_EQ(m_model.isSelectedAppRunning(), expected) << row << ' ' << running;
+    }
 }
 
 TEST_F(UninstallViewModelTest, MovesTickedFilesInTheirOrderAndTheApplication) {

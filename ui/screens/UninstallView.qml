@@ -17,6 +17,8 @@ TabScreen {
                                        ? "« " + model.selectedAppName + " » : " + model.checkedCount + " "
                                          + Texts.tr("selected_count_suffix") + " · " + model.selectedSize + "\n"
                                          + Texts.tr("alert_confirm_delete_message")
+                                         + (model.isSelectedAppRunning
+                                            ? "\n" + Texts.tr("app_running").arg(model.selectedAppName) : "")
                                        : ""
 
     function open(row: int): void {
@@ -58,6 +60,11 @@ TabScreen {
         // Keeps the message while the dialog is closing.
         if (question.length > 0)
             dialog.message = question;
+    }
+    Window.onActiveChanged: {
+        // The user may have quit the application in between.
+        if (Window.active && model.showDeleteConfirm)
+            model.requestUninstall();
     }
     Component.onCompleted: {
         if (!model.hasApps)
