@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace platform {
@@ -43,8 +44,9 @@ enum class PhotoPictureKind {
 
 /// A file from which an asset can be shown.
 struct PhotoPicture {
-    Descriptor file;        ///< open for reading; may be empty
-    bool isInCloud = false; ///< the library lists the asset, but its original is not on this disk
+    Descriptor file;            ///< open for reading; may be empty
+    bool isInCloud = false;     ///< the library lists the asset, but its original is not on this disk
+    std::string originalPath{}; ///< on this disk; empty if the original isn't there or the path is unknown
 };
 
 /// The outcome of a deletion of assets. Except for `done`, the library is unchanged.

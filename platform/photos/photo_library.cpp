@@ -70,11 +70,15 @@ bool leadsDown(std::string_view relative) {
     return !relative.empty() && relative.find('\0') == std::string_view::npos && standardized(path) == path;
 }
 
+std::string originalsFolder(const Disk& disk) {
+    return joined(photoLibraryFolder(disk), "originals");
+}
+
 Result<Descriptor> openOriginal(const Disk& disk, const PhotoCatalogue::Original& original) {
     if (!leadsDown(original.folder) || !leadsDown(original.name)
         || original.name.find('/') != std::string::npos)
         return posixError(EINVAL);
-    const Result<Descriptor> originals = disk.openFolder(joined(photoLibraryFolder(disk), "originals"));
+    const Result<Descriptor> originals = disk.openFolder(originalsFolder(disk));
     if (!originals)
         return originals.error();
     Descriptor folder = system::openFolderBelow(originals->number(), original.folder.c_str());
@@ -134,16 +138,21 @@ PhotoPicture PhotoLibrary::picture(std::string_view localIdentifier, PhotoPictur
     };
     if (!read(m_disk, find) || !original)
         return {};
-    if (kind != PhotoPictureKind::original) {
-        const bool isLargest = kind == PhotoPictureKind::rendition;
-        Descriptor file = rendition(m_disk, uuidOf(localIdentifier), isLargest);
-        if (file || isLargest)
-            return {std::move(file), false};
-    }
+    PhotoPicture picture;
     Result<Descriptor> file = openOriginal(m_disk, *original);
     if (file)
-        return {std::move(*file), false};
-    return {Descriptor(), file.error().code == ENOENT};
+        picture.originalPath = joined(joined(originalsFolder(m_disk), original->folder), original->name);
+    if (kind != PhotoPictureKind::original) {
+        const bool isLargest = kind == PhotoPictureKind::rendition;
+        picture.file = rendition(m_disk, uuidOf(localIdentifier), isLargest);
+        if (picture.file || isLargest)
+            return picture;
+    }
+    if (file)
+        picture.file = std::move(*file);
+    else
+        picture.isInCloud = file.error().code == ENOENT;
+    return picture;
 }
 
 bool PhotoLibrary::isChangeable() const {

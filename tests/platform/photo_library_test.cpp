@@ -219,6 +219,10 @@ TEST_F(PhotoLibraryOnDisk, OpensPicturesInsideTheLibraryOnly) {
     };
     for (const auto& [asset, size] : cases)
         EXPECT_EQ(found(asset.uuid, PhotoPictureKind::thumbnail), size) << asset.uuid;
+    for (const auto& [uuid, path] :
+         {std::pair("SMALL", at(originals + "/A/SMALL.jpeg")), {"ONLY", ""}, {"LINK", ""}})
+        EXPECT_EQ(library.picture(uuid + std::string("/L0/001"), PhotoPictureKind::thumbnail).originalPath,
+                  path);
     EXPECT_EQ(found("SMALL", PhotoPictureKind::original), 1);
     EXPECT_EQ(found("SMALL", PhotoPictureKind::rendition), 4);
     EXPECT_EQ(found("ONLY", PhotoPictureKind::original), inCloud);

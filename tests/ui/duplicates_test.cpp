@@ -216,6 +216,9 @@ void DuplicatesTest::showsPhotosLarge() {
     checkTicked("", 0, "Zero KB"); // as before the double click
     QTRY_COMPARE(window()->grabWindow().pixelColor(Driver::centre(*m_driver->item("preview"))),
                  QColor(Qt::red));
+    m_driver->key(Qt::Key_Menu);
+    QTRY_COMPARE(menuEntries().size(), 2); // and the keys go to the preview again when it has closed
+    m_driver->key(Qt::Key_Escape);
     for (const auto& [key, next, ticks] : {std::tuple(Qt::Key_Space, "A2", "A2"),
                                            {Qt::Key_Right, "A3", "A2"},
                                            {Qt::Key_Right, "A3", "A2"},
@@ -233,9 +236,16 @@ void DuplicatesTest::showsPhotosLarge() {
     QTRY_COMPARE(m_driver->itemsInSight("previewCheckBox").size(), 1U); // the kept photo has none
     m_driver->click(*m_driver->itemsInSight("previewCheckBox").front());
     QCOMPARE(ticked(), "A3");
+    m_driver->key(Qt::Key_Left);
+    m_driver->key(Qt::Key_Menu); // A1 is in iCloud only
+    QVERIFY(menuEntries().isEmpty());
+    m_driver->key(Qt::Key_Right);
     m_driver->click("closeButton");
     QTRY_VERIFY(!m_driver->isShown("photoPage"));
     // The focus is on the photo that was shown last.
+    m_driver->key(Qt::Key_Menu);
+    QTRY_COMPARE(menuEntries().size(), 2);
+    m_driver->key(Qt::Key_Escape);
     m_driver->key(Qt::Key_Return);
     QTRY_COMPARE(m_driver->text("previewTitle"), "A2");
     m_driver->key(Qt::Key_Right);

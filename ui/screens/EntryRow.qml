@@ -10,14 +10,9 @@ KeyboardRow {
     /// Exact path on the disk, as bytes.
     property var path
 
-    readonly property string pathText: path === undefined ? "" : FileActions.text(path)
+    readonly property alias pathText: menu.pathText
 
-    onMenuRequested: (position, reason) => {
-        if (pathText.length === 0)
-            return;
-        menu.active = true;
-        (menu.item as EntryMenu).openAt(position, reason);
-    }
+    onMenuRequested: (position, reason) => menu.openAt(position, reason)
 
     Tip {
         text: menu.isOpen ? "" : root.pathText
@@ -25,18 +20,9 @@ KeyboardRow {
         isPressed: root.pressed
     }
 
-    // Loaded at its first use.
-    Loader {
+    EntryMenuLoader {
         id: menu
-
-        readonly property bool isOpen: status === Loader.Ready && (item as EntryMenu).visible
-
-        active: false
-        // Loader cannot use a bound component in Qt 6.4, so qmllint cannot resolve these ids.
-        sourceComponent: EntryMenu {
-            parent: root // qmllint disable unqualified
-            path: root.path // qmllint disable unqualified
-            onFocusReturned: reason => root.list.takeFocus(reason) // qmllint disable unqualified
-        }
+        path: root.path
+        onFocusReturned: reason => root.list.takeFocus(reason)
     }
 }

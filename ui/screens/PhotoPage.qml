@@ -3,7 +3,8 @@ import QtQuick.Templates as T
 import Lumvale
 import Lumvale.Style
 
-/// One photo or video, large, with its name, size, date and dimensions. It can be ticked unless it is the kept one.
+/// One photo or video, large, with its name, size, date and dimensions. It can be ticked unless it is the kept one. A
+/// context menu tells where its original is.
 FocusScope {
     id: root
 
@@ -40,6 +41,7 @@ FocusScope {
     Accessible.description: facts
     Accessible.focusable: true
     Accessible.ignored: !isKept
+    Keys.onPressed: event => event.accepted = menu.openByKey(event)
 
     Column {
         id: header
@@ -109,6 +111,16 @@ FocusScope {
         color: GCColor.white(0.05)
         border.color: root.checked ? GCColor.danger : GCColor.alpha(GCColor.glowTeal, 0.55)
         border.width: root.isKept || root.checked ? 2 : 0
+
+        EntryMenuLoader {
+            id: menu
+            path: picture.originalPath
+            onFocusReturned: reason => root.forceActiveFocus(reason)
+        }
+
+        RightButtonArea {
+            onPressed: mouse => menu.openAt(Qt.point(mouse.x, mouse.y), Qt.MouseFocusReason)
+        }
 
         PhotoThumbnail {
             id: picture

@@ -14,6 +14,7 @@ Rectangle {
     required property bool isHovered
 
     readonly property alias isInCloud: thumbnail.iCloudOnly
+    readonly property alias originalPath: thumbnail.originalPath
 
     radius: Metrics.tileRadius
     color: GCColor.white(0.05)

@@ -4,7 +4,7 @@ import Lumvale
 import Lumvale.Style
 
 /// One photo or video of a group, with its name. The tile is a check box, except for the photo that is kept. A double
-/// click or the button in the corner asks for a preview.
+/// click or the button in the corner asks for a preview. The tip and the context menu tell where its original is.
 FocusScope {
     id: root
 
@@ -26,6 +26,7 @@ FocusScope {
                                            + (isVideo ? ", " + Texts.tr("photo_is_video") : "")
                                            + (picture.isInCloud ? ", " + Texts.tr("photo_in_cloud") : "")
                                            + (isFavorite ? ", ♥" : "")
+                                           + (menu.pathText.length > 0 ? ", " + menu.pathText : "")
 
     signal clicked
     signal previewRequested
@@ -40,6 +41,7 @@ FocusScope {
     Accessible.ignored: !isKept
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
+    Keys.onPressed: event => event.accepted = menu.openByKey(event)
 
     PhotoPicture {
         id: picture
@@ -72,11 +74,10 @@ FocusScope {
         Accessible.ignored: true
     }
 
-    Tip {
-        parent: (root.isKept ? root : button) as Item
-        text: root.name
-        isFocused: root.isCurrent
-        isPressed: button.pressed
+    EntryMenuLoader {
+        id: menu
+        path: picture.originalPath
+        onFocusReturned: reason => root.list.takeFocus(reason)
     }
 
     T.AbstractButton {
@@ -108,11 +109,19 @@ FocusScope {
             event.accepted = root.list.takeText(event);
         }
 
+        Tip {
+            text: menu.isOpen ? "" : root.title + (menu.pathText.length > 0 ? "\n" + menu.pathText : "")
+            isFocused: root.isCurrent
+            isPressed: button.pressed
+        }
+
         RowPointerHandler {
             list: root.list
         }
 
-        RightButtonArea {}
+        RightButtonArea {
+            onPressed: mouse => menu.openAt(Qt.point(mouse.x, mouse.y), Qt.MouseFocusReason)
+        }
 
         T.AbstractButton {
             id: loupe

@@ -11,6 +11,7 @@ class PhotoThumbnail : public ThumbnailItem {
     Q_PROPERTY(QByteArray assetID READ assetID WRITE setAssetID NOTIFY assetIDChanged)
     Q_PROPERTY(bool isLarge MEMBER m_isLarge FINAL) // set before the item is complete
     Q_PROPERTY(bool iCloudOnly READ iCloudOnly NOTIFY thumbnailChanged)
+    Q_PROPERTY(QByteArray originalPath READ originalPath NOTIFY thumbnailChanged)
     QML_ELEMENT
 
 public:
@@ -21,6 +22,7 @@ public:
     bool iCloudOnly() const {
         return thumbnail().isInCloud;
     } ///< no thumbnail: the original isn't on the disk
+    QByteArray originalPath() const { return thumbnail().originalPath; } ///< empty until it is known
 
 Q_SIGNALS:
     void assetIDChanged();

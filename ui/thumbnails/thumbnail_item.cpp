@@ -46,7 +46,8 @@ void ThumbnailItem::refresh() {
 
 void ThumbnailItem::show(const Thumbnail& thumbnail, bool isKnown) {
     const bool isSame = thumbnail.image.isNull() && !isLoaded()
-                        && thumbnail.isInCloud == m_thumbnail.isInCloud && isKnown == m_isKnown;
+                        && thumbnail.isInCloud == m_thumbnail.isInCloud
+                        && thumbnail.originalPath == m_thumbnail.originalPath && isKnown == m_isKnown;
     if (isSame)
         return;
     m_thumbnail = thumbnail;

@@ -18,15 +18,17 @@ constexpr qsizetype maxConcurrentLoads = 2;
 /// Returns the original, or the largest rendition if the original is missing or can't be decoded.
 Thumbnail readPreview(const platform::PhotoLibrary& photos, std::string_view id) {
     using enum platform::PhotoPictureKind;
-    bool isInCloud = false;
+    Thumbnail preview;
     for (const platform::PhotoPictureKind kind : {original, rendition}) {
         platform::PhotoPicture picture = photos.picture(id, kind);
-        isInCloud = isInCloud || picture.isInCloud;
-        QImage image = picture.file ? decodePreview(std::move(picture.file)) : QImage();
-        if (!image.isNull())
-            return {std::move(image)};
+        preview.originalPath = QByteArray::fromStdString(picture.originalPath);
+        if (picture.file)
+            preview.image = decodePreview(std::move(picture.file));
+        preview.isInCloud = preview.image.isNull() && (preview.isInCloud || picture.isInCloud);
+        if (!preview.image.isNull())
+            break;
     }
-    return {{}, isInCloud};
+    return preview;
 }
 
 Thumbnail read(const platform::Disk& disk, const platform::PhotoLibrary& photos,
@@ -39,8 +41,8 @@ Thumbnail read(const platform::Disk& disk, const platform::PhotoLibrary& photos,
     if (source.kind == ThumbnailSource::Kind::photoPreview)
         return readPreview(photos, id);
     platform::PhotoPicture picture = photos.picture(id, platform::PhotoPictureKind::thumbnail);
-    return picture.file ? Thumbnail{decodeThumbnail(std::move(picture.file))}
-                        : Thumbnail{{}, picture.isInCloud};
+    return {picture.file ? decodeThumbnail(std::move(picture.file)) : QImage(), picture.isInCloud,
+            QByteArray::fromStdString(picture.originalPath)};
 }
 
 } // namespace
@@ -106,7 +108,8 @@ void ThumbnailLoader::finish(const ThumbnailSource& source, Thumbnail thumbnail,
         constexpr qsizetype entryOverhead = 200; // bytes
         if (source.kind != ThumbnailSource::Kind::photoPreview)
             m_cache.insert(source, new Thumbnail(thumbnail),
-                           thumbnail.image.sizeInBytes() + source.id.size() + entryOverhead);
+                           thumbnail.image.sizeInBytes() + source.id.size() + thumbnail.originalPath.size()
+                               + entryOverhead);
         // Removed before the callbacks run, since these may add requests.
         std::vector<Request> answered;
         const auto asked =

@@ -33,8 +33,9 @@ std::size_t qHash(const ThumbnailSource& source, std::size_t seed = 0);
 
 /// The thumbnail of an object, or the reason why there is none.
 struct Thumbnail {
-    QImage image;           ///< null if there is none
-    bool isInCloud = false; ///< the original is in iCloud only; `image` is null
+    QImage image;              ///< null if there is none
+    bool isInCloud = false;    ///< the original is in iCloud only; `image` is null
+    QByteArray originalPath{}; ///< exact path of a photo's original; empty if it isn't on the disk
 };
 
 /// Loads thumbnails of the photo library's assets and icons of applications in the background and caches the
