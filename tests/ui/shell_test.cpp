@@ -4,6 +4,8 @@
 
 #include <QSignalSpy>
 
+#include <QKeyEvent>
+
 #include <array>
 #include <tuple>
 #include <utility>
@@ -89,6 +91,17 @@ void ShellTest::changesTabsByShortcuts() {
         checkSelected(tab);
     }
     QVERIFY(hasFocus("scanButton"));
+    // By position where the layout has no digit without Shift: 1 and 2 of a French keyboard.
+    const std::tuple<Qt::Key, quint32, quint32, const char*> positions[]{
+        // with the codes of X11 and of a Mac
+        {Qt::Key_Eacute, 11, 0x13, "tab_uninstall"},
+        {Qt::Key_Ampersand, 10, 0x12, "tab_cleanup"},
+        {Qt::Key_Apostrophe, 48, 0x27, "tab_cleanup"}}; // not in the digit row of a US keyboard
+    for (const auto& [key, scanCode, virtualKey, tab] : positions) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::ControlModifier, scanCode, virtualKey, 0);
+        QCoreApplication::sendEvent(window(), &event);
+        checkSelected(tab);
+    }
     QTRY_COMPARE(m_driver->text("tipText"), "Ctrl+R");
 }
 

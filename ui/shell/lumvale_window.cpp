@@ -1,6 +1,7 @@
 #include "ui/shell/lumvale_window.h"
 
 #include "ui/shell/close_filter.h"
+#include "ui/shell/digit_row.h"
 #include "ui/shell/file_actions.h"
 #include "ui/shell/input_filter.h"
 #include "ui/shell/modal_accessibility.h"
@@ -42,6 +43,7 @@ LumvaleWindow::LumvaleWindow(platform::Disk disk, HistoryStore& history, platfor
     QmlModules::load(m_engine, QStringLiteral("Main"));
     if (window()) {
         new InputFilter(window());
+        new DigitRow(window());
         new CloseFilter(window());
         new ModalAccessibility(window());
         setMinimumSize(*window());
