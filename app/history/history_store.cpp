@@ -7,13 +7,20 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
+#include <string_view>
+#include <tuple>
 
 namespace {
 
 constexpr std::chrono::seconds maxAge{30 * 86'400};
 
-// About 500,000 entries, more than 30 days can produce; parsed fast enough for the interface thread.
+// Parsed fast enough for the interface thread.
 constexpr std::size_t maxFileBytes = std::size_t{64} * 1024 * 1024;
+
+// More than 30 days produce, unless somebody deletes a huge number of entries of the Trash one by one. With
+// names of 255 bytes the file has half of the greatest size.
+constexpr std::size_t maxEntries = 100'000;
 
 bool isNewer(const HistoryEntry& a, const HistoryEntry& b) {
     return a.secondsSince2001 > b.secondsSince2001;
@@ -53,18 +60,22 @@ std::vector<HistoryEntry> HistoryStore::record(const std::vector<Deletion>& dele
 }
 
 void HistoryStore::correct(const std::vector<Correction>& corrections) {
-    bool isChanged = false;
-    for (const auto& [recorded, remaining] : corrections) {
-        const auto entry = std::find(m_entries.begin(), m_entries.end(), recorded);
-        if (entry == m_entries.end())
-            continue;
-        if (remaining)
-            *entry = *remaining;
-        else
-            m_entries.erase(entry);
-        isChanged = true;
+    const auto key = [](const HistoryEntry& entry) {
+        return std::tuple(entry.secondsSince2001, std::string_view(entry.name), entry.sizeBytes);
+    };
+    std::multimap<decltype(key(HistoryEntry())), const Correction*> pending;
+    for (const Correction& correction : corrections)
+        pending.emplace(key(correction.recorded), &correction);
+    std::vector<HistoryEntry> entries;
+    for (HistoryEntry& entry : m_entries) {
+        const auto found = pending.find(key(entry));
+        if (found == pending.end())
+            entries.push_back(std::move(entry));
+        else if (const auto& [recorded, remaining] = *pending.extract(found).mapped(); remaining)
+            entries.push_back(*remaining);
     }
-    if (!isChanged)
+    m_entries = std::move(entries);
+    if (pending.size() == corrections.size())
         return;
     Q_EMIT entriesChanged();
     save();
@@ -76,6 +87,7 @@ void HistoryStore::prune(platform::Date now) {
     std::erase_if(m_entries, [&](const HistoryEntry& entry) { return !(entry.date() >= cutOff); });
     if (!std::is_sorted(m_entries.begin(), m_entries.end(), isNewer))
         std::stable_sort(m_entries.begin(), m_entries.end(), isNewer);
+    m_entries.resize(std::min(m_entries.size(), maxEntries));
     Q_EMIT entriesChanged();
 }
 

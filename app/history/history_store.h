@@ -5,8 +5,8 @@
 
 #include <QObject>
 
-/// The deletions of the last 30 days, newest first, stored in a file on the disk. Interface thread only.
-/// Errors of reading or writing the file are ignored; the entries in memory remain valid.
+/// The deletions of the last 30 days, newest first, at most 100,000, stored in a file on the disk. Interface
+/// thread only. Errors of reading or writing the file are ignored; the entries in memory remain valid.
 class HistoryStore : public QObject {
     Q_OBJECT
 
@@ -38,7 +38,8 @@ public:
     /// anything changed.
     void correct(const std::vector<Correction>& corrections);
 
-    /// Removes entries older than 30 days and sorts newest first. Does not write the file.
+    /// Sorts newest first and removes entries older than 30 days or beyond the greatest number. Does not
+    /// write the file.
     void prune(platform::Date now = platform::now());
     void save() const; ///< writes the file
 

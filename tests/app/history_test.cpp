@@ -102,5 +102,8 @@ TEST(HistoryStore, RecordsSeveralDeletionsAtOnceBehindALink) {
     disk.make(file + " -> ../outside.json");
     HistoryStore(disk.disk()).record({{"first", 1}, {"last", 2}});
     EXPECT_EQ(names(HistoryStore(disk.disk()).entries()), (Names{"last", "first"}));
+    const std::string longest(255, 'x');
+    HistoryStore(disk.disk()).record(std::vector<HistoryStore::Deletion>(100'001, {longest, 2}));
+    EXPECT_EQ(HistoryStore(disk.disk()).entries().size(), 100'000U);
     EXPECT_TRUE(disk.exists("~/Library/Application Support/outside.json"));
 }
