@@ -37,6 +37,8 @@ void DuplicatePhotosViewModel::requestAccess() {
 
 void DuplicatePhotosViewModel::scan() {
     m_wasScanStopped = false;
+    m_deletion = platform::PhotoDeletion::done;
+    Q_EMIT deletionChanged();
     m_groups.setChecked({});
     core::LumvalePhotoDuplicates::canDelete(
         [model = QPointer(this)](bool canDelete) {

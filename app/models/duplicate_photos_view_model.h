@@ -70,7 +70,8 @@ public:
     Q_INVOKABLE void requestDelete();
     /// Moves the checked items to the library's "Recently Deleted" album, records the deletion in the history
     /// and scans again. If it fails or is stopped, or if the user declines the system's own question, nothing
-    /// changes, and hasDeletionFailed() or wasDeletionStopped() is set. Ignored while a deletion is running.
+    /// changes, and hasDeletionFailed() or wasDeletionStopped() is set until the next scan. Ignored while a
+    /// deletion is running.
     Q_INVOKABLE void confirmDelete();
 
     // The state above as properties for QML.

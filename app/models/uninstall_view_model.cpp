@@ -49,6 +49,12 @@ std::int64_t UninstallViewModel::selectedBytes() const {
 }
 
 void UninstallViewModel::loadApps() {
+    m_keptApp.reset();
+    Q_EMIT lastUninstalledChanged();
+    reloadApps();
+}
+
+void UninstallViewModel::reloadApps() {
     m_loading.run(
         m_executor,
         [disk = m_disk](platform::Progress& progress) {
@@ -154,10 +160,8 @@ void UninstallViewModel::confirmUninstall() {
 }
 
 void UninstallViewModel::takePutBack() {
-    m_keptApp.reset();
     m_deletion.reset();
     m_lastUninstalled.reset();
-    Q_EMIT lastUninstalledChanged();
     loadApps();
 }
 
@@ -182,7 +186,7 @@ void UninstallViewModel::takeRemoval(const core::InstalledApp& app, core::Deleti
         Q_EMIT appsChanged();
         refreshFreeSpace();
     } else {
-        loadApps();
+        reloadApps();
     }
 }
 

@@ -108,7 +108,7 @@ public:
     bool hasUninstalled() const { return m_lastUninstalled.has_value(); }
     QString lastUninstalledName() const;
     QString movedText() const;  ///< what the last removal moved, unless the application was moved
-    QString stayedText() const; ///< what it left and why
+    QString stayedText() const; ///< what it left and why; the application only until the next loadApps()
 
 Q_SIGNALS:
     void appsChanged();
@@ -122,6 +122,7 @@ Q_SIGNALS:
     void freeSpaceTextChanged();
 
 private:
+    void reloadApps();
     void setSelectedApp(std::optional<core::InstalledApp> app);
     void setLeftovers(std::vector<core::ScanItem> items);
     void takeRemoval(const core::InstalledApp& app, core::DeletionOutcome outcome);

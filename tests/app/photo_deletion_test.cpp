@@ -39,7 +39,8 @@ TEST(PhotoDeletion, FailureIsToldAndADeclinedQuestionIsNot) {
     model.setChecked({"B"});
     for (const auto& [outcome, isTold] : {std::pair(PhotoDeletion::declined, false),
                                           {PhotoDeletion::failed, true},
-                                          {PhotoDeletion::declined, false}}) {
+                                          {PhotoDeletion::declined, false},
+                                          {PhotoDeletion::failed, true}}) {
         answer = outcome;
         model.confirmDelete();
         jobs.run();
@@ -48,4 +49,6 @@ TEST(PhotoDeletion, FailureIsToldAndADeclinedQuestionIsNot) {
         EXPECT_EQ(model.checkedCount(), 1);
         EXPECT_TRUE(history.entries().empty());
     }
+    model.scan();
+    EXPECT_FALSE(model.hasDeletionFailed()) << "the search may find fewer photos";
 }

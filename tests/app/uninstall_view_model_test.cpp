@@ -150,6 +150,8 @@ TEST_F(UninstallViewModelTest, TellsWhatStayedAndKeepsItsApplicationInTheList) {
     EXPECT_EQ(m_model.movedText(), u"2 éléments mis à la corbeille");
     EXPECT_FALSE(m_model.hasUninstalled());
     EXPECT_EQ(m_model.apps().at(0).name, "Notes");
+    load();
+    EXPECT_EQ(m_model.stayedText(), u"1 élément est resté à sa place : "_s + reason);
 
     pick(paint);
     m_model.toggleSelectedApp(); // moves its files only
