@@ -10,7 +10,6 @@
 #include "platform/base/bytes.h"
 
 #include <QPointer>
-#include <QStringList>
 
 #include <algorithm>
 #include <map>
@@ -197,14 +196,11 @@ QString UninstallViewModel::movedText() const {
 }
 
 QString UninstallViewModel::stayedText() const {
-    QStringList sentences;
-    if (m_keptApp)
-        sentences.append(
-            ::tr(u"app_stayed"_s).arg(display::name(m_keptApp->name), outcome::reason(m_keptApp->error)));
-    if (m_deletion)
-        sentences.append(outcome::stayed(*m_deletion));
-    sentences.removeAll(QString());
-    return sentences.join(u'\n');
+    const QString app =
+        m_keptApp
+            ? ::tr(u"app_stayed"_s).arg(display::name(m_keptApp->name), outcome::reason(m_keptApp->error))
+            : QString();
+    return outcome::joined({app, m_deletion ? outcome::stayed(*m_deletion) : QString()});
 }
 
 std::vector<std::string> UninstallViewModel::checkedPaths() const {

@@ -4,8 +4,6 @@
 #include "app/text/display.h"
 #include "core/removal/reason_key.h"
 
-#include <QStringList>
-
 #include <algorithm>
 #include <map>
 #include <string_view>
@@ -45,13 +43,18 @@ QString sentences(const std::vector<Failure>& failures, ReasonKey reasonKey, con
                              .arg(reasons(failures, reasonKey)));
     if (!left.empty())
         sentences.append(outcome::counted(leftKey, static_cast<std::int64_t>(left.size())));
-    return sentences.join(u'\n');
+    return outcome::joined(sentences);
 }
 
 } // namespace
 
 QString outcome::counted(const QString& key, std::int64_t number) {
     return tr(key, number).arg(display::count(number));
+}
+
+QString outcome::joined(QStringList sentences) {
+    sentences.removeAll(QString());
+    return sentences.join(u'\n');
 }
 
 QString outcome::reason(const platform::Error& error) {
@@ -70,12 +73,9 @@ QString outcome::stayed(const core::DeletionOutcome& deletion) {
     std::vector<core::DeletionFailure> failed = deletion.failed;
     const auto gone =
         std::erase_if(failed, [](const core::DeletionFailure& failure) { return isGone(failure.error); });
-    const QString stayed = sentences(failed, core::LumvaleScanner::deletionReasonKey, u"stayed"_s,
-                                     deletion.left, u"removal_stopped"_s);
-    if (gone == 0)
-        return stayed;
-    const QString goneText = counted(u"already_gone"_s, static_cast<std::int64_t>(gone));
-    return stayed.isEmpty() ? goneText : goneText + u'\n' + stayed;
+    return joined({gone > 0 ? counted(u"already_gone"_s, static_cast<std::int64_t>(gone)) : QString(),
+                   sentences(failed, core::LumvaleScanner::deletionReasonKey, u"stayed"_s, deletion.left,
+                             u"removal_stopped"_s)});
 }
 
 QString outcome::notPutBack(const core::PutBackOutcome& putBack) {

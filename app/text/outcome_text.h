@@ -6,12 +6,16 @@
 #include <cstdint>
 
 #include <QString>
+#include <QStringList>
 
 /// Sentences in the interface language about what an operation does or did.
 namespace outcome {
 
 /// Returns the text of `key` in the plural form for this number, which replaces %1.
 QString counted(const QString& key, std::int64_t number);
+
+/// Returns the sentences that are not empty, one a line.
+QString joined(QStringList sentences);
 
 /// Returns the reason why an entry could not be deleted.
 QString reason(const platform::Error& error);
