@@ -34,7 +34,7 @@ std::size_t qHash(const ThumbnailSource& source, std::size_t seed = 0);
 /// The thumbnail of an object, or the reason why there is none.
 struct Thumbnail {
     QImage image;              ///< null if there is none
-    bool isInCloud = false;    ///< the original is in iCloud only; `image` is null
+    bool isInCloud = false;    ///< the original is not in the library on this disk; `image` is null
     QByteArray originalPath{}; ///< exact path of a photo's original; empty if it isn't on the disk
 };
 
