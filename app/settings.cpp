@@ -3,7 +3,7 @@
 #include <QSettings>
 
 void Settings::useFolder(const QString& folder) {
-    // Of QSettings' formats only INI has a path that can be set on every system.
+    // INI is the only format of QSettings whose path can be set on every system.
     QSettings::setDefaultFormat(QSettings::IniFormat);
     for (const QSettings::Scope scope : {QSettings::UserScope, QSettings::SystemScope})
         QSettings::setPath(QSettings::IniFormat, scope, folder);

@@ -27,7 +27,7 @@ QByteArray block(const char* type, const QByteArray& content) {
 
 /// Returns a Mac's icon file: a block of blocks with one PNG each.
 QByteArray macIcon() {
-    // Of two types with the same side, the second is for screens of twice the resolution.
+    // The second of two types with the same side is for screens of twice the resolution.
     static constexpr std::pair<const char*, int> types[]{{"ic11", 32},  {"ic12", 64},  {"ic07", 128},
                                                          {"ic08", 256}, {"ic13", 256}, {"ic09", 512},
                                                          {"ic14", 512}, {"ic10", 1024}};

@@ -13,7 +13,7 @@ struct PartialRemoval {
     std::int64_t bytesFreed = 0;
 };
 
-/// Returns it for an entry that had this size before. Walks what is left of it.
+/// Returns the removed part of an entry that had `sizeBefore` bytes. Measures the other part by a walk.
 PartialRemoval partialRemoval(const platform::Disk& disk, const std::string& path, std::int64_t sizeBefore);
 
 } // namespace core

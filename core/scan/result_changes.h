@@ -5,7 +5,7 @@
 #include "core/removal/trash.h"
 #include "core/scan/scan_result.h"
 
-/// What a removal changes in the result of an earlier scan, which need not be repeated. Linear in the number
+/// Update the result of a scan after a removal, so that the scan need not be repeated. Linear in the number
 /// of items; any thread.
 namespace core {
 

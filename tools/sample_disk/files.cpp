@@ -118,7 +118,7 @@ constexpr Row virtualMachines[] = {
     {"Library/VirtualBox/", 420_KB, 74, logFiles},
 };
 
-/// Of at least 50 MiB (52,428,800 bytes), a file is offered as a large one.
+/// A file of at least 50 MiB (52,428,800 bytes) is offered as a large one.
 constexpr Row documents[] = {
     {"Documents/Finances/2023/", 39_MB, 330, sheets},
     {"Documents/Thesis/Interviews.wav", 1'412_MB, 1'630},

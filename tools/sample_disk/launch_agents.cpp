@@ -17,13 +17,13 @@ struct Agent {
 };
 
 constexpr Agent ofTheUser[] = {
-    // Of installed applications.
+    // Agents of installed applications.
     {"com.1password.1password-launcher", "/Applications/1Password.app/Contents/Library/Launcher", 24},
     {"com.figma.desktop-agent", "/Users/camille/Library/Figma/FigmaAgent", 19, "<false/>"},
     {"com.spotify.client.webhelper", "/Applications/Spotify.app/Contents/MacOS/SpotifyWebHelper", 3},
     {"com.tinyspeck.slackmacgap.login", "/Applications/Slack.app/Contents/MacOS/Slack", 310, "<true/>"},
     {"org.zotero.zotero.connector-server", "/Users/camille/Applications/Zotero.app/zotero", 66},
-    // Of other programs, some of them removed.
+    // Agents of other programs, some of them removed.
     {"local.camille.backup-phone", "/Users/camille/bin/backup-phone", 845, "<false/>", "backup.plist"},
     {"com.DuetUSBDaemon", "/Users/camille/Library/Duet/DuetUSBDaemon", 980},
     {"com.dropbox.DropboxMacUpdate.agent", "/Users/camille/Library/Dropbox/DropboxMacUpdate", 4},

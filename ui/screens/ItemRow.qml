@@ -22,7 +22,7 @@ EntryRow {
                                       || ListView.section !== ListView.nextSection
                                       ? Texts.tr(ListView.section) : ""
 
-    /// What screen readers tell after the name.
+    /// Accessible description; screen readers read it after the name.
     readonly property string description: (heading.length > 0 ? heading + ", " : "")
                                           + (date.length > 0 ? date + ", " : "") + Texts.tr(explanation)
                                           + (pathText.length > 0 ? ", " + pathText : "")

@@ -1,7 +1,7 @@
 import QtQuick
 import Lumvale
 
-/// Shows the progress while entries are put back, and can stop it. It asks nothing before, since nothing can be lost.
+/// Shows the progress while entries are put back, and can stop it. Has no confirmation, since nothing can be lost.
 RemovalDialog {
     objectName: "putBackDialog"
     title: confirmText

@@ -13,7 +13,7 @@ Panel {
     readonly property ItemRow currentRow: list.currentItem as ItemRow
     readonly property string currentSection: currentRow ? currentRow.ListView.section : ""
 
-    /// Of the heading that stays at the top.
+    /// Height of the heading that stays at the top.
     property real headingHeight: 0
 
     function takeFocus(reason: int): void {

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Base of the screens of the tabs: what shortcuts ask of them.
+/// Base of the tabs' screens. Shortcuts emit its signals.
 FocusScope {
     /// Scans or lists anew, unless that is running.
     signal refreshRequested
