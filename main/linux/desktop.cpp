@@ -47,8 +47,8 @@ private:
     }
 };
 
-/// Returns the colours of what Qt draws itself: the folder chooser, and title bars on Wayland if the desktop
-/// draws none. All other colours are computed from that of buttons.
+/// Returns the colors of what Qt draws itself: the folder chooser, and title bars on Wayland if the desktop
+/// draws none. All other colors are computed from that of buttons.
 QPalette darkPalette() {
     QPalette palette(QColor(0x1a, 0x22, 0x33));
     palette.setColor(QPalette::Disabled, QPalette::WindowText,

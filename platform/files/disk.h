@@ -42,8 +42,8 @@ public:
     static const Disk& current();
 
     const std::string& hostRoot() const { return m_hostRoot; }
-    const std::string& home() const { return m_home; }                          ///< standardised
-    const std::optional<std::string>& userCache() const { return m_userCache; } ///< standardised
+    const std::string& home() const { return m_home; }                          ///< standardized
+    const std::optional<std::string>& userCache() const { return m_userCache; } ///< standardized
 
     /// Returns the path `relative` below the home.
     std::string inHome(std::string_view relative) const;

@@ -9,7 +9,7 @@ namespace platform {
 /// Returns the last name, ignoring trailing slashes: "c" for "/a/b/c" and "/a/b/c/", "/" for "/".
 std::string_view lastComponent(std::string_view path);
 
-/// Returns the path of the folder that contains the entry at a standardised path: "/a" for "/a/b", "/" for
+/// Returns the path of the folder that contains the entry at a standardized path: "/a" for "/a/b", "/" for
 /// "/a".
 std::string_view parent(std::string_view path);
 
@@ -23,11 +23,11 @@ std::string_view stem(std::string_view path);
 /// Returns `folder` + "/" + `name`, with exactly one "/" between them.
 std::string joined(std::string_view folder, std::string_view name);
 
-/// Returns the standardised form of an absolute path: without "//", ".", ".." and trailing "/"; ".." above
+/// Returns the standardized form of an absolute path: without "//", ".", ".." and trailing "/"; ".." above
 /// the root is the root. Symbolic links are not resolved. Returns an empty or relative path unchanged.
 std::string standardized(std::string_view path);
 
-/// Returns true when `path` is a descendant of `folder`. Both must be standardised.
+/// Returns true when `path` is a descendant of `folder`. Both must be standardized.
 bool isBelow(std::string_view path, std::string_view folder);
 
 } // namespace platform

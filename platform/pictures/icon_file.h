@@ -29,7 +29,7 @@ struct IconPicture {
 std::optional<IconPicture> findIconPicture(const Descriptor& file, int side);
 
 /// Decodes a picture that isn't a PNG. Returns its pixels from left to right and from top to bottom, each as
-/// 0xAARRGGBB with colours that aren't multiplied by the opacity; none if the picture is damaged.
+/// 0xAARRGGBB with colors that aren't multiplied by the opacity; none if the picture is damaged.
 std::vector<std::uint32_t> readIconPixels(const Descriptor& file, const IconPicture& picture);
 
 } // namespace platform

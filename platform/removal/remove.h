@@ -8,7 +8,7 @@
 /// Operations on entries of the Trash. Both refuse any other path.
 namespace platform {
 
-/// Permanently removes the entry at `path` (standardised, below the Trash); a folder with everything below
+/// Permanently removes the entry at `path` (standardized, below the Trash); a folder with everything below
 /// it.
 ///
 /// Symbolic links are never followed, even if another process replaces entries at the same time: every folder
@@ -23,7 +23,7 @@ namespace platform {
 /// entry removed in part.
 Result<void> removeForGood(const Disk& disk, std::string_view path, Progress* progress = nullptr);
 
-/// Clears the user's immutable flag of the entry at `path` (standardised, below the Trash) and of everything
+/// Clears the user's immutable flag of the entry at `path` (standardized, below the Trash) and of everything
 /// below it on its volume, hidden entries included. Ignores failures. Changes no other flag or mode. Ends
 /// soon after `progress`, which may be null, is stopped, and counts nothing in it.
 void unlock(const Disk& disk, std::string_view path, const Progress* progress = nullptr);

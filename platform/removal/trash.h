@@ -22,7 +22,7 @@ std::string trashFolder(const Disk& disk);
 /// may be null, is stopped; counts nothing in it.
 Result<std::vector<std::string>> listTrash(const Disk& disk, Progress* progress = nullptr);
 
-/// Returns the place of the entry at `path` (standardised) below the Trash. Symbolic links from the Trash
+/// Returns the place of the entry at `path` (standardized) below the Trash. Symbolic links from the Trash
 /// downwards aren't followed. Errors are of the POSIX domain: EINVAL for a path that isn't below the Trash.
 Result<Place> placeInTrash(const Disk& disk, std::string_view path);
 

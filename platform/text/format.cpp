@@ -92,7 +92,7 @@ public:
     }
 
 private:
-    /// Returns "Zero KB": the locale's word for zero, capitalised, or the digit where it has none.
+    /// Returns "Zero KB": the locale's word for zero, capitalized, or the digit where it has none.
     std::string zero(const icu::Locale& locale) const {
         UErrorCode status = U_ZERO_ERROR;
         const auto formatted = m_formatters[kilobytesUnit].formatInt(0, status);

@@ -45,7 +45,7 @@ TEST_F(Deletion, GuardAllowsOnlyEntriesBelowUserPlaces) {
                        "/Library/Apple", "/Library/Apple/x", "/Systemx/file", "/Applicationsx/file",
                        "/Users/other/file", "/Users/me2/file", "/Volumes/Disk/file", "/var/folders/ab/x",
                        "/applications/x", "", "relative/path", "Users/me/x", " /tmp/x", "/" + longName});
-    // The guard does not normalise paths.
+    // The guard does not normalize paths.
     expectGuardAllows(true, {"/Library/../System/x", "~/Library/Caches/../../Documents"});
     expectGuardAllows(false, {"//Library/x", "/./tmp/x"});
 }
@@ -64,7 +64,7 @@ TEST_F(Deletion, GuardHoldsForUnusualHomes) {
             << home << " " << path;
 }
 
-TEST_F(Deletion, DecidesOnEveryPathAsTheGuardDoesOnItsStandardisedForm) {
+TEST_F(Deletion, DecidesOnEveryPathAsTheGuardDoesOnItsStandardizedForm) {
     const Lines outside{"/System/x",         "/usr/x",        "/Library/Apple/x", "/private/etc/x",
                         "/private/var/db/x", "/Users/other/x"};
     for (const std::string& path : outside)

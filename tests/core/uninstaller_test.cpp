@@ -108,7 +108,7 @@ TEST(Orphans, AreNeverFilesOfAnApplicationThatWasNotReadForLackOfDescriptors) {
     const TemporaryDisk disk;
     makeApp(disk, "/Applications/Notes.app", entry("CFBundleIdentifier", "com.example.editor"));
     disk.make({"~/Library/Preferences/com.example.editor.plist 9", "~/Library/WebKit/com.gone.a.tool 9"});
-    // Also, the undefined-behaviour sanitizer needs descriptors when it meets a type for the first time.
+    // Also, the undefined-behavior sanitizer needs descriptors when it meets a type for the first time.
     EXPECT_EQ(core::LumvaleUninstaller::orphanCandidates(disk.disk()).size(), 1U);
     int shortages = 0;
     for (std::size_t descriptors = 0; descriptors < 8; ++descriptors) {

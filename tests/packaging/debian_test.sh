@@ -118,7 +118,7 @@ for ((tenth = 0; tenth < 200 && colours < 1000; ++tenth)); do
     colours=$(take_photograph 2>/dev/null && identify -format %k "$photograph") || colours=0
 done
 [ -n "$window" ] || fail "no window with the title $name"
-((colours >= 1000)) || fail "its window shows $colours colours"
+((colours >= 1000)) || fail "its window shows $colours colors"
 sleep 0.5 # what fades in is whole by then
 take_photograph
 

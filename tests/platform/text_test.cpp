@@ -67,7 +67,7 @@ TEST(Path, LastComponentSplitsIntoStemAndExtension) {
     }
 }
 
-TEST(Path, IsStandardisedAsText) {
+TEST(Path, IsStandardizedAsText) {
     const std::pair<std::string, const char*> cases[]{
         {"/a//b/./c/.", "/a/b/c"}, {"/a/../b/", "/b"},   {"/../../a", "/a"},  {"/..", "/"},
         {"/a/...", "/a/..."},      {"a/../b", "a/../b"}, {"/a\0/../b"s, "/b"}};

@@ -31,7 +31,7 @@ public:
     std::vector<QQuickItem*> rows() const { return itemsInSight("row"); }
     QQuickItem* row(const QString& name) const { return itemInSight("row", name); }
 
-    /// Clicks the centre of the item; returns false if no such item is visible.
+    /// Clicks the center of the item; returns false if no such item is visible.
     bool click(const char* name) const;
     void click(const QQuickItem& item) const { click(centre(item)); }
     void click(QPoint place) const { QTest::mouseClick(&m_window, Qt::LeftButton, {}, place); }

@@ -34,7 +34,7 @@ private Q_SLOTS:
     void deletesOnlyConfirmedPhotos();
 
 private:
-    /// Makes photos A1 to A3 of 3 MB, A2 a favourite, and videos B1 and B2 of 2 MB without a date.
+    /// Makes photos A1 to A3 of 3 MB, A2 a favorite, and videos B1 and B2 of 2 MB without a date.
     void fill();
     void openDuplicates(const platform::Executor& executor = qtExecutor(),
                         const platform::PhotoAccess& access = photoAccess());

@@ -48,7 +48,7 @@ const Question questions[]{
 
 } // namespace
 
-/// Behaviour that all screens share, checked on each in the real window, on real files.
+/// Behavior that all screens share, checked on each in the real window, on real files.
 class EveryScreenTest : public WindowTest {
     Q_OBJECT
 

@@ -57,7 +57,7 @@ QImage framed(QSize size) {
     return image;
 }
 
-/// The colours at the left and the upper edge, a letter each.
+/// The colors at the left and the upper edge, a letter each.
 QString edges(const QImage& thumbnail) {
     QString found;
     for (const QPoint point : {QPoint(8, 96), QPoint(96, 8)}) {

@@ -14,7 +14,7 @@ enum class IconFormat {
 };
 
 /// Returns the bytes of an application's icon file (.icns): a tile with the first letter of the name, in a
-/// colour that depends on the name.
+/// color that depends on the name.
 std::string iconFile(std::string_view name, IconFormat format);
 
 } // namespace sample_disk

@@ -10,7 +10,7 @@ struct Colour {
     std::uint8_t red = 0, green = 0, blue = 0;
 };
 
-/// Returns the colour that is `percent` of the way from one to the other.
+/// Returns the color that is `percent` of the way from one to the other.
 Colour mixed(Colour from, Colour to, int percent);
 
 struct Box {

@@ -77,7 +77,7 @@ std::optional<std::string> clearTargetFolder(const std::string& hostFolder) {
         return hostFolder + " is not empty and was not made by this program: nothing was changed.";
     if (containsMountPoint(folder))
         return hostFolder + " has another volume mounted in it: nothing was changed.";
-    // Written first and never removed, so that the next run recognises the result of an interrupted one.
+    // Written first and never removed, so that the next run recognizes the result of an interrupted one.
     if (!isMarker(marker) && !(std::ofstream(marker, std::ios::binary) << markerText << std::flush))
         throw std::system_error(errno, std::generic_category(), marker.string());
     for (const fs::path& entry : children(folder)) {

@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// Asks for confirmation of a removal, then shows its progress and closes when it has ended. Cancelling while it runs
+/// Asks for confirmation of a removal, then shows its progress and closes when it has ended. Canceling while it runs
 /// stops it.
 ConfirmDialog {
     id: root

@@ -2,7 +2,7 @@ import QtQuick
 import Lumvale
 import Lumvale.Style
 
-/// Button that starts a scan; disabled and relabelled while the scan runs.
+/// Button that starts a scan; disabled and relabeled while the scan runs.
 GradientButton {
     id: root
 

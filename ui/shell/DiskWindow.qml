@@ -17,7 +17,7 @@ Window {
     minimumHeight: 360
     color: GCColor.bgBottom
     visible: true
-    // Colours of the folder chooser, if Qt draws it.
+    // Colors of the folder chooser, if Qt draws it.
     palette {
         window: GCColor.dialog
         windowText: GCColor.textPrimary

@@ -59,7 +59,7 @@ BaseButton {
         readonly property int gap: 6
 
         accessibleName: Texts.tr("language_label")
-        // Centred on the button; `margins` keeps it inside the window.
+        // Centered on the button; `margins` keeps it inside the window.
         x: Math.round((root.width - width) / 2)
         implicitWidth: 190
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent

@@ -8,7 +8,7 @@ Item {
     property color topColor: GCColor.bgTop
     property color bottomColor: GCColor.bgBottom
 
-    // Centres are fractions of width and height; radii are in pixels.
+    // Centers are fractions of width and height; radii are in pixels.
     property point tealCentre: Qt.point(0.15, 0.08)
     property point violetCentre: Qt.point(0.92, 0.95)
     property real tealEnd: 420

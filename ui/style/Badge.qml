@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A short text on a coloured pill. Its baseline is that of the text.
+/// A short text on a colored pill. Its baseline is that of the text.
 Rectangle {
     id: root
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lumvale.Style
 
-/// Content item of buttons: a symbol, or a spinner while the button is busy, and the button's text, centred.
+/// Content item of buttons: a symbol, or a spinner while the button is busy, and the button's text, centered.
 Item {
     id: root
 

@@ -4,7 +4,7 @@ import Lumvale.Style
 
 /// Asks for confirmation of a destructive action. Escape cancels. The cancel button has the initial focus, so that an
 /// accidental Return destroys nothing. If the handler of `confirmed` sets `busy`, the dialog stays open and shows the
-/// progress until `busy` is reset; cancelling then requests a stop.
+/// progress until `busy` is reset; canceling then requests a stop.
 Dialog {
     id: root
 
@@ -12,7 +12,7 @@ Dialog {
     required property string confirmText
 
     property bool busy: false
-    property bool canStop: true // cancelling is possible while busy
+    property bool canStop: true // canceling is possible while busy
     property real progress: -1 // share from 0 to 1; negative if unknown
     property string progressText
 

@@ -1,7 +1,7 @@
 pragma Singleton
 import QtQuick
 
-/// The colour palette of the interface.
+/// The color palette of the interface.
 QtObject {
     readonly property color bgTop: Qt.rgba(0.04, 0.06, 0.1, 1)
     readonly property color bgBottom: Qt.rgba(0.02, 0.03, 0.06, 1)
@@ -41,7 +41,7 @@ QtObject {
     readonly property color dialog: Qt.rgba(0.075, 0.095, 0.14, 1)
     readonly property color scrim: Qt.rgba(0.01, 0.015, 0.03, 0.66)
 
-    /// Colours of treemap tiles and their rows; see tile().
+    /// Colors of treemap tiles and their rows; see tile().
     readonly property list<color> tiles: [
         glowTeal,
         glowViolet,
@@ -53,7 +53,7 @@ QtObject {
         Qt.rgba(1, 0.62, 0.8, 1)
     ]
 
-    /// The colour of the entry at `position`; repeats after the last colour.
+    /// The color of the entry at `position`; repeats after the last color.
     function tile(position: int): color {
         // Delegates that are being removed have index -1.
         return tiles[Math.max(0, position) % tiles.length];

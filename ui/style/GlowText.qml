@@ -18,7 +18,7 @@ Item {
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 
-    // Source of the glow; its colour is constant, so its texture is rendered once.
+    // Source of the glow; its color is constant, so its texture is rendered once.
     PlainText {
         id: letters
         text: root.text

@@ -17,7 +17,7 @@ QtObject {
     readonly property int onboardingWidth: 460
     readonly property int onboardingPadding: 32
     readonly property int onboardingSpacing: 24
-    readonly property int onboardingBottom: 230 // below the centre of the window
+    readonly property int onboardingBottom: 230 // below the center of the window
     readonly property int messageWidth: 360
     readonly property int breakdownWidth: 480
     readonly property int breakdownHeight: 620

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A title whose colour and glow pulsate.
+/// A title whose color and glow pulsate.
 GlowText {
     id: root
 

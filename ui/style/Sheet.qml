@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Lumvale.Style
 
-/// Base of modal popups, centred over a scrim. Escape closes it; the focus then returns to the previous item.
+/// Base of modal popups, centered over a scrim. Escape closes it; the focus then returns to the previous item.
 T.Popup {
     id: root
 

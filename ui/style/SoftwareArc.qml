@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Arc of a ring for the software renderer, which draws no shaders: in one colour, without a glow.
+/// Arc of a ring for the software renderer, which draws no shaders: in one color, without a glow.
 Canvas {
     id: root
 

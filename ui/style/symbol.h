@@ -5,7 +5,7 @@
 #include <QString>
 #include <QtQmlIntegration>
 
-/// Draws one of the SVG files of symbols/ in a single colour, centred in the item.
+/// Draws one of the SVG files of symbols/ in a single color, centered in the item.
 class Symbol : public QQuickPaintedItem {
     Q_OBJECT
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)

@@ -49,7 +49,7 @@ QImage decodeIcon(platform::Descriptor file, int side, std::chrono::milliseconds
         isPng ? decodePng(std::move(file), picture->content, timeout) : decodePixels(file, *picture);
     if (image.isNull())
         return {};
-    // Multiplied by the opacity before it is scaled: transparent pixels have any colour.
+    // Multiplied by the opacity before it is scaled: transparent pixels have any color.
     return image.convertToFormat(QImage::Format_ARGB32_Premultiplied)
         .scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }

@@ -13,7 +13,7 @@ constexpr int previewSide = 2560;
 /// Corner radius as a fraction of the side, equal to that of the other tiles.
 constexpr double thumbnailRadiusRatio = 12.0 / 96;
 
-/// Decodes an image file to a square thumbnail in sRGB: the centre of the image, rotated according to its
+/// Decodes an image file to a square thumbnail in sRGB: the center of the image, rotated according to its
 /// metadata, with round corners. Returns a null image if the file is no image or is damaged, or if decoding
 /// it would take too much memory or longer than `timeout`. Blocks; for any thread.
 QImage decodeThumbnail(platform::Descriptor file,

@@ -7,7 +7,7 @@
 #include <QQuickItem>
 #include <QtQmlIntegration>
 
-/// Base class of items that draw a thumbnail in their centre; draws nothing if there is none. Requests the
+/// Base class of items that draw a thumbnail in their center; draws nothing if there is none. Requests the
 /// thumbnail when the item becomes visible and cancels the request when it is hidden. Unlike Qt's Image it
 /// reports that an asset is in iCloud only, and reads files of the disk.
 class ThumbnailItem : public QQuickItem {

@@ -32,7 +32,7 @@ void main() {
     color = lit(color, firstLight, firstCentre, firstEnd);
     color = lit(color, secondLight, secondCentre, secondEnd);
 
-    // Dithers by half a colour level to avoid banding in the dark gradients.
+    // Dithers by half a color level to avoid banding in the dark gradients.
     float noise = fract(sin(dot(gl_FragCoord.xy, vec2(12.9898, 78.233))) * 43758.5453);
     // Signed distance to the edge of the round rectangle, negative inside: also with radius 0, all pixels but
     // those on the edge are fully covered.

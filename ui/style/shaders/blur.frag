@@ -1,6 +1,6 @@
 #version 440
 
-// One pass of a separable Gaussian blur of the alpha channel, coloured by `tint`. `axis` is one pixel along the
+// One pass of a separable Gaussian blur of the alpha channel, colored by `tint`. `axis` is one pixel along the
 // direction of the pass, in texture coordinates.
 
 layout(location = 0) in vec2 qt_TexCoord0;

@@ -1,6 +1,6 @@
 #version 440
 
-// An arc with round caps and a colour gradient along it, and a glow that approximates its Gaussian blur.
+// An arc with round caps and a color gradient along it, and a glow that approximates its Gaussian blur.
 
 layout(location = 0) in vec2 qt_TexCoord0;
 layout(location = 0) out vec4 fragColor;
