@@ -33,11 +33,10 @@ struct TrashEntry {
 };
 
 /// Moves the entry at `source` into the Trash: by the system's service on this user's own disk, otherwise by
-/// a rename. Never overwrites: if the name is taken, the entry gets another
-/// name with the same extension. Creates a missing Trash with mode 0700. Fails with a Cocoa error (as for
-/// `FileAction::move`), with EXDEV for an entry on another volume; the entry is unchanged then. Fails with
-/// EBUSY when another process replaces the entry before the service moves it: the other entry may be in the
-/// Trash then.
+/// a rename. Never overwrites: if the name is taken, the entry gets another name with the same extension.
+/// Creates a missing Trash with mode 0700. Fails with a Cocoa error (as for `FileAction::move`), with EXDEV
+/// for an entry on another volume; the entry is unchanged then. Fails with EBUSY when another process
+/// replaces the entry before the service moves it: the other entry may be in the Trash then.
 Result<TrashEntry> moveToTrash(const Disk& disk, const Place& source);
 
 /// Does the same by the given service; by a rename when it is empty.
