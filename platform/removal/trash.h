@@ -46,9 +46,9 @@ Result<TrashEntry> moveToTrash(const Disk& disk, const Place& source, const Tras
 /// in the Trash, so that no process that knows the old name can replace the entry after the check of its ID.
 /// An entry that fails the check gets its name back. Errors are of the POSIX domain, and the entry is
 /// unchanged then: ENOENT when the Trash has no such entry, or another one of its name; EEXIST when the
-/// target's name is taken; ESTALE when its folder has been removed. The entry keeps the free name if its own
-/// was taken in between, or the process ends between the renames. If another process moves the target's
-/// folder, the entry moves along with it.
+/// target's name is taken; ESTALE when its folder has been removed. The entry keeps the free name if the
+/// rename to its own fails, too, or the process ends between the renames. If another process moves the
+/// target's folder, the entry moves along with it.
 Result<void> putBack(const Disk& disk, const TrashEntry& entry, const Place& target);
 
 /// Returns the `number`th candidate name for an entry called `name`: "a 2.txt" for "a.txt". The stem is

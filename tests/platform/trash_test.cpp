@@ -5,7 +5,6 @@
 #include "tests/support/temporary_disk.h"
 
 #include <cerrno>
-#include <cstring>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -21,7 +20,7 @@ using platform::numberedName;
 
 namespace {
 
-/// The errno with which each call fails; 0 lets it work.
+/// The errno with which each call fails, unlinkat() only once; 0 lets it work.
 struct Faults {
     int renameat2 = 0, renameat = 0, linkat = 0, unlinkat = 0;
 } faults;
@@ -63,9 +62,8 @@ int __wrap_linkat(int a, const char* from, int b, const char* to, int flags) {
     return result;
 }
 int __wrap_unlinkat(int folder, const char* name, int flags) {
-    // Only the removal of the source fails, not that of a reserved name.
-    const int fault = std::strcmp(name, "source") == 0 ? faults.unlinkat : 0;
-    return callUnless(fault, __real_unlinkat, folder, name, flags);
+    // The removal of the source fails, not that of the new name.
+    return callUnless(std::exchange(faults.unlinkat, 0), __real_unlinkat, folder, name, flags);
 }
 }
 
@@ -82,6 +80,13 @@ struct MoveToTrash : testing::Test {
         const auto source = disk.disk().place(at(path));
         const auto moved = source ? platform::moveToTrash(disk.disk(), *source) : source.error();
         return moved ? at("~/.Trash/") + moved->name : codes(moved);
+    }
+
+    /// Puts the entry, which has this name in the Trash, back to ~/back. Returns the codes of the error.
+    std::string putBack(const char* name) const {
+        const auto inTrash = disk.disk().place(at("~/.Trash/") + name);
+        return codes(platform::putBack(disk.disk(), {name, platform::entryId(*inTrash)},
+                                       *disk.disk().place(at("~/back"))));
     }
 
     std::vector<std::string> trash() const { return *platform::listTrash(disk.disk()); }
@@ -172,12 +177,12 @@ TEST_F(MoveToTrash, LeavesEntriesThatItMayNotMove) {
     EXPECT_EQ(trash(), std::vector<std::string>{"inner"});
 }
 
-TEST_F(MoveToTrash, MovesCompletelyOrNotAtAllWhicheverCallFails) {
+TEST_F(MoveToTrash, MovesBothWaysCompletelyOrNotAtAllWhicheverCallFails) {
     disk.make("~/.Trash/source"); // so that a second name is needed
     const struct {
         const char* made;
         Faults faults;
-        const char* error;
+        std::string error;
     } cases[]{{"~/source", {.renameat2 = EIO}, "512:5"},
               {"~/source/", {.renameat2 = ENOSYS, .renameat = ENOSPC}, "640:28"},
               {"~/source", {.renameat2 = EINVAL, .linkat = EPERM}, "513:1"},
@@ -189,8 +194,35 @@ TEST_F(MoveToTrash, MovesCompletelyOrNotAtAllWhicheverCallFails) {
         expectRefused("~/source", error);
         faults = {};
         EXPECT_EQ(trash(), std::vector<std::string>{"source"});
-        ASSERT_EQ(::remove(disk.host("~/source").c_str()), 0);
+
+        EXPECT_EQ(move("~/source"), at("~/.Trash/source 2"));
+        const auto before = disk.entries();
+        faults = injected;
+        EXPECT_EQ(putBack("source 2"), error.substr(error.find(':') + 1));
+        faults = {};
+        EXPECT_EQ(disk.entries(), before);
+        ASSERT_EQ(::remove(disk.host("~/.Trash/source 2").c_str()), 0);
     }
+}
+
+TEST_F(MoveToTrash, UndoesALinkInTheOldPlaceButKeepsTheFileOfAnotherProcessThere) {
+    disk.write("~/source", "older");
+    move("~/source");
+    faults.renameat2 = EINVAL;
+    interfere = [](std::string_view newName) {
+        if (newName == "back")
+            faults.unlinkat = EACCES;
+    };
+    EXPECT_EQ(putBack("source"), "13");
+    EXPECT_FALSE(disk.exists("~/back"));
+    interfere = [this](std::string_view newName) {
+        disk.write("~/new version", "newer");
+        if (newName == "back")
+            rename(disk.host("~/new version").c_str(), disk.host("~/back").c_str());
+    };
+    EXPECT_EQ(putBack("source"), "17");
+    EXPECT_EQ(disk.read("~/back"), "newer");
+    EXPECT_EQ(disk.read("~/.Trash/source"), "older");
 }
 
 TEST_F(MoveToTrash, ReservesANameWithoutExclusiveRename) {
