@@ -9,6 +9,7 @@
 #include <QSignalSpy>
 
 #include <filesystem>
+#include <memory>
 
 #include <gtest/gtest.h>
 
@@ -206,4 +207,29 @@ TEST_F(ScanViewModelTest, StopsAScanAndRecordsARemovalWithoutTheModel) {
     }
     m_jobs.publish();
     EXPECT_EQ(recorded().size(), 2U);
+}
+
+TEST_F(ScanViewModelTest, StopsAPutBackAndCorrectsTheHistoryWithoutTheModel) {
+    auto model = std::make_unique<ScanViewModel>(m_disk.disk(), m_history, m_jobs.executor());
+    const auto deleteAndPutBack = [&](const char* path) {
+        m_disk.write(path, "1");
+        model->runScan();
+        m_jobs.run();
+        model->setChecked(setAt({path}));
+        model->confirmDelete();
+        m_jobs.run();
+        model->putBackModel()->start();
+    };
+    deleteAndPutBack("~/Library/Logs/c");
+    model->removalTask()->stop();
+    m_jobs.run();
+    EXPECT_EQ(model->putBackModel()->failedText(), u"Arrêté : 1 élément n'a pas été remis en place.");
+    EXPECT_EQ(recorded(), Texts{"c 1"});
+
+    deleteAndPutBack("~/Library/Caches/a");
+    m_jobs.runBackground();
+    EXPECT_EQ(recorded(), (Texts{"a 1", "c 1"}));
+    model.reset();
+    m_jobs.publish();
+    EXPECT_EQ(recorded(), Texts{"c 1"});
 }

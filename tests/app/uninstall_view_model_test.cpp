@@ -135,6 +135,12 @@ TEST_F(UninstallViewModelTest, MovesTickedFilesInTheirOrderAndTheApplication) {
     EXPECT_EQ(m_history.entries().at(0).sizeBytes, 1210);
     EXPECT_EQ(m_model.apps().at(0).path, at("~/Applications/Notes.app")) << "of the same name";
     EXPECT_EQ(freeSpace.size(), 1);
+
+    m_disk.make("~/Library/Logs/notes"); // the place is taken
+    m_model.putBackModel()->start();
+    m_jobs.run();
+    EXPECT_EQ(*platform::listTrash(m_disk.disk()), Texts{"notes 2"});
+    EXPECT_EQ(HistoryStore(m_disk.disk()).entries().at(0).sizeBytes, 200);
 }
 
 TEST_F(UninstallViewModelTest, TellsWhatStayedAndKeepsItsApplicationInTheList) {
