@@ -25,6 +25,7 @@ public:
     const QStringList& problems() const { return m_problems; }
 
 private:
+    void resize(QSize size) const; ///< and waits until the window has this size
     void takeIn(QSize size, const QString& name);
 
     std::optional<QDir> m_folder;

@@ -61,3 +61,22 @@ void Stage::confirmAndStop(const char* button) {
     finishJobs();
     waitFor("the dialog closes", [this] { return !m_driver->isShown("confirm"); });
 }
+
+void Stage::putBack(const std::string& state) {
+    click("putBackButton");
+    waitFor("the dialog opens", [this] { return m_driver->isShown("cancel"); });
+    runJobs();
+    take(state + " progress", 300); // as in confirm()
+    finishJobs();
+    waitFor("the dialog closes", [this] { return !m_driver->isShown("cancel"); });
+    take(state);
+}
+
+void Stage::putBackAndStop(const std::string& state) {
+    click("putBackButton");
+    waitFor("the dialog opens", [this] { return m_driver->isShown("cancel"); });
+    click("cancel");
+    finishJobs();
+    waitFor("the dialog closes", [this] { return !m_driver->isShown("cancel"); });
+    take(state);
+}

@@ -51,6 +51,10 @@ public:
     /// Confirms as well, but stops the removal before it begins.
     void confirmAndStop(const char* button);
 
+    /// Puts back what the last removal moved, and takes a picture of the result; or stops before it begins.
+    void putBack(const std::string& state);
+    void putBackAndStop(const std::string& state);
+
     /// The permission for photos, and the answer to the next request.
     platform::PhotoAuthorization photos = platform::PhotoAuthorization::notDetermined;
     platform::PhotoAuthorization answer = platform::PhotoAuthorization::authorized;

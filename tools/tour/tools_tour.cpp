@@ -1,6 +1,7 @@
 #include "tools/tour/tools_tour.h"
 
 #include "app/models/duplicate_photos_view_model.h"
+#include "platform/removal/trash.h"
 #include "tools/tour/expect.h"
 #include "tools/tour/set_aside.h"
 
@@ -13,13 +14,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Shows the tab while the folders are absent.
-void showWithout(Stage& stage, const char* tab, const std::string& folder, const std::string& other) {
-    const SetAside first(folder), second(other);
-    stage.click(tab);
-    stage.finishJobs();
-}
-
 void uninstallApp(Stage& stage) {
     const std::string applications = stage.host("/Applications");
     fs::create_directories(applications + "/Abacus.app"); // no other file belongs to it
@@ -29,6 +23,10 @@ void uninstallApp(Stage& stage) {
     stage.waitFor("the applications are listed", [&] { return stage.driver().rows().size() > 3; });
     stage.finishJobs(); // the icons
     stage.take("applications");
+    stage.click("sort_by_size");
+    stage.finishJobs();
+    stage.take("applications by size");
+    stage.click("sort_by_name");
 
     const auto open = [&stage](const QString& name) {
         stage.waitFor("the application is listed", [&] { return stage.driver().row(name); });
@@ -52,6 +50,18 @@ void uninstallApp(Stage& stage) {
     stage.confirmAndStop("deleteButton");
     stage.take("uninstall stopped");
 
+    const std::string bundle = applications + '/' + name.toStdString() + ".app";
+    for (const std::string& shared : {applications, bundle, stage.host(platform::trashFolder(stage.disk()))})
+        fs::permissions(shared, fs::perms::all); // so that the bundle can be moved
+    open(name);
+    stage.finishJobs();
+    stage.confirm("deleteButton", "uninstall some", [&] {
+        stage.runJobsWithPermissions(stage.hostHome("Library/Preferences"), fs::perms(0555));
+    });
+    expect(stage.driver().isShown("uninstalledLabel") && stage.driver().isShown("stayedLabel"),
+           "an application is moved and its files stay");
+    stage.take("application files stayed");
+
     open("Abacus");
     stage.finishJobs();
     stage.take("application without files", 600);
@@ -60,13 +70,11 @@ void uninstallApp(Stage& stage) {
            "the application is gone");
     std::printf("uninstalled Abacus\n");
     stage.take("uninstalled");
+    stage.putBack("application put back");
 }
 
 void disableStartupItem(Stage& stage) {
     const std::string agents = stage.hostHome("Library/LaunchAgents");
-    showWithout(stage, "tab_startup", agents, stage.host("/Library/LaunchAgents"));
-    stage.take("startup empty");
-    stage.click("tab_history");
     stage.click("tab_startup");
     stage.take("startup loading");
     stage.finishJobs();
@@ -92,9 +100,10 @@ void disableStartupItem(Stage& stage) {
     expect(stage.driver().isShown("disabledLabel"), "the item is disabled");
     std::printf("disabled %s\n", name.c_str());
     stage.take("disabled");
+    stage.putBack("enabled again");
 }
 
-/// Shows the states without duplicates: asked, refused, none, unreadable.
+/// Shows the states without duplicates: asked, refused, stopped, unreadable.
 void showPhotoPrompts(Stage& stage, const std::string& catalogue) {
     const auto reopen = [&stage] {
         stage.click("tab_history");
@@ -111,12 +120,10 @@ void showPhotoPrompts(Stage& stage, const std::string& catalogue) {
     stage.photos = platform::PhotoAuthorization::authorized;
     reopen();
     stage.take("photos");
-    {
-        const SetAside library(fs::path(catalogue).parent_path().parent_path());
-        stage.click("scanButton");
-        stage.finishJobs();
-        stage.take("photos none");
-    }
+    stage.click("scanButton");
+    stage.click("stopButton");
+    stage.finishJobs();
+    stage.take("photos stopped");
     const SetAside whole(catalogue);
     std::ofstream(catalogue) << "damaged";
     stage.click("scanButton");
@@ -173,6 +180,10 @@ void deleteDuplicates(Stage& stage) {
                   [&] { stage.runJobsWithPermissions(fs::path(catalogue).parent_path(), fs::perms::none); });
     expect(model.hasDeletionFailed(), "photos that can't be deleted are reported");
     stage.take("duplicates stayed");
+    if (model.checkedCount() == 0)
+        tickTwo();
+    stage.confirmAndStop("deleteButton");
+    stage.take("duplicates stopped");
     if (model.checkedCount() == 0)
         tickTwo();
     stage.confirm("deleteButton", "duplicates again");

@@ -4,6 +4,7 @@
 #include "app/models/disk_choice_model.h"
 #include "app/update/update_alert.h"
 #include "tests/support/mounted_volume.h"
+#include "tests/support/temporary_disk.h"
 #include "tools/tour/camera.h"
 #include "tools/tour/cleanup_tour.h"
 #include "tools/tour/expect.h"
@@ -96,18 +97,22 @@ void showShell(Stage& stage, AppLanguage language) {
     stage.driver().key(Qt::Key_Escape);
     stage.click("tab_history");
     stage.take("history empty");
-    stage.click("tab_uninstall");
-    {
-        const SetAside ofAll(stage.host("/Applications")), own(stage.hostHome("Applications"));
-        stage.finishJobs();
-    }
-    stage.take("applications empty");
     stage.click("tab_cleanup");
     stage.lumvale().announce(UpdateChecker::alertIn(rawValue(language), "Lumvale", "2.0.1", "1.0.0", QUrl()));
     stage.waitFor("the update dialog opens", [&] { return stage.driver().isShown("later"); });
     stage.take("update");
     stage.click("later");
     stage.waitFor("the update dialog closes", [&] { return !stage.driver().isShown("later"); });
+}
+
+/// Opens a tab and waits for its list.
+void openTab(Stage& stage, const std::string& tab) {
+    stage.click(("tab_" + tab).c_str());
+    stage.finishJobs();
+    if (tab == "duplicates") {
+        stage.click("scanButton");
+        stage.finishJobs();
+    }
 }
 
 /// Shows the tabs of a disk that is mounted read-only, if this machine can mount one.
@@ -131,14 +136,37 @@ void showReadOnlyDisk(Camera& camera, const platform::Disk& disk) {
         stage.confirm("deleteButton", "read-only delete");
         stage.take("read-only stayed");
     }
-    for (const char* tab : {"uninstall", "startup", "duplicates", "history"}) {
-        stage.click((std::string("tab_") + tab).c_str());
-        stage.finishJobs();
-        if (tab == std::string("duplicates")) {
-            stage.click("scanButton");
-            stage.finishJobs();
-        }
+    stage.confirm("emptyTrashButton", "read-only Trash");
+    stage.take("read-only Trash failed");
+    openTab(stage, "uninstall");
+    stage.driver().click(*stage.driver().rows().front());
+    stage.finishJobs();
+    stage.confirm("deleteButton", "read-only uninstall");
+    stage.take("read-only application stayed");
+    openTab(stage, "startup");
+    stage.click("disableButton");
+    stage.confirm(nullptr, "read-only disable");
+    stage.take("read-only disable failed");
+    for (const char* tab : {"duplicates", "history"}) {
+        openTab(stage, tab);
         stage.take(std::string("read-only ") + tab);
+    }
+}
+
+/// Shows the tabs of a disk on which there is nothing to do.
+void showEmptyDisk(Camera& camera) {
+    const TemporaryDisk empty;
+    empty.make("~/.Trash/");
+    Stage stage(empty.disk(), camera);
+    stage.photos = platform::PhotoAuthorization::authorized;
+    stage.click("scanButton");
+    stage.finishJobs();
+    stage.take("nothing found");
+    stage.confirm("emptyTrashButton", "nothing in the Trash");
+    stage.take("Trash empty");
+    for (const char* tab : {"uninstall", "startup", "duplicates"}) {
+        openTab(stage, tab);
+        stage.take(std::string("nothing in ") + tab);
     }
 }
 
@@ -166,5 +194,6 @@ QStringList Tour::run(AppLanguage language) {
         tourTools(stage);
     }
     showReadOnlyDisk(camera, m_disk);
+    showEmptyDisk(camera);
     return camera.problems();
 }
