@@ -34,7 +34,7 @@ Item {
         anchors.leftMargin: Metrics.footerPadding
         anchors.right: button.left
         anchors.rightMargin: 16
-        anchors.verticalCenter: button.verticalCenter
+        anchors.verticalCenter: parent.verticalCenter
         spacing: 3
 
         Label {
@@ -66,8 +66,8 @@ Item {
         id: button
         objectName: "deleteButton"
         anchors.right: parent.right
-        anchors.bottom: parent.bottom
-        anchors.margins: Metrics.footerPadding
+        anchors.rightMargin: Metrics.footerPadding
+        anchors.verticalCenter: parent.verticalCenter
         from: GCColor.danger
         to: GCColor.dangerLight
         glow: GCColor.alpha(GCColor.danger, 0.3)
