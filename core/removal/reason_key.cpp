@@ -69,8 +69,11 @@ std::string_view deletionReasonKey(const platform::Error& error) {
     case readOnlyFileSystem:
         return "err_read_only";
     default:
-        return reasonKey(error);
+        break;
     }
+    // The Trash's own text speaks of deleting one entry.
+    const std::string_view key = reasonKey(error);
+    return key == "err_trash_permission" ? "err_not_allowed" : key;
 }
 
 std::string_view putBackReasonKey(const platform::Error& error) {
@@ -79,7 +82,7 @@ std::string_view putBackReasonKey(const platform::Error& error) {
     switch (posixCode(error)) {
     case operationNotPermitted:
     case permissionDenied:
-        return "err_put_back_refused";
+        return "err_not_allowed";
     case noSuchFile:
         return "err_not_in_trash";
     case fileExists:

@@ -88,7 +88,7 @@ TEST_F(ScanViewModelTest, MovesTickedItemsToTheTrashAndKeepsFailedOnesUnticked) 
     EXPECT_EQ(m_healthChanges.size(), 1);
     EXPECT_EQ(m_model.deletedText(), u"2 éléments mis à la corbeille");
     EXPECT_EQ(m_model.stayedText(),
-              u"1 élément est resté à sa place : macOS a refusé la permission de le supprimer");
+              u"1 élément est resté à sa place : le système ne l'a pas permis");
     std::filesystem::remove(m_disk.host("~/Library/Logs/two"));
     m_model.setChecked(setAt({"~/Library/Logs/two"}));
     confirmDelete();

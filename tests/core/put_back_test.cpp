@@ -116,8 +116,7 @@ TEST_F(PutBack, LeavesWhatItCannotPutBackAndTellsWhy) {
              disk.make({"~/other/", "~/folder -> other"});
          },
          "err_protected"},
-        {"a parent without write permission", [&] { disk.setMode("~/folder", 0555); },
-         "err_put_back_refused"},
+        {"a parent without write permission", [&] { disk.setMode("~/folder", 0555); }, "err_not_allowed"},
         {"nothing in the Trash", [&] { fs::remove(inTrash); }, "err_not_in_trash"},
         {"another file in the Trash",
          [&] {

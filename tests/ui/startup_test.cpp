@@ -62,7 +62,7 @@ void StartupTest::disablesOnlyWhatIsConfirmed() {
     ask("Two", "confirm");
     QCOMPARE(announced("disabledLabel"), confirmation("One"));
     QCOMPARE(announced("disableFailedLabel"),
-             translated("disable_failed").arg("Two", translated("err_trash_permission")));
+             translated("disable_failed").arg("Two", translated("err_not_allowed")));
     QCOMPARE(names(), "Every Three Two");
     m_disk->setMode("~/Library/LaunchAgents", 0755);
     QVERIFY(m_disk->exists("/Library/LaunchAgents/every.plist")

@@ -109,7 +109,7 @@ void UninstallTest::uninstallsUntilNoAppIsLeft() {
     choose("Solo");
     confirm("deleteButton");
     QTRY_COMPARE(announced("stayedLabel"),
-                 translated("app_stayed").arg("Solo", translated("err_trash_permission")));
+                 translated("app_stayed").arg("Solo", translated("err_not_allowed")));
     m_disk->setMode("/Applications", 0755);
     for (const char* app : {"Solo", "Notes", "Paint"}) {
         choose(app);
