@@ -376,8 +376,11 @@ std::vector<qreal> EveryScreenTest::lines(const QQuickItem& text) {
 void EveryScreenTest::keepsWordsAndTheirSignsOnOneLine() {
     open();
     QQuickItem* label = makeText("Label {");
-    const std::pair<QString, QString> breaks[]{
-        {"dans", "« Photos »"}, {"mon", "espace ?"}, {"твоём", "Mac —"}, {"wird", "gesucht …"}};
+    const std::pair<QString, QString> breaks[]{{"dans", "« Photos »"},
+                                               {"mon", "espace ?"},
+                                               {"твоём", "Mac —"},
+                                               {"wird", "gesucht …"},
+                                               {"Recréés automatiquement. Sans danger", "à supprimer."}};
     for (const auto& [first, second] : breaks) {
         label->setProperty("text", first);
         const qreal firstLength = label->implicitWidth();

@@ -7,8 +7,8 @@ DrawnText {
     property string text
 
     // No-break spaces: no line ends with an opening guillemet or begins with a dash or with punctuation that French
-    // and German set off by a space.
-    drawn: text.replace(/(«) | (?=[»:;!?–—…])/g, "$1\u00a0")
+    // and German set off by a space, and no short word is alone in the last line of a sentence.
+    drawn: text.replace(/(«) | (?=[»:;!?–—…])/g, "$1\u00a0").replace(/^(.{30,}) (?=\S{1,12}$)/gm, "$1\u00a0")
     textFormat: Text.PlainText
     renderType: Text.NativeRendering
     color: GCColor.textPrimary
