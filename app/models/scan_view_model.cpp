@@ -108,11 +108,13 @@ void ScanViewModel::scan() {
     m_scan.run(
         m_executor,
         [disk = m_disk](platform::Progress& progress) {
-            return std::make_shared<const ListedResult>(core::LumvaleScanner::scan(disk, &progress), disk);
+            const auto result = std::make_shared<const ListedResult>(
+                core::LumvaleScanner::scan(disk, &progress), disk);
+            return ChangedResult{result, CheckedItems::safeByDefault(result->list), std::nullopt};
         },
-        [this, health](const SharedResult& result) {
-            m_unreadFolders = result->result.unreadFolders;
-            setResult({result, CheckedItems::safeByDefault(result->list), std::nullopt});
+        [this, health](ChangedResult scanned) {
+            m_unreadFolders = scanned.result->result.unreadFolders;
+            setResult(std::move(scanned));
             setHealth(health);
         });
 }
@@ -283,6 +285,18 @@ QString ScanViewModel::trashEmptiedSize() const {
     return m_trashReport ? display::size(m_trashReport->bytesFreed) : QString();
 }
 
+QString ScanViewModel::trashWarning() const {
+    if (lastTrashCouldNotAccess())
+        return u"⚠️ "_s + ::tr(u"alert_empty_trash_access_hint"_s);
+    const int failed = lastTrashEmptiedFailed().value_or(0);
+    if (failed == 0)
+        return {};
+    // The hint is about permissions.
+    if (m_disk.isReadOnly())
+        return u"⚠️ "_s + outcome::counted(u"stayed"_s, failed).arg(::tr(u"err_read_only"_s));
+    return u"⚠️ "_s + QString::number(failed) + u' ' + ::tr(u"alert_empty_trash_failed_hint"_s);
+}
+
 QStringList ScanViewModel::trashFailedNames() const {
     QStringList names;
     for (const core::TrashFailure& failure : lastTrashFailedDetails())
@@ -293,7 +307,7 @@ QStringList ScanViewModel::trashFailedNames() const {
 QStringList ScanViewModel::trashFailedReasonKeys() const {
     QStringList keys;
     for (const core::TrashFailure& failure : lastTrashFailedDetails())
-        keys.append(display::text(failure.reasonKey));
+        keys.append(m_disk.isReadOnly() ? u"err_read_only"_s : display::text(failure.reasonKey));
     return keys;
 }
 

@@ -54,6 +54,7 @@ class ScanViewModel : public QObject {
     Q_PROPERTY(QString trashEmptiedSize READ trashEmptiedSize NOTIFY trashReportChanged)
     Q_PROPERTY(int trashFailedCount READ trashFailedCount NOTIFY trashReportChanged)
     Q_PROPERTY(bool trashCouldNotAccess READ lastTrashCouldNotAccess NOTIFY trashReportChanged)
+    Q_PROPERTY(QString trashWarning READ trashWarning NOTIFY trashReportChanged)
     Q_PROPERTY(QString trashNote READ trashNote NOTIFY trashReportChanged)
     Q_PROPERTY(QStringList trashFailedNames READ trashFailedNames NOTIFY trashReportChanged)
     Q_PROPERTY(QStringList trashFailedReasonKeys READ trashFailedReasonKeys NOTIFY trashReportChanged)
@@ -126,6 +127,7 @@ public:
     int trashFailedCount() const { return lastTrashEmptiedFailed().value_or(-1); }
     QString unreadText() const; ///< how many folders the scan could not read for lack of file descriptors
     QString trashNote() const;  ///< the Trash was empty, or emptying it was stopped
+    QString trashWarning() const; ///< the Trash could not be listed or emptied, and what can be done
     QStringList trashFailedNames() const;
     QStringList trashFailedReasonKeys() const;
     StorageEntriesModel* storageEntries() { return &m_storageEntries; }

@@ -214,15 +214,15 @@ TEST_F(ScanViewModelTest, StopsAPutBackAndCorrectsTheHistoryWithoutTheModel) {
     const auto deleteAndPutBack = [&](const char* path) {
         m_disk.write(path, "1");
         model->runScan();
-        m_jobs.run();
+        m_jobs.finish();
         model->setChecked(setAt({path}));
         model->confirmDelete();
-        m_jobs.run();
+        m_jobs.finish();
         model->putBackModel()->start();
     };
     deleteAndPutBack("~/Library/Logs/c");
     model->removalTask()->stop();
-    m_jobs.run();
+    m_jobs.finish();
     EXPECT_EQ(model->putBackModel()->failedText(), u"Arrêté : 1 élément n'a pas été remis en place.");
     EXPECT_EQ(recorded(), Texts{"c 1"});
 

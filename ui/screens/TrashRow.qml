@@ -72,10 +72,8 @@ Column {
         id: warning
         objectName: "trashWarning"
         width: parent.width
-        visible: root.model.trashCouldNotAccess || root.model.trashFailedCount >= 1
-        text: root.model.trashCouldNotAccess
-              ? "⚠️ " + Texts.tr("alert_empty_trash_access_hint")
-              : "⚠️ " + root.model.trashFailedCount + " " + Texts.tr("alert_empty_trash_failed_hint")
+        visible: text.length > 0
+        text: root.model.trashWarning
         font: Type.caption
         color: GCColor.danger
         lineHeight: 1.2

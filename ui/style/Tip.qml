@@ -15,7 +15,8 @@ Loader {
     anchors.fill: parent
     // Below the control's items, so that they receive hover events as well.
     z: -1
-    active: text.length > 0 && (isFocused || pointer.hovered && !wasPressed)
+    // A row that left its list may still be focused, without a window.
+    active: Window.window && text.length > 0 && (isFocused || pointer.hovered && !wasPressed)
     onIsPressedChanged: wasPressed = true
 
     HoverHandler {
