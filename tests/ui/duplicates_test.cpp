@@ -212,13 +212,10 @@ void DuplicatesTest::showsPhotosLarge() {
     search();
     m_driver->doubleClick(*tile("A2"));
     QTRY_COMPARE(m_driver->text("previewTitle"), "A2");
-    QCOMPARE(m_driver->text("previewFacts"), "3 MB · Mar 8, 2023 · 40 × 30 · ♥   2 / 3");
+    QCOMPARE(m_driver->text("previewFacts"), "3 MB · Mar 8, 2023 · 40 × 30 · ♥ · 2 of 3");
     checkTicked("", 0, "Zero KB"); // as before the double click
     QTRY_COMPARE(window()->grabWindow().pixelColor(Driver::centre(*m_driver->item("preview"))),
                  QColor(Qt::red));
-    m_driver->key(Qt::Key_Menu);
-    QTRY_COMPARE(menuEntries().size(), 2); // and the keys go to the preview again when it has closed
-    m_driver->key(Qt::Key_Escape);
     for (const auto& [key, next, ticks] : {std::tuple(Qt::Key_Space, "A2", "A2"),
                                            {Qt::Key_Right, "A3", "A2"},
                                            {Qt::Key_Right, "A3", "A2"},
@@ -228,6 +225,7 @@ void DuplicatesTest::showsPhotosLarge() {
                                            {Qt::Key_Space, "A1", "A2 A3"}}) {
         m_driver->key(key);
         QTRY_COMPARE(m_driver->text("previewTitle"), next);
+        QVERIFY(told(window()->activeFocusItem())->text(QAccessible::Name).startsWith(next));
         QCOMPARE(ticked(), ticks);
     }
     QTRY_COMPARE(m_driver->text("previewMissing"), translated("photo_not_on_disk"));
@@ -236,9 +234,12 @@ void DuplicatesTest::showsPhotosLarge() {
     QTRY_COMPARE(m_driver->itemsInSight("previewCheckBox").size(), 1U); // the kept photo has none
     m_driver->click(*m_driver->itemsInSight("previewCheckBox").front());
     QCOMPARE(ticked(), "A3");
-    m_driver->key(Qt::Key_Left);
-    m_driver->key(Qt::Key_Menu); // A1 is in iCloud only
-    QVERIFY(menuEntries().isEmpty());
+    QTRY_COMPARE(m_driver->text("preview", "isLoaded"), "true");
+    m_driver->key(Qt::Key_Menu);
+    QTRY_COMPARE(menuEntries().size(), 2);
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Left, Qt::Key_Menu}) // A1 is in iCloud only
+        m_driver->key(key);
+    QVERIFY(menuEntries().isEmpty() && m_driver->text("previewTitle") == "A1");
     m_driver->key(Qt::Key_Right);
     m_driver->click("closeButton");
     QTRY_VERIFY(!m_driver->isShown("photoPage"));

@@ -105,6 +105,34 @@ def check_out_of_reach(items):
             pass
 
 
+def pass_modal(opener, name, closer, act=lambda: None):
+    """Presses a button, checks that only the dialog of this name can be reached, acts in it and closes it."""
+    behind = [item for item in tree() if item.get_n_actions() > 0]
+    check(len(behind) > 20, f"only {len(behind)} items can be pressed")
+    press(find("push button", opener))
+    open_modal(name)
+    check_out_of_reach(behind)
+    open_modal(name)  # still
+    act()
+    sheet = [item for item in tree() if item.get_n_actions() > 0]
+    press(find("push button", closer))
+    find("page tab list", texts["tab_list"])
+    check_out_of_reach(sheet)
+
+
+def wait_for_photo(position):
+    """Waits until the photo of this position in its group has the focus in the preview and tells its position."""
+    told = f" · {position} {texts['word_of']} "
+    wait_for(f"photo {position}", lambda: [item for item in tree() if has_state(item, Atspi.StateType.FOCUSED)
+                                           and told in item.get_description()])
+
+
+def step_in_preview():
+    wait_for_photo(1)
+    press(find("push button", texts["photo_next"]))
+    wait_for_photo(2)
+
+
 def check(condition, fault):
     if not condition:
         sys.exit(fault)
@@ -132,16 +160,13 @@ def main():
     for opener, title, closer in (("btn_storage_breakdown", "storage_breakdown_title", "menu_close"),
                                   ("btn_empty_trash", "alert_empty_trash_title", "btn_cancel"),
                                   ("btn_trash_selection", "alert_confirm_delete_title", "btn_cancel")):
-        behind = [item for item in tree() if item.get_n_actions() > 0]
-        check(len(behind) > 20, f"only {len(behind)} items can be pressed")
-        press(find("push button", texts[opener]))
-        open_modal(texts[title])
-        check_out_of_reach(behind)
-        open_modal(texts[title])  # still
-        sheet = [item for item in tree() if item.get_n_actions() > 0]
-        press(find("push button", texts[closer]))
-        find("page tab list", texts["tab_list"])
-        check_out_of_reach(sheet)
+        pass_modal(texts[opener], texts[title], texts[closer])
+
+    press(find("page tab", texts["tab_duplicates"]))
+    press(find("push button", texts["btn_allow_photos"]))
+    preview = texts["photo_preview"] + ", "
+    opener = wait_for("a photo", lambda: [item.get_name() for item in tree() if item.get_name().startswith(preview)])[0]
+    pass_modal(opener, opener.removeprefix(preview), texts["menu_close"], step_in_preview)
 
 
 with tempfile.TemporaryDirectory() as folder:

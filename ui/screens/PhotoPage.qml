@@ -3,8 +3,8 @@ import QtQuick.Templates as T
 import Lumvale
 import Lumvale.Style
 
-/// One photo or video, large, with its name, size, date and dimensions. It can be ticked unless it is the kept one. A
-/// context menu tells where its original is.
+/// One photo or video, large, with its name, size, date, dimensions and position in its group. It can be ticked unless
+/// it is the kept one. A context menu tells where its original is.
 FocusScope {
     id: root
 
@@ -29,6 +29,7 @@ FocusScope {
                                     + (dimensions.length > 0 ? " · " + dimensions : "")
                                     + (isVideo ? " · " + Texts.tr("photo_is_video") : "")
                                     + (isFavorite ? " · ♥" : "")
+                                    + " · " + (index + 1) + " " + Texts.tr("word_of") + " " + count
 
     signal toggled
     signal stepped(by: int)
@@ -64,7 +65,7 @@ FocusScope {
         Label {
             objectName: "previewFacts"
             width: parent.width
-            text: root.facts + "   " + (root.index + 1) + " / " + root.count
+            text: root.facts
             font: Type.note
             color: GCColor.textSecondary
         }

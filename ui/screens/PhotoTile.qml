@@ -125,13 +125,15 @@ FocusScope {
 
         T.AbstractButton {
             id: loupe
+
+            // The button itself stays visible for screen readers.
+            readonly property bool isDrawn: button.hovered || root.isCurrent
+
             objectName: "previewButton"
             x: picture.width - width - 4
             y: picture.height - height - 4
             width: 26
             height: 26
-            // Transparent instead of hidden, so that screen readers find it.
-            opacity: button.hovered || root.isCurrent ? 1 : 0
             focusPolicy: Qt.NoFocus
             hoverEnabled: true
             Accessible.role: Accessible.Button
@@ -139,11 +141,13 @@ FocusScope {
             Accessible.onPressAction: root.previewRequested()
             onClicked: root.previewRequested()
             contentItem: Symbol {
+                visible: loupe.isDrawn
                 size: 13
                 name: "magnifyingglass"
                 color: loupe.hovered ? GCColor.textPrimary : GCColor.faded
             }
             background: Rectangle {
+                visible: loupe.isDrawn
                 radius: width / 2
                 color: GCColor.scrim
             }
