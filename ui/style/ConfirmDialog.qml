@@ -11,6 +11,7 @@ Dialog {
     required property string cancelText
     required property string confirmText
 
+    property bool isDestructive: true // gives the button its warning colour
     property bool busy: false
     property bool canStop: true // canceling is possible while busy
     property real progress: -1 // share from 0 to 1; negative if unknown
@@ -43,8 +44,8 @@ Dialog {
     GradientButton {
         id: confirm
         objectName: "confirm"
-        from: GCColor.dangerLight
-        to: GCColor.danger
+        from: root.isDestructive ? GCColor.dangerLight : GCColor.deepTeal
+        to: root.isDestructive ? GCColor.danger : GCColor.glowTeal
         radius: Metrics.smallButtonRadius
         horizontalPadding: 16
         verticalPadding: 10
