@@ -29,7 +29,7 @@ FocusScope {
     function sort(bySize: bool): void {
         list.currentIndex = model.apps.sortBySize(bySize, list.currentIndex);
         if (!list.hasVisualFocus)
-            list.positionViewAtBeginning();
+            list.contentY = list.originY - list.topMargin; // positionViewAtBeginning() ignores the margin
     }
 
     Rectangle {
