@@ -1,4 +1,5 @@
 #include "bench/times.h"
+#include "core/removal/put_back.h"
 #include "core/removal/trash.h"
 #include "core/scan/scanner.h"
 #include "platform/files/descriptor.h"
@@ -19,8 +20,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// Measures on a temporary disk with many small files what counting costs a removal, and how soon removals and
-// scans end after they are stopped.
+// Measures on a temporary disk with many small files what counting costs a removal, how soon removals and
+// scans end after they are stopped, and how long it takes to put entries back.
 
 namespace {
 
@@ -162,6 +163,22 @@ void printScanStops(const TemporaryDisk& disk, int files, Folders folders) {
     }
 }
 
+void printPutBack(const TemporaryDisk& disk, int entries) {
+    makeFiles(disk, "~/Library/Caches", entries, Folders::one);
+    std::vector<std::string> paths;
+    for (int i = 0; i < entries; ++i)
+        paths.push_back(at("~/Library/Caches/") + std::to_string(i));
+    std::vector<double> wall;
+    for (int round = 0; round < rounds; ++round) {
+        const core::DeletionOutcome deleted = core::LumvaleScanner::deletePaths(paths, disk.disk());
+        const auto start = steady_clock::now();
+        if (core::LumvaleScanner::putBack(deleted.moved, disk.disk()).succeeded.size() != paths.size())
+            std::abort();
+        wall.push_back(millisecondsSince(start));
+    }
+    std::printf("| %.1f | %.1f |\n", median(wall), quantile(wall, 1));
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -169,9 +186,16 @@ int main(int argc, char** argv) {
     const std::string_view operation = argc == 3 ? argv[2] : "";
     if (argc == 3)
         std::from_chars(argv[1], argv[1] + std::strlen(argv[1]), files);
-    if (files == 0 || (operation != "removal" && operation != "stop-removal" && operation != "stop-scan")) {
-        std::fputs("usage: bench-long-operations FILES removal|stop-removal|stop-scan\n", stderr);
+    if (files == 0
+        || (operation != "removal" && operation != "stop-removal" && operation != "stop-scan"
+            && operation != "put-back")) {
+        std::fputs("usage: bench-long-operations FILES removal|stop-removal|stop-scan|put-back\n", stderr);
         return 2;
+    }
+    if (operation == "put-back") {
+        std::puts("| ms to put back: median | most |\n|---:|---:|");
+        printPutBack(TemporaryDisk(), files);
+        return 0;
     }
     if (operation == "removal")
         std::puts("| removal | ms | counting | ratio | CPU ms | counting | ratio |\n"

@@ -87,7 +87,6 @@ void ScanViewModel::runScan() {
     endOffers();
     scan();
     discard(m_executor, std::exchange(m_result, nullptr));
-    discard(m_executor, std::exchange(m_resultBeforeDeletion, nullptr));
     m_items.hideRows();
     Q_EMIT resultChanged();
     Q_EMIT selectionChanged();
@@ -97,6 +96,7 @@ void ScanViewModel::runScan() {
 /// Withdraws what the screen offers and says about entries that are about to change.
 void ScanViewModel::endOffers() {
     m_putBack.withdraw();
+    discard(m_executor, std::exchange(m_resultBeforeDeletion, nullptr));
     m_tellsStayed = false;
     Q_EMIT lastDeletedCountChanged();
 }
@@ -108,8 +108,8 @@ void ScanViewModel::scan() {
     m_scan.run(
         m_executor,
         [disk = m_disk](platform::Progress& progress) {
-            const auto result = std::make_shared<const ListedResult>(
-                core::LumvaleScanner::scan(disk, &progress), disk);
+            const auto result =
+                std::make_shared<const ListedResult>(core::LumvaleScanner::scan(disk, &progress), disk);
             return ChangedResult{result, CheckedItems::safeByDefault(result->list), std::nullopt};
         },
         [this, health](ChangedResult scanned) {
@@ -172,7 +172,8 @@ void ScanViewModel::takeDeletion(std::shared_ptr<const Deletion> deletion) {
         [this, deletion] {
             discard(m_executor, std::exchange(m_deletion, deletion));
             m_tellsStayed = true;
-            discard(m_executor, std::exchange(m_resultBeforeDeletion, m_result));
+            if (m_putBack.isOffered())
+                m_resultBeforeDeletion = m_result;
             Q_EMIT lastDeletedCountChanged();
             if (!m_result)
                 setChecked({});
@@ -236,13 +237,7 @@ QString ScanViewModel::deletedText() const {
     if (!m_deletion)
         return {};
     const std::size_t removed = m_deletion->removedCount;
-    const std::size_t moved = m_deletion->outcome.succeeded.size() - removed;
-    QStringList texts;
-    if (moved > 0)
-        texts.append(QString::number(moved) + u' ' + ::tr(u"deleted_confirmation"_s));
-    if (removed > 0)
-        texts.append(QString::number(removed) + u' ' + ::tr(u"trash_emptied_confirmation"_s));
-    return texts.join(u" · "_s);
+    return outcome::deleted(m_deletion->outcome.succeeded.size() - removed, removed);
 }
 
 QString ScanViewModel::stayedText() const {
@@ -254,11 +249,11 @@ QString ScanViewModel::unreadText() const {
 }
 
 QString ScanViewModel::trashNote() const {
-    if (!m_trashReport || m_trashReport->couldNotAccess)
-        return {};
-    if (!m_trashReport->left.empty())
-        return outcome::counted(u"removal_stopped"_s, static_cast<std::int64_t>(m_trashReport->left.size()));
-    return m_trashReport->succeeded + m_trashReport->failed == 0 ? ::tr(u"trash_already_empty"_s) : QString();
+    return m_trashReport ? outcome::trashNote(*m_trashReport) : QString();
+}
+
+QString ScanViewModel::trashWarning() const {
+    return m_trashReport ? outcome::trashWarning(*m_trashReport, m_disk.isReadOnly()) : QString();
 }
 
 int ScanViewModel::checkedCount() const {
@@ -283,18 +278,6 @@ QString ScanViewModel::freeSpaceText() const {
 
 QString ScanViewModel::trashEmptiedSize() const {
     return m_trashReport ? display::size(m_trashReport->bytesFreed) : QString();
-}
-
-QString ScanViewModel::trashWarning() const {
-    if (lastTrashCouldNotAccess())
-        return u"⚠️ "_s + ::tr(u"alert_empty_trash_access_hint"_s);
-    const int failed = lastTrashEmptiedFailed().value_or(0);
-    if (failed == 0)
-        return {};
-    // The hint is about permissions.
-    if (m_disk.isReadOnly())
-        return u"⚠️ "_s + outcome::counted(u"stayed"_s, failed).arg(::tr(u"err_read_only"_s));
-    return u"⚠️ "_s + QString::number(failed) + u' ' + ::tr(u"alert_empty_trash_failed_hint"_s);
 }
 
 QStringList ScanViewModel::trashFailedNames() const {

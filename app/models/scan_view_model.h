@@ -125,8 +125,8 @@ public:
     int trashEmptiedCount() const { return lastTrashEmptiedCount().value_or(-1); }
     QString trashEmptiedSize() const;
     int trashFailedCount() const { return lastTrashEmptiedFailed().value_or(-1); }
-    QString unreadText() const; ///< how many folders the scan could not read for lack of file descriptors
-    QString trashNote() const;  ///< the Trash was empty, or emptying it was stopped
+    QString unreadText() const;   ///< how many folders the scan could not read for lack of file descriptors
+    QString trashNote() const;    ///< the Trash was empty, or emptying it was stopped
     QString trashWarning() const; ///< the Trash could not be listed or emptied, and what can be done
     QStringList trashFailedNames() const;
     QStringList trashFailedReasonKeys() const;
@@ -174,8 +174,8 @@ private:
     std::optional<core::HealthScore> m_health;
     bool m_showDeleteConfirm = false;
     bool m_showEmptyTrashConfirm = false;
-    std::shared_ptr<const Deletion> m_deletion; ///< the last one
-    SharedResult m_resultBeforeDeletion;
+    std::shared_ptr<const Deletion> m_deletion;             ///< the last one
+    SharedResult m_resultBeforeDeletion;                    ///< while its items can be put back
     bool m_tellsStayed = false;                             ///< until the next scan or removal
     std::shared_ptr<const core::TrashReport> m_trashReport; ///< reset by runScan()
     StorageEntriesModel m_storageEntries;

@@ -69,6 +69,15 @@ QString outcome::putBackReason(const platform::Error& error) {
     return tr(display::text(core::LumvaleScanner::putBackReasonKey(error)));
 }
 
+QString outcome::deleted(std::size_t moved, std::size_t removed) {
+    QStringList texts;
+    if (moved > 0)
+        texts.append(QString::number(moved) + u' ' + tr(u"deleted_confirmation"_s));
+    if (removed > 0)
+        texts.append(QString::number(removed) + u' ' + tr(u"trash_emptied_confirmation"_s));
+    return texts.join(u" · "_s);
+}
+
 QString outcome::stayed(const core::DeletionOutcome& deletion) {
     std::vector<core::DeletionFailure> failed = deletion.failed;
     const auto gone =
@@ -81,4 +90,23 @@ QString outcome::stayed(const core::DeletionOutcome& deletion) {
 QString outcome::notPutBack(const core::PutBackOutcome& putBack) {
     return sentences(putBack.failed, core::LumvaleScanner::putBackReasonKey, u"put_back_failed"_s,
                      putBack.left, u"put_back_stopped"_s);
+}
+
+QString outcome::trashNote(const core::TrashReport& report) {
+    if (report.couldNotAccess)
+        return {};
+    if (!report.left.empty())
+        return counted(u"removal_stopped"_s, static_cast<std::int64_t>(report.left.size()));
+    return report.succeeded + report.failed == 0 ? tr(u"trash_already_empty"_s) : QString();
+}
+
+QString outcome::trashWarning(const core::TrashReport& report, bool isDiskReadOnly) {
+    if (report.couldNotAccess)
+        return u"⚠️ "_s + tr(u"alert_empty_trash_access_hint"_s);
+    if (report.failed == 0)
+        return {};
+    // The hint of the other text is about permissions.
+    if (isDiskReadOnly)
+        return u"⚠️ "_s + counted(u"stayed"_s, report.failed).arg(tr(u"err_read_only"_s));
+    return u"⚠️ "_s + QString::number(report.failed) + u' ' + tr(u"alert_empty_trash_failed_hint"_s);
 }
