@@ -132,6 +132,7 @@ void CleanupTest::movesOnlyTickedItems() {
     QVERIFY(m_disk->exists("~/Library/Logs/b.log") && m_disk->exists("~/.Trash/thrown away"));
     QCOMPARE(ticks(), "---");
     QVERIFY(!m_driver->row("old.zip"));
+    QCOMPARE(m_driver->itemsInSight("heading").size(), 3U);
     QCOMPARE(announced("deletedLabel"), "1 " + translated("deleted_confirmation"));
     QCOMPARE(m_driver->text("selectionLabel"), "0" + suffix + "Zero KB");
     press(told("deleteButton")); // disabled

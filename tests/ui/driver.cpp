@@ -91,6 +91,13 @@ QQuickItem* Driver::itemInSight(const char* name, const QString& text) const {
     return nullptr;
 }
 
+bool Driver::isAtRest() const {
+    bool isAtRest = true;
+    forEachVisible(m_window.contentItem(),
+                   [&](const QQuickItem* list) { isAtRest &= !list->property("isClosingUp").toBool(); });
+    return isAtRest;
+}
+
 bool Driver::click(const char* name) const {
     const QQuickItem* found = item(name);
     if (found)

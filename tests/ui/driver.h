@@ -30,6 +30,8 @@ public:
     /// Returns the rows of lists in sight, and the one with this first text, its name.
     std::vector<QQuickItem*> rows() const { return itemsInSight("row"); }
     QQuickItem* row(const QString& name) const { return itemInSight("row", name); }
+    /// Returns false while rows fade that have left their list, and while the others close up.
+    bool isAtRest() const;
 
     /// Clicks the center of the item; returns false if no such item is visible.
     bool click(const char* name) const;

@@ -1,5 +1,7 @@
 #include "app/models/type_ahead.h"
+#include "app/models/uninstall_view_model.h"
 #include "tests/ui/window_test.h"
+#include "ui/style/reduced_motion.h"
 
 #include <algorithm>
 #include <limits>
@@ -13,6 +15,7 @@ private Q_SLOTS:
 
     void uninstallsTickedFilesOfTheChosenApp();
     void uninstallsUntilNoAppIsLeft();
+    void letsRemovedRowsFade();
 
 private:
     void choose(const QString& app); ///< as a screen reader does
@@ -121,6 +124,54 @@ void UninstallTest::uninstallsUntilNoAppIsLeft() {
     }
     QVERIFY(!m_driver->isShown("appsList"));
     QCOMPARE(m_driver->text("emptyPrompt"), translated("storage_breakdown_empty"));
+}
+
+void UninstallTest::letsRemovedRowsFade() {
+    for (const char digit : std::string("0123456789"))
+        for (const char other : std::string("abcde"))
+            m_disk->make({std::string("/Applications/A") + digit + other + ".app/x 1"});
+    m_driver->key(Qt::Key_F5);
+    QTRY_COMPARE(current(), "A0a");
+    layOut();
+    const auto remove = [this](const std::string& app) {
+        model<UninstallViewModel>()->appsModel()->remove("/Applications/" + app + ".app");
+        layOut();
+    };
+    const auto told = [this] {
+        QStringList names;
+        for (int i = 0; i < this->told("appsList")->childCount(); ++i)
+            names.append(this->told("appsList")->child(i)->text(QAccessible::Name).section(',', 0, 0));
+        return names;
+    };
+    const std::size_t rowCount = m_driver->rows().size();
+
+    remove("A0a");
+    const QQuickItem* const leaving = m_driver->row("A0a");
+    QVERIFY(leaving && !told().contains("A0a") && told().contains("A0b"));
+    QTest::mouseClick(window(), Qt::RightButton, {}, Driver::centre(*leaving));
+    layOut();
+    QVERIFY(menuEntries().isEmpty());
+    remove("A0c"); // while the rows close up
+    QTRY_VERIFY(m_driver->isAtRest());
+    QCOMPARE(current(), "A0b");
+    qreal bottom = Driver::place(*m_driver->row("A0b")).top();
+    for (const QQuickItem* row : m_driver->rows()) {
+        QCOMPARE(Driver::place(*row).top(), bottom); // no gap, no row on another one
+        bottom = Driver::place(*row).bottom();
+    }
+    QVERIFY(!told().contains("A0c"));
+
+    m_driver->key(Qt::Key_End); // reuses the rows
+    layOut();
+    QCOMPARE(current(), "Solo");
+    QVERIFY(m_driver->rows().size() >= rowCount);
+    QVERIFY(std::ranges::all_of(m_driver->rows(), &QQuickItem::isEnabled));
+
+    ReducedMotion::shared().setRequested(true);
+    remove("Solo");
+    QVERIFY(!m_driver->row("Solo"));
+    QCOMPARE(current(), "Paint");
+    ReducedMotion::shared().setRequested(false);
 }
 
 int main(int argc, char** argv) {

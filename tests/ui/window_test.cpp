@@ -71,6 +71,8 @@ void WindowTest::confirm(const char* button) const {
     QTRY_VERIFY(m_driver->isShown("confirm"));
     QVERIFY(m_driver->click("confirm"));
     QTRY_VERIFY(!m_driver->isShown("confirm"));
+    layOut();
+    QTRY_VERIFY(m_driver->isAtRest());
 }
 
 QStringList WindowTest::drawn() const {

@@ -53,7 +53,7 @@ protected:
     }
 
     void scan() const; ///< clicks the button and waits for rows
-    /// Clicks a button that opens a dialog, confirms it and waits until it is closed.
+    /// Clicks a button that opens a dialog, confirms it and waits until it is closed and rows have left.
     void confirm(const char* button) const;
 
     QStringList drawn() const; ///< the rows in sight: the texts of each as drawn, joined by " | "

@@ -45,7 +45,7 @@ void Camera::takeIn(QSize size, const QString& name) {
                 problems.append(name + ": cut: " + text);
             for (const QString& texts : driver.overlappingTexts())
                 problems.append(name + ": overlap: " + texts);
-            return problems.isEmpty();
+            return problems.isEmpty() && driver.isAtRest();
         },
         1000);
     m_problems += problems;

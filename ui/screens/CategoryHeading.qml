@@ -19,16 +19,123 @@ SectionLabel {
     readonly property string foldText: Texts.tr(isFolded ? "section_folded" : "section_unfolded")
     readonly property bool isOverRows: y <= list.contentY
 
+    /// 0 after the row below it has left the list, and until the heading appears.
+    property real presence: 1
+    /// Where it was drawn before rows left the list; NaN at any other time.
+    property real placeBefore: NaN
+
+    readonly property real place: y + shift.y
+    readonly property alias isLeaving: fading.running
+
     signal foldRequested
     signal toggled
 
+    /// Returns where this heading, or one of the same category that is leaving, was drawn before rows left the list; NaN
+    /// if it was not drawn.
+    function earlierPlace(): real {
+        for (let i = 0; isNaN(placeBefore) && i < parent.children.length; ++i) {
+            const heading = parent.children[i] as CategoryHeading;
+            if (heading && heading !== root && heading.isLeaving && heading.text === text)
+                return heading.place;
+        }
+        return placeBefore;
+    }
+
+    /// While the rows close up, moves the heading from its earlier place, or lets it appear if it was not drawn.
+    function closeUp(): void {
+        appearing.stop();
+        moving.stop();
+        shift.y = 0;
+        if (!fading.running)
+            presence = 1;
+        if (!visible || !list || !list.isClosingUp || isOverRows)
+            return;
+        const earlier = earlierPlace();
+        if (isNaN(earlier)) {
+            presence = 0;
+            appearing.start();
+        } else {
+            shift.y = earlier - y;
+            moving.start();
+        }
+    }
+
+    function forgetPlace(): void {
+        placeBefore = NaN;
+    }
+
     objectName: "heading"
     // ListView places the heading that stays at the top above the first one while the list is at its beginning.
-    opacity: y < list.originY ? 0 : 1
+    opacity: y < list.originY ? 0 : presence
     indent: Metrics.checkSide + 14
     trailing: chevron.width + 8 + summaryLabel.width + 16
     Accessible.description: summary + ", " + foldText
     Accessible.onPressAction: foldRequested()
+    transform: Translate {
+        id: shift
+    }
+    onYChanged: closeUp()
+    onTextChanged: closeUp()
+    onVisibleChanged: { // Qt hides a heading before it reuses it
+        fading.stop();
+        closeUp();
+    }
+    Component.onCompleted: closeUp()
+
+    // Qt's transitions leave headings out: a heading jumps to its new place, or another one appears there, and that of a
+    // row that fades stays as long as the row.
+    Connections {
+        target: root.list
+        function onRowLeft(row: Item): void {
+            if (!root.visible || root.isOverRows)
+                return;
+            if (isNaN(root.placeBefore)) {
+                root.placeBefore = root.place;
+                Qt.callLater(root.forgetPlace); // qmllint disable
+            }
+            if (Texts.tr(row.ListView.section) === root.text && row.ListView.previousSection !== row.ListView.section)
+                fading.restart();
+        }
+    }
+
+    NumberAnimation {
+        id: fading
+        target: root
+        property: "presence"
+        to: 0
+        duration: Motion.removalDuration
+    }
+
+    SequentialAnimation {
+        id: moving
+
+        PauseAnimation {
+            duration: Motion.removalDuration
+        }
+
+        NumberAnimation {
+            target: shift
+            property: "y"
+            to: 0
+            duration: Motion.removalDuration
+            easing.type: Easing.OutQuad
+        }
+    }
+
+    SequentialAnimation {
+        id: appearing
+
+        PauseAnimation {
+            duration: Motion.removalDuration
+        }
+
+        NumberAnimation {
+            target: root
+            property: "presence"
+            to: 1
+            duration: Motion.removalDuration
+        }
+    }
 
     RowPointerHandler {
         list: root.list

@@ -15,7 +15,7 @@ KeyboardRow {
     onMenuRequested: (position, reason) => menu.openAt(position, reason)
 
     Tip {
-        text: menu.isOpen ? "" : root.pathText
+        text: menu.isOpen || root.isLeaving ? "" : root.pathText
         isFocused: root.isCurrent
         isPressed: root.pressed
     }

@@ -31,7 +31,7 @@ Panel {
         if (!items.sections[section] || items.sections[section].isFolded === isFolded)
             return;
         list.currentIndex = items.firstRow(section);
-        items.setFolded(section, isFolded);
+        list.changeAtOnce(() => items.setFolded(section, isFolded));
         list.positionViewAtIndex(list.currentIndex, ListView.Contain);
     }
 

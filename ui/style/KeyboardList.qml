@@ -1,8 +1,10 @@
 import QtQuick
 import QtQuick.Templates as T
+import Lumvale.Style
 
 /// A scrolling list with keyboard navigation. It is a single tab stop; Up, Down, Home, End, Page Up and Page Down
-/// change the current row. Rows show the focus only if `hasVisualFocus`.
+/// change the current row. Rows show the focus only if `hasVisualFocus`. Rows that the model removes fade, then the others
+/// close up.
 ListView {
     id: root
 
@@ -12,12 +14,28 @@ ListView {
     property int firstRow: 0
     /// True while takeFocus() runs with a mouse reason, for onActiveFocusChanged.
     property bool isTakingMouseFocus: false
+    /// True while changeAtOnce() runs.
+    property bool isChangedAtOnce: false
+
+    readonly property bool isAnimated: !ReducedMotion.isRequested && !isChangedAtOnce
+    readonly property alias isClosingUp: closingUp.running
+
+    /// The row is no longer in the model and begins to fade. Nothing has moved yet.
+    signal rowLeft(row: Item)
 
     function takeFocus(reason: int): void {
         isTakingMouseFocus = reason === Qt.MouseFocusReason;
         forceActiveFocus(reason);
         isTakingMouseFocus = false;
         hasVisualFocus = reason !== Qt.MouseFocusReason;
+    }
+
+    /// Runs a change of the model without animating it.
+    function changeAtOnce(change: var): void {
+        isChangedAtOnce = true;
+        change();
+        forceLayout();
+        isChangedAtOnce = false;
     }
 
     /// Returns the row that a key leads to from the current one, or a value less than `firstRow` if it is no navigation
@@ -56,6 +74,39 @@ ListView {
     boundsBehavior: Flickable.StopAtBounds
     highlightFollowsCurrentItem: true
     highlightMoveDuration: 0
+    remove: Transition {
+        enabled: root.isAnimated
+
+        SequentialAnimation {
+            NumberAnimation {
+                property: "opacity"
+                to: 0
+                duration: Motion.removalDuration
+            }
+
+            // The row is reused.
+            PropertyAction {
+                property: "opacity"
+                value: 1
+            }
+        }
+    }
+    removeDisplaced: Transition {
+        enabled: root.isAnimated
+
+        SequentialAnimation {
+            PauseAnimation {
+                duration: Motion.removalDuration
+            }
+
+            NumberAnimation {
+                property: "y"
+                duration: Motion.removalDuration
+                easing.type: Easing.OutQuad
+            }
+        }
+    }
+    onRowLeft: closingUp.restart()
     T.ScrollBar.vertical: SlimScrollBar {}
     Accessible.role: Accessible.List
     onActiveFocusChanged: {
@@ -73,5 +124,11 @@ ListView {
         event.accepted = row >= firstRow || takeText(event);
         if (row >= firstRow)
             currentIndex = row;
+    }
+
+    // As long as both transitions, whose own property can stay true in Qt 6.4.
+    PauseAnimation {
+        id: closingUp
+        duration: 2 * Motion.removalDuration
     }
 }

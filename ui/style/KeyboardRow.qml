@@ -8,18 +8,30 @@ T.AbstractButton {
 
     property KeyboardList list: ListView.view as KeyboardList
     property bool isSelected: false
+    /// Fades, since its entry is no longer in the model.
+    property bool isLeaving: false
     property bool isCurrent: list !== null && list.hasVisualFocus && ListView.isCurrentItem
 
     /// A context menu is requested at a position in the row, by the right mouse button, the Menu key or Shift-F10.
     signal menuRequested(position: point, reason: int)
 
     objectName: "row"
+    enabled: !isLeaving
     hoverEnabled: true
     focusPolicy: Qt.NoFocus
+    Accessible.ignored: isLeaving
     Accessible.onPressAction: clicked()
     // Hides pooled delegates: they are not drawn, but screen readers would still find them.
     ListView.onPooled: visible = false
-    ListView.onReused: visible = true
+    ListView.onReused: {
+        visible = true;
+        isLeaving = false;
+    }
+    ListView.onRemove: {
+        isLeaving = true;
+        if (list.isAnimated)
+            list.rowLeft(root);
+    }
     // The current row has the active focus and accepts Space, so the list doesn't receive that key.
     Keys.onPressed: event => {
         list.hasVisualFocus = true;

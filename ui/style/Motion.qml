@@ -7,5 +7,7 @@ QtObject {
     readonly property real slowPulseSpeed: 1.1
     readonly property real spinSpeed: 160 // degrees per second
     readonly property int quickDuration: 120 // milliseconds; for direct responses to input
+    // Milliseconds for each of two steps: rows that leave a list fade, then the others close up.
+    readonly property int removalDuration: 75
     readonly property int typingPause: 1000 // milliseconds; ends the text typed in a list
 }
