@@ -107,9 +107,9 @@ TEST_F(PhotoDuplicates, GroupsHoldTheOldestFirstAndAreDeletedByIdentifier) {
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(m_progress->entries(), 2);
     EXPECT_EQ(m_progress->bytes(), 2000);
-    core::DuplicatePhotoItem favourite = item("A/L0/001", 1000, 1'678'307'200.25);
-    favourite.isFavorite = true;
-    EXPECT_EQ(found[0].items, (std::vector{favourite, item("B/L0/001", 1000, 1'678'307'200.5)}));
+    core::DuplicatePhotoItem favorite = item("A/L0/001", 1000, 1'678'307'200.25);
+    favorite.isFavorite = true;
+    EXPECT_EQ(found[0].items, (std::vector{favorite, item("B/L0/001", 1000, 1'678'307'200.5)}));
 
     auto outcome = platform::PhotoDeletion::failed;
     core::LumvalePhotoDuplicates::deleteItems({found[0].items[1], item("unknown/L0/001", 1)},

@@ -110,15 +110,15 @@ photograph=$build/packaging/photograph.png
 take_photograph() { import -silent -window "$window" "$photograph"; }
 
 # It may take a while to come up, and a moment more until all of it is drawn.
-window='' colours=0
-for ((tenth = 0; tenth < 200 && colours < 1000; ++tenth)); do
+window='' colors=0
+for ((tenth = 0; tenth < 200 && colors < 1000; ++tenth)); do
     kill -0 $program 2>/dev/null || fail "it ended by itself"
     sleep 0.1
     [ -n "$window" ] || window=$(xwininfo -name "$name" 2>/dev/null | grep -oE -m 1 '0x[0-9a-f]+') || continue
-    colours=$(take_photograph 2>/dev/null && identify -format %k "$photograph") || colours=0
+    colors=$(take_photograph 2>/dev/null && identify -format %k "$photograph") || colors=0
 done
 [ -n "$window" ] || fail "no window with the title $name"
-((colours >= 1000)) || fail "its window shows $colours colors"
+((colors >= 1000)) || fail "its window shows $colors colors"
 sleep 0.5 # what fades in is whole by then
 take_photograph
 

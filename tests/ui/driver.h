@@ -35,16 +35,16 @@ public:
 
     /// Clicks the center of the item; returns false if no such item is visible.
     bool click(const char* name) const;
-    void click(const QQuickItem& item) const { click(centre(item)); }
+    void click(const QQuickItem& item) const { click(center(item)); }
     void click(QPoint place) const { QTest::mouseClick(&m_window, Qt::LeftButton, {}, place); }
-    static QPoint centre(const QQuickItem& item) { return place(item).center().toPoint(); }
+    static QPoint center(const QQuickItem& item) { return place(item).center().toPoint(); }
     static QRectF place(const QQuickItem& item); ///< in window coordinates
 
     void key(Qt::Key key) const { QTest::keyClick(&m_window, key); }
 
     /// Sends a double click, or a key press with repeats.
     void doubleClick(const QQuickItem& item) const {
-        QTest::mouseDClick(&m_window, Qt::LeftButton, {}, centre(item));
+        QTest::mouseDClick(&m_window, Qt::LeftButton, {}, center(item));
     }
     void holdKey(Qt::Key key) const;
 

@@ -214,7 +214,7 @@ void DuplicatesTest::showsPhotosLarge() {
     QTRY_COMPARE(m_driver->text("previewTitle"), "A2");
     QCOMPARE(m_driver->text("previewFacts"), "3 MB · Mar 8, 2023 · 40 × 30 · ♥ · 2 of 3");
     checkTicked("", 0, "Zero KB"); // as before the double click
-    QTRY_COMPARE(window()->grabWindow().pixelColor(Driver::centre(*m_driver->item("preview"))),
+    QTRY_COMPARE(window()->grabWindow().pixelColor(Driver::center(*m_driver->item("preview"))),
                  QColor(Qt::red));
     for (const auto& [key, next, ticks] : {std::tuple(Qt::Key_Space, "A2", "A2"),
                                            {Qt::Key_Right, "A3", "A2"},

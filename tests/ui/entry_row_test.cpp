@@ -123,12 +123,12 @@ void EntryRowTest::tellsShowsAndCopiesPaths() {
     QVERIFY(row);
     const QString tickedBefore = ticks();
     QTRY_VERIFY(told(row)->text(QAccessible::Description).endsWith(path));
-    QTest::mouseMove(window(), Driver::centre(*row));
+    QTest::mouseMove(window(), Driver::center(*row));
     QTRY_VERIFY(m_driver->text("tipText").endsWith(path));
 
     const QByteArray root = "file://" + QByteArray::fromStdString(m_disk->disk().hostRoot());
     m_fileManager.start();
-    QTest::mouseClick(window(), Qt::RightButton, {}, Driver::centre(*row));
+    QTest::mouseClick(window(), Qt::RightButton, {}, Driver::center(*row));
     QVERIFY(!m_driver->isShown("tipText"));
     choose(translated("show_in_file_manager"));
     QTRY_COMPARE(m_fileManager.m_shown, QStringList(root + uri));
@@ -155,7 +155,7 @@ void EntryRowTest::saysWhyNothingIsShown() {
     open();
     openRow("tab_cleanup", "kept");
     const auto show = [this](const QString& name) {
-        QTest::mouseClick(window(), Qt::RightButton, {}, Driver::centre(*m_driver->row(name)));
+        QTest::mouseClick(window(), Qt::RightButton, {}, Driver::center(*m_driver->row(name)));
         choose(translated("show_in_file_manager"));
         return announced("notice");
     };

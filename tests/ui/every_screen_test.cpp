@@ -193,7 +193,7 @@ void EveryScreenTest::asksBeforeActing() {
     for (const Qt::MouseButton button : {Qt::MiddleButton, Qt::RightButton})
         for (const char* item : {question.button, "photoCheckBox", "row"})
             if (m_driver->isShown(item))
-                QTest::mouseClick(window(), button, {}, Driver::centre(*m_driver->item(item)));
+                QTest::mouseClick(window(), button, {}, Driver::center(*m_driver->item(item)));
     QVERIFY(!m_driver->isShown("confirm"));
     m_driver->key(Qt::Key_Escape); // closes the context menu of the row, if it has one
     QTRY_VERIFY(!m_driver->isShown("menuEntry"));
@@ -244,7 +244,7 @@ void EveryScreenTest::asksBeforeActing() {
 void EveryScreenTest::act(const Question& question, bool byKeys) {
     const auto before = m_disk->entries();
     const QPoint behind =
-        Driver::centre(byKeys ? *m_driver->item("confirm") : *m_driver->item(question.behind));
+        Driver::center(byKeys ? *m_driver->item("confirm") : *m_driver->item(question.behind));
     holdJobs();
     if (byKeys)
         for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return})
@@ -419,11 +419,11 @@ void EveryScreenTest::drawsThePalette() {
         {"panel", {panel.left() + 6, 600}, {15, 17, 25}},
         {"button", {button.left() + 2, button.center().y()}, {255, 143, 122}}};
     const QImage picture = window()->grabWindow();
-    for (const auto& [what, place, colour] : stated) {
+    for (const auto& [what, place, color] : stated) {
         const QColor drawn = picture.pixelColor(place.toPoint());
         const int difference =
-            std::max({std::abs(drawn.red() - colour.red()), std::abs(drawn.green() - colour.green()),
-                      std::abs(drawn.blue() - colour.blue())});
+            std::max({std::abs(drawn.red() - color.red()), std::abs(drawn.green() - color.green()),
+                      std::abs(drawn.blue() - color.blue())});
         QVERIFY2(difference <= 2, qPrintable(what + (' ' + drawn.name())));
     }
 }

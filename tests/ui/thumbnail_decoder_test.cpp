@@ -161,18 +161,18 @@ void ThumbnailDecoderTest::cropsToASquareInTheStoredOrientation() {
 }
 
 void ThumbnailDecoderTest::decodesIconsOfBothKinds() {
-    const QColor colour(255, 0, 0, 64);
+    const QColor color(255, 0, 0, 64);
     QImage image(64, 64, QImage::Format_ARGB32);
-    image.fill(colour);
+    image.fill(color);
     const QByteArray png = encoded(image, "png");
     QByteArray raw = "ARGB";
     for (const char value : {'\x40', '\xFF', '\0', '\0'}) // 8 times 128 pixels for each channel
         raw += (QByteArray("\xFD") + value).repeated(8);
     const std::tuple<const char*, QByteArray, QColor> cases[]{
-        {"PNG", block("TOC ", "ic12") + block("ic12", png) + block("name", "x"), colour},
+        {"PNG", block("TOC ", "ic12") + block("ic12", png) + block("name", "x"), color},
         {"truncated PNG", block("ic12", png).chopped(png.size() / 2), {}},
         {"PNG with inflating texts", block("ic08", pngWithTexts()), Qt::white},
-        {"pixels", block("ic05", raw), colour},
+        {"pixels", block("ic05", raw), color},
     };
     for (const auto& [what, blocks, expected] : cases) {
         const QImage icon = decodeIcon(file("icns0000" + blocks), 24);

@@ -35,7 +35,7 @@ private:
     PhotoThumbnail* makeTile(const QByteArray& uuid, bool isLarge = false);
     static QByteArray id(const QByteArray& uuid) { return uuid + "/L0/001"; }
     void runAll();
-    QColor colour(int x = 48, int y = 48) const { return window()->grabWindow().pixelColor(x, y); }
+    QColor color(int x = 48, int y = 48) const { return window()->grabWindow().pixelColor(x, y); }
 
     HandCranked m_jobs;
     std::optional<CatalogueWriter> m_catalogue;
@@ -110,18 +110,18 @@ void ThumbnailTest::distinguishesLoadedInCloudAndBroken() {
 
 void ThumbnailTest::drawsThePictureOfItsCurrentAsset() {
     PhotoThumbnail* tile = makeTile("A");
-    QCOMPARE(colour(), QColor(Qt::black));
+    QCOMPARE(color(), QColor(Qt::black));
     runAll();
-    QCOMPARE(colour(), QColor(Qt::red));
-    QCOMPARE(colour(0, 48), QColor(Qt::red));
-    QCOMPARE(colour(0, 0), QColor(Qt::black)); // round corner
+    QCOMPARE(color(), QColor(Qt::red));
+    QCOMPARE(color(0, 48), QColor(Qt::red));
+    QCOMPARE(color(0, 0), QColor(Qt::black)); // round corner
     tile->setAssetID(id("B"));
     m_jobs.runBackground();
     tile->setAssetID(id("C"));
     m_jobs.publish();
     QVERIFY(!tile->isLoaded());
     runAll();
-    QCOMPARE(colour(), QColor(Qt::blue));
+    QCOMPARE(color(), QColor(Qt::blue));
     // The whole picture, from a rendition where the original cannot be decoded.
     const std::string renditions = std::string(CatalogueWriter::folder) + "/resources/derivatives/A/";
     m_disk->make(renditions);
@@ -130,8 +130,8 @@ void ThumbnailTest::drawsThePictureOfItsCurrentAsset() {
     for (const QColor expected : {Qt::red, Qt::green}) {
         makeTile("A", true);
         runAll();
-        QCOMPARE(colour(), expected);
-        QCOMPARE(colour(48, 8), QColor(Qt::black));
+        QCOMPARE(color(), expected);
+        QCOMPARE(color(48, 8), QColor(Qt::black));
         m_disk->write(originals + "A.jpeg", "text");
     }
 }
@@ -182,11 +182,11 @@ void ThumbnailTest::drawsTheIconForTheSizeOfItsItem() {
     QVERIFY(isPlaceholderShown());
     runAll();
     QVERIFY(!isPlaceholderShown());
-    QCOMPARE(colour(16, 16), QColor(Qt::red));
+    QCOMPARE(color(16, 16), QColor(Qt::red));
     icon->setProperty("width", 48);
     icon->setProperty("height", 48);
     runAll();
-    QCOMPARE(colour(16, 16), QColor(Qt::green));
+    QCOMPARE(color(16, 16), QColor(Qt::green));
     icon->setProperty("bundle", QByteArray("/Applications/B.app"));
     runAll();
     QVERIFY(isPlaceholderShown());

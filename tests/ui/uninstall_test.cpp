@@ -148,7 +148,7 @@ void UninstallTest::letsRemovedRowsFade() {
     remove("A0a");
     const QQuickItem* const leaving = m_driver->row("A0a");
     QVERIFY(leaving && !told().contains("A0a") && told().contains("A0b"));
-    QTest::mouseClick(window(), Qt::RightButton, {}, Driver::centre(*leaving));
+    QTest::mouseClick(window(), Qt::RightButton, {}, Driver::center(*leaving));
     layOut();
     QVERIFY(menuEntries().isEmpty());
     remove("A0c"); // while the rows close up

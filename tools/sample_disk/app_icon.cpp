@@ -51,7 +51,7 @@ constexpr Letter letters[] = {
     {'Z', "00 40 06 46"},
 };
 
-constexpr std::pair<Colour, Colour> colours[] = {
+constexpr std::pair<Color, Color> colors[] = {
     {{96, 165, 250}, {37, 99, 235}},   {{251, 146, 60}, {220, 80, 30}},  {{74, 222, 128}, {22, 140, 74}},
     {{167, 139, 250}, {109, 62, 220}}, {{248, 113, 113}, {200, 40, 60}}, {{45, 212, 191}, {13, 130, 136}},
     {{250, 204, 21}, {217, 130, 10}},  {{148, 163, 184}, {60, 75, 100}}, {{244, 114, 182}, {190, 35, 110}},
@@ -100,7 +100,7 @@ std::vector<std::uint8_t> drawn(std::string_view name, int side) {
     std::uint32_t sum = 0;
     for (const char c : name)
         sum = sum * 31 + static_cast<unsigned char>(c);
-    const auto& [top, bottom] = colours[sum % std::size(colours)];
+    const auto& [top, bottom] = colors[sum % std::size(colors)];
     const std::vector<Line> lines = linesOf(name);
     // Share of a pixel that a shape covers whose edge is at this distance, in pixels; negative inside.
     const auto covered = [side](double distance) {
@@ -108,7 +108,7 @@ std::vector<std::uint8_t> drawn(std::string_view name, int side) {
     };
     std::vector<std::uint8_t> pixels;
     for (int row = 0; row < side; ++row) {
-        const Colour ground = mixed(top, bottom, 100 * row / side);
+        const Color ground = mixed(top, bottom, 100 * row / side);
         for (int column = 0; column < side; ++column) {
             const Point point{(column + 0.5) / side, (row + 0.5) / side};
             const double inner = 0.5 - margin - radius;
@@ -118,9 +118,9 @@ std::vector<std::uint8_t> drawn(std::string_view name, int side) {
             for (const Line& line : lines)
                 stroke = std::min(stroke, line.distance(point));
             const int percent = static_cast<int>(100 * covered(stroke - strokeWidth / 2));
-            const Colour colour = mixed(ground, {255, 255, 255}, percent);
+            const Color color = mixed(ground, {255, 255, 255}, percent);
             const auto opacity = static_cast<std::uint8_t>(255 * covered(std::hypot(x, y) - radius));
-            pixels.insert(pixels.end(), {colour.red, colour.green, colour.blue, opacity});
+            pixels.insert(pixels.end(), {color.red, color.green, color.blue, opacity});
         }
     }
     return pixels;

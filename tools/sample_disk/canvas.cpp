@@ -4,7 +4,7 @@
 
 namespace sample_disk {
 
-Colour mixed(Colour from, Colour to, int percent) {
+Color mixed(Color from, Color to, int percent) {
     const auto part = [percent](int low, int high) {
         return static_cast<std::uint8_t>(low + (high - low) * percent / 100);
     };
@@ -13,20 +13,20 @@ Colour mixed(Colour from, Colour to, int percent) {
 
 Canvas::Canvas(int width, int height) : m_width(width), m_height(height), m_pixels(index(0, height)) {}
 
-void Canvas::fill(Box box, Colour colour) {
-    gradient(box, colour, colour);
+void Canvas::fill(Box box, Color color) {
+    gradient(box, color, color);
 }
 
-void Canvas::gradient(Box box, Colour top, Colour bottom) {
+void Canvas::gradient(Box box, Color top, Color bottom) {
     const Box seen = clipped(box);
     for (int y = seen.top; y < seen.bottom; ++y) {
-        const Colour colour = mixed(top, bottom, 100 * (y - box.top) / (box.bottom - box.top));
+        const Color color = mixed(top, bottom, 100 * (y - box.top) / (box.bottom - box.top));
         std::fill(m_pixels.begin() + y * m_width + seen.left,
-                  m_pixels.begin() + y * m_width + std::max(seen.left, seen.right), colour);
+                  m_pixels.begin() + y * m_width + std::max(seen.left, seen.right), color);
     }
 }
 
-void Canvas::ellipse(int x, int y, int radiusX, int radiusY, Colour colour) {
+void Canvas::ellipse(int x, int y, int radiusX, int radiusY, Color color) {
     if (radiusX <= 0 || radiusY <= 0)
         return;
     constexpr int one = 4'096;
@@ -37,18 +37,18 @@ void Canvas::ellipse(int x, int y, int radiusX, int radiusY, Colour colour) {
             const int within = one - above - one * (column - x) * (column - x) / (radiusX * radiusX);
             const int percent = 50 + 50 * within * std::min(radiusX, radiusY) / one;
             if (percent > 0) {
-                Colour& pixel = m_pixels[index(column, row)];
-                pixel = mixed(pixel, colour, std::min(percent, 100));
+                Color& pixel = m_pixels[index(column, row)];
+                pixel = mixed(pixel, color, std::min(percent, 100));
             }
         }
     }
 }
 
-void Canvas::circle(int x, int y, int radius, Colour colour) {
-    ellipse(x, y, radius, radius, colour);
+void Canvas::circle(int x, int y, int radius, Color color) {
+    ellipse(x, y, radius, radius, color);
 }
 
-void Canvas::ridge(std::span<const int> heights, Colour colour) {
+void Canvas::ridge(std::span<const int> heights, Color color) {
     const int spans = static_cast<int>(heights.size()) - 1;
     for (int x = 0; x < m_width; ++x) {
         const int along = 256 * spans * x / m_width;
@@ -60,11 +60,11 @@ void Canvas::ridge(std::span<const int> heights, Colour colour) {
         const int edge = 16 * from + (to - from) * eased / 16; // in sixteenths of a pixel
         const int top = edge / 16;
         if (top >= 0 && top < m_height) {
-            Colour& pixel = m_pixels[index(x, top)];
-            pixel = mixed(pixel, colour, 100 - 100 * (edge % 16) / 16);
+            Color& pixel = m_pixels[index(x, top)];
+            pixel = mixed(pixel, color, 100 - 100 * (edge % 16) / 16);
         }
         for (int y = std::max(0, top + 1); y < m_height; ++y)
-            m_pixels[index(x, y)] = colour;
+            m_pixels[index(x, y)] = color;
     }
 }
 

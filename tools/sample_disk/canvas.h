@@ -6,12 +6,12 @@
 
 namespace sample_disk {
 
-struct Colour {
+struct Color {
     std::uint8_t red = 0, green = 0, blue = 0;
 };
 
 /// Returns the color that is `percent` of the way from one to the other.
-Colour mixed(Colour from, Colour to, int percent);
+Color mixed(Color from, Color to, int percent);
 
 struct Box {
     int left, top, right, bottom; ///< right and bottom are exclusive
@@ -26,13 +26,13 @@ public:
     int height() const { return m_height; }
     const std::uint8_t* row(int y) const { return &m_pixels[index(0, y)].red; } ///< red, green, blue, red…
 
-    void fill(Box box, Colour colour);
-    void gradient(Box box, Colour top, Colour bottom);
-    void ellipse(int x, int y, int radiusX, int radiusY, Colour colour); ///< around a point, with soft edges
-    void circle(int x, int y, int radius, Colour colour);
+    void fill(Box box, Color color);
+    void gradient(Box box, Color top, Color bottom);
+    void ellipse(int x, int y, int radiusX, int radiusY, Color color); ///< around a point, with soft edges
+    void circle(int x, int y, int radius, Color color);
 
     /// Fills everything below a curve through these heights, which are spread evenly over the width.
-    void ridge(std::span<const int> heights, Colour colour);
+    void ridge(std::span<const int> heights, Color color);
 
 private:
     std::size_t index(int x, int y) const { return static_cast<std::size_t>(y * m_width + x); }
@@ -40,7 +40,7 @@ private:
 
     int m_width;
     int m_height;
-    std::vector<Colour> m_pixels;
+    std::vector<Color> m_pixels;
 };
 
 } // namespace sample_disk

@@ -7,19 +7,19 @@ namespace sample_disk {
 
 namespace {
 
-constexpr Colour white = {250, 250, 248};
-constexpr Colour black = {18, 18, 24};
+constexpr Color white = {250, 250, 248};
+constexpr Color black = {18, 18, 24};
 
-Colour around(Colour colour, int spread, Random& random) {
+Color around(Color color, int spread, Random& random) {
     const auto moved = [&](int part) {
         return static_cast<std::uint8_t>(std::clamp(part + random.between(-spread, spread), 0, 255));
     };
-    return {moved(colour.red), moved(colour.green), moved(colour.blue)}; // braces: in this order
+    return {moved(color.red), moved(color.green), moved(color.blue)}; // braces: in this order
 }
 
 template <std::size_t count>
-Colour oneOf(const std::array<Colour, count>& colours, Random& random) {
-    return around(colours[random.next() % count], 12, random);
+Color oneOf(const std::array<Color, count>& colors, Random& random) {
+    return around(colors[random.next() % count], 12, random);
 }
 
 Box all(const Canvas& canvas) {
@@ -27,7 +27,7 @@ Box all(const Canvas& canvas) {
 }
 
 struct Sky {
-    Colour top, bottom, sun;
+    Color top, bottom, sun;
 };
 constexpr std::array<Sky, 4> skies = {{
     {{58, 128, 214}, {190, 222, 244}, {255, 250, 222}},
@@ -59,7 +59,7 @@ Sky paintSky(Canvas& canvas, int horizon, Random& random) {
 void paintShore(Canvas& canvas, Random& random) {
     const int horizon = canvas.height() * random.between(38, 55) / 100;
     const Sky sky = paintSky(canvas, horizon, random);
-    const Colour deep = around({18, 84, 124}, 24, random);
+    const Color deep = around({18, 84, 124}, 24, random);
     canvas.gradient({0, horizon, canvas.width(), canvas.height()}, mixed(deep, sky.bottom, 45), deep);
     for (int wave = 0; wave < 26; ++wave) {
         const int y = random.between(horizon + 2, canvas.height());
@@ -78,8 +78,8 @@ void paintShore(Canvas& canvas, Random& random) {
 void paintHills(Canvas& canvas, Random& random) {
     const int horizon = canvas.height() / 2;
     const Sky sky = paintSky(canvas, horizon + 20, random);
-    constexpr std::array<Colour, 4> grounds = {{{44, 92, 52}, {70, 84, 110}, {126, 92, 48}, {30, 70, 84}}};
-    const Colour near = oneOf(grounds, random);
+    constexpr std::array<Color, 4> grounds = {{{44, 92, 52}, {70, 84, 110}, {126, 92, 48}, {30, 70, 84}}};
+    const Color near = oneOf(grounds, random);
     for (int range = 0; range < 4; ++range) {
         std::array<int, 7> heights{};
         const int rise = 34 - 7 * range;
@@ -106,32 +106,32 @@ void paintNight(Canvas& canvas, Random& random) {
 
 void paintBlossom(Canvas& canvas, Random& random) {
     canvas.gradient(all(canvas), around({60, 104, 48}, 24, random), around({24, 56, 30}, 14, random));
-    constexpr std::array<Colour, 4> petals = {
+    constexpr std::array<Color, 4> petals = {
         {{224, 66, 92}, {248, 196, 62}, {236, 228, 240}, {156, 92, 200}}};
     constexpr int directions[][2] = {{10, 0},  {7, 7},   {0, 10},  {-7, 7},
                                      {-10, 0}, {-7, -7}, {0, -10}, {7, -7}};
-    const Colour colour = oneOf(petals, random);
+    const Color color = oneOf(petals, random);
     for (int flower = random.between(1, 4); flower > 0; --flower) {
         const int radius = random.between(14, 34);
         const int x = random.between(radius, canvas.width() - radius);
         const int y = random.between(radius, canvas.height() - radius);
         for (const auto& [right, down] : directions)
             canvas.circle(x + right * radius / 10, y + down * radius / 10, radius * 6 / 10,
-                          mixed(colour, white, 9 + right));
+                          mixed(color, white, 9 + right));
         canvas.circle(x, y, radius / 2, around({238, 190, 58}, 14, random));
     }
 }
 
 void paintMeal(Canvas& canvas, Random& random) {
-    constexpr std::array<Colour, 4> tables = {{{150, 106, 70}, {92, 70, 60}, {196, 200, 204}, {70, 96, 104}}};
-    const Colour table = oneOf(tables, random);
+    constexpr std::array<Color, 4> tables = {{{150, 106, 70}, {92, 70, 60}, {196, 200, 204}, {70, 96, 104}}};
+    const Color table = oneOf(tables, random);
     canvas.fill(all(canvas), table);
     const int x = canvas.width() / 2 + random.between(-24, 24);
     const int y = canvas.height() / 2 + random.between(-14, 14);
     const int radius = random.between(58, 78);
     canvas.circle(x + 4, y + 6, radius, mixed(table, black, 50)); // its shadow
     canvas.circle(x, y, radius, around({240, 238, 232}, 12, random));
-    constexpr std::array<Colour, 5> foods = {
+    constexpr std::array<Color, 5> foods = {
         {{200, 60, 44}, {104, 146, 52}, {232, 176, 70}, {140, 84, 48}, {248, 226, 170}}};
     for (int piece = random.between(9, 18); piece > 0; --piece)
         canvas.ellipse(x + random.between(-radius / 2, radius / 2),
@@ -140,13 +140,13 @@ void paintMeal(Canvas& canvas, Random& random) {
 }
 
 void paintPortrait(Canvas& canvas, Random& random) {
-    const Colour back = around({140, 150, 160}, 70, random);
+    const Color back = around({140, 150, 160}, 70, random);
     canvas.gradient(all(canvas), mixed(back, white, 25), mixed(back, black, 30));
-    constexpr std::array<Colour, 4> skins = {
+    constexpr std::array<Color, 4> skins = {
         {{244, 206, 178}, {226, 174, 138}, {186, 128, 92}, {134, 86, 60}}};
-    constexpr std::array<Colour, 4> hairs = {{{40, 28, 22}, {104, 66, 36}, {214, 174, 104}, {150, 150, 152}}};
-    const Colour skin = oneOf(skins, random);
-    const Colour hair = oneOf(hairs, random);
+    constexpr std::array<Color, 4> hairs = {{{40, 28, 22}, {104, 66, 36}, {214, 174, 104}, {150, 150, 152}}};
+    const Color skin = oneOf(skins, random);
+    const Color hair = oneOf(hairs, random);
     const int x = canvas.width() / 2 + random.between(-14, 14);
     const int y = canvas.height() * 2 / 5 + random.between(-10, 10);
     const int size = random.between(38, 48);
@@ -163,7 +163,7 @@ void paintPortrait(Canvas& canvas, Random& random) {
 }
 
 /// Draws lines of words as bars.
-void paintText(Canvas& canvas, Box box, int lineHeight, Colour ink, Random& random) {
+void paintText(Canvas& canvas, Box box, int lineHeight, Color ink, Random& random) {
     for (int y = box.top; y + lineHeight <= box.bottom; y += lineHeight) {
         const int end = box.right - (box.right - box.left) * random.between(0, 45) / 100;
         for (int x = box.left, word = 0; x < end; x += word + 3) {
@@ -176,8 +176,8 @@ void paintText(Canvas& canvas, Box box, int lineHeight, Colour ink, Random& rand
 void paintScreenshot(Canvas& canvas, Random& random) {
     canvas.gradient(all(canvas), around({90, 90, 170}, 60, random), around({170, 90, 130}, 60, random));
     const bool isDark = random.chance(35);
-    const Colour page = isDark ? Colour{36, 38, 44} : white;
-    const Colour ink = isDark ? Colour{150, 152, 160} : Colour{104, 106, 114};
+    const Color page = isDark ? Color{36, 38, 44} : white;
+    const Color ink = isDark ? Color{150, 152, 160} : Color{104, 106, 114};
     const Box window = {random.between(10, 26), random.between(10, 22),
                         canvas.width() - random.between(8, 24), canvas.height() - random.between(8, 22)};
     canvas.fill(window, page);

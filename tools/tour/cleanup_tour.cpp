@@ -105,7 +105,7 @@ void foldCategory(Stage& stage) {
 
 /// Shows the path and the context menu of the first row, and copies the path.
 void showPath(Stage& stage) {
-    const QPoint place = Driver::centre(*stage.driver().rows().front());
+    const QPoint place = Driver::center(*stage.driver().rows().front());
     QTest::mouseMove(&stage.window(), place);
     stage.waitFor("the path is shown", [&] { return stage.driver().isShown("tipText"); });
     stage.take("path");

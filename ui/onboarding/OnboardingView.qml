@@ -55,8 +55,8 @@ Sheet {
     background: Backdrop {
         radius: Metrics.dialogRadius
         topColor: GCColor.bgBottom
-        tealCentre: Qt.point(0.2, 0.05)
-        violetCentre: Qt.point(0.9, 0.95)
+        tealCenter: Qt.point(0.2, 0.05)
+        violetCenter: Qt.point(0.9, 0.95)
         tealEnd: 360
         violetEnd: 360
 

@@ -9,8 +9,8 @@ Item {
     property color bottomColor: GCColor.bgBottom
 
     // Centers are fractions of width and height; radii are in pixels.
-    property point tealCentre: Qt.point(0.15, 0.08)
-    property point violetCentre: Qt.point(0.92, 0.95)
+    property point tealCenter: Qt.point(0.15, 0.08)
+    property point violetCenter: Qt.point(0.92, 0.95)
     property real tealEnd: 420
     property real violetEnd: 460
 
@@ -36,8 +36,8 @@ Item {
         readonly property color bottomColor: root.bottomColor
         readonly property color firstLight: GCColor.alpha(GCColor.glowTeal, 0.14)
         readonly property color secondLight: GCColor.alpha(GCColor.glowViolet, 0.12)
-        readonly property point firstCentre: root.tealCentre
-        readonly property point secondCentre: root.violetCentre
+        readonly property point firstCenter: root.tealCenter
+        readonly property point secondCenter: root.violetCenter
         readonly property size area: Qt.size(width, height)
         readonly property real startRadius: 10
         readonly property real firstEnd: root.tealEnd

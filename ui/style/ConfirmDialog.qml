@@ -11,7 +11,7 @@ Dialog {
     required property string cancelText
     required property string confirmText
 
-    property bool isDestructive: true // gives the button its warning colour
+    property bool isDestructive: true // gives the button its warning color
     property bool busy: false
     property bool canStop: true // canceling is possible while busy
     property real progress: -1 // share from 0 to 1; negative if unknown

@@ -12,8 +12,8 @@ layout(std140, binding = 0) uniform buf {
     vec4 bottomColor;
     vec4 firstLight;
     vec4 secondLight;
-    vec2 firstCentre;
-    vec2 secondCentre;
+    vec2 firstCenter;
+    vec2 secondCenter;
     vec2 area;
     float startRadius;
     float firstEnd;
@@ -21,16 +21,16 @@ layout(std140, binding = 0) uniform buf {
     float cornerRadius;
 };
 
-vec3 lit(vec3 ground, vec4 light, vec2 centre, float end) {
-    float reach = (distance(qt_TexCoord0 * area, centre * area) - startRadius) / (end - startRadius);
+vec3 lit(vec3 ground, vec4 light, vec2 center, float end) {
+    float reach = (distance(qt_TexCoord0 * area, center * area) - startRadius) / (end - startRadius);
     vec4 shine = light * (1.0 - clamp(reach, 0.0, 1.0));
     return shine.rgb + ground * (1.0 - shine.a);
 }
 
 void main() {
     vec3 color = mix(topColor.rgb, bottomColor.rgb, qt_TexCoord0.y);
-    color = lit(color, firstLight, firstCentre, firstEnd);
-    color = lit(color, secondLight, secondCentre, secondEnd);
+    color = lit(color, firstLight, firstCenter, firstEnd);
+    color = lit(color, secondLight, secondCenter, secondEnd);
 
     // Dithers by half a color level to avoid banding in the dark gradients.
     float noise = fract(sin(dot(gl_FragCoord.xy, vec2(12.9898, 78.233))) * 43758.5453);
