@@ -87,8 +87,7 @@ TEST_F(ScanViewModelTest, MovesTickedItemsToTheTrashAndKeepsFailedOnesUnticked) 
     EXPECT_TRUE(m_disk.exists("~/.Trash/a\xfe") && m_disk.exists("~/.Trash/Google"));
     EXPECT_EQ(m_healthChanges.size(), 1);
     EXPECT_EQ(m_model.deletedText(), u"2 éléments mis à la corbeille");
-    EXPECT_EQ(m_model.stayedText(),
-              u"1 élément est resté à sa place : le système ne l'a pas permis");
+    EXPECT_EQ(m_model.stayedText(), u"1 élément est resté à sa place : le système ne l'a pas permis");
     std::filesystem::remove(m_disk.host("~/Library/Logs/two"));
     m_model.setChecked(setAt({"~/Library/Logs/two"}));
     confirmDelete();

@@ -150,7 +150,7 @@ TEST_F(UninstallViewModelTest, TellsWhatStayedAndKeepsItsApplicationInTheList) {
     confirmUninstall();
     m_disk.setMode("/Applications", 0700);
     m_disk.setMode("~/Library/Logs", 0700);
-    const QString reason = u"macOS a refusé la permission de le supprimer"_s;
+    const QString reason = u"le système ne l'a pas permis"_s;
     EXPECT_EQ(m_model.stayedText(),
               u"« Notes » est toujours là : "_s + reason + u"\n1 élément est resté à sa place : "_s + reason);
     EXPECT_EQ(m_model.movedText(), u"2 éléments mis à la corbeille");
