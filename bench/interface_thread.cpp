@@ -33,7 +33,7 @@ public:
     using QGuiApplication::QGuiApplication;
 
     bool notify(QObject* receiver, QEvent* event) override {
-        if (m_isInEvent || event->type() == QEvent::UpdateRequest)
+        if (m_isInEvent || isDrawing(*receiver, *event))
             return QGuiApplication::notify(receiver, event);
         m_isInEvent = true;
         const double before = threadMilliseconds();
@@ -47,6 +47,12 @@ public:
     double takeMost() { return std::exchange(m_most, 0); }
 
 private:
+    /// A window without vertical synchronization is drawn by a timer.
+    static bool isDrawing(const QObject& receiver, const QEvent& event) {
+        return event.type() == QEvent::UpdateRequest
+               || (event.type() == QEvent::Timer && receiver.isWindowType());
+    }
+
     bool m_isInEvent = false;
     double m_most = 0;
 };

@@ -18,8 +18,7 @@ constexpr std::chrono::seconds maxAge{30 * 86'400};
 // Parsed fast enough for the interface thread.
 constexpr std::size_t maxFileBytes = std::size_t{64} * 1024 * 1024;
 
-// More than 30 days produce, unless somebody deletes a huge number of entries of the Trash one by one. With
-// names of 255 bytes the file has half of the greatest size.
+// The file then has at most half of the greatest size, even if all names have 255 bytes.
 constexpr std::size_t maxEntries = 100'000;
 
 bool isNewer(const HistoryEntry& a, const HistoryEntry& b) {

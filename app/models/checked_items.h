@@ -17,7 +17,7 @@ public:
     using List = std::shared_ptr<const ScanItemList>;
 
     explicit CheckedItems(List list = std::make_shared<const ScanItemList>(), std::set<std::string> ids = {});
-    /// Returns those that are safe by default.
+    /// Returns the items that are safe by default as checked.
     static CheckedItems safeByDefault(List list);
 
     const List& list() const { return m_list; }

@@ -27,8 +27,8 @@ struct ChangedResult {
     std::optional<std::vector<ScanItemList::Range>> removed;
 };
 
-/// Return what an operation on the disk makes of a result, like the functions in core/scan/result_changes.h.
-/// Linear in the number of items; any thread.
+// The following return the result after an operation on the disk, like the functions of the same names in
+// core. Linear in the number of items; any thread.
 
 /// Nothing is checked.
 ChangedResult afterDeletion(const ListedResult& before, const core::DeletionOutcome& outcome,
@@ -36,7 +36,7 @@ ChangedResult afterDeletion(const ListedResult& before, const core::DeletionOutc
 /// Items of the Trash are unchecked.
 ChangedResult afterEmptyingTrash(const ListedResult& before, const CheckedItems& checked,
                                  const core::TrashReport& report, const platform::Disk& disk);
-/// What was put back is checked as before.
+/// The items that were put back are checked, as before their deletion.
 ChangedResult afterPutBack(const ListedResult& before, const CheckedItems& checked,
                            const ListedResult& earlier, const core::PutBackOutcome& outcome,
                            const platform::Disk& disk);

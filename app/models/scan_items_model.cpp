@@ -66,7 +66,7 @@ void ScanItemsModel::setItems(std::vector<core::ScanItem> items) {
 }
 
 void ScanItemsModel::setRemaining(CheckedItems remaining, const std::vector<ScanItemList::Range>& removed) {
-    // Views handle each removal for itself.
+    // Views handle every range separately.
     constexpr std::size_t maxRemovals = 200;
     if (removed.size() > maxRemovals) {
         setItems(std::move(remaining));

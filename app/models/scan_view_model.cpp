@@ -84,6 +84,8 @@ void ScanViewModel::setShowStorageBreakdown(bool show) {
 }
 
 void ScanViewModel::runScan() {
+    if (m_removal.isRunning())
+        return;
     endOffers();
     scan();
     discard(m_executor, std::exchange(m_result, nullptr));
@@ -93,7 +95,7 @@ void ScanViewModel::runScan() {
     setTrashReport(nullptr);
 }
 
-/// Withdraws what the screen offers and says about entries that are about to change.
+/// Withdraws Put Back and the sentences about entries that may change from now on.
 void ScanViewModel::endOffers() {
     m_putBack.withdraw();
     discard(m_executor, std::exchange(m_resultBeforeDeletion, nullptr));
@@ -182,11 +184,13 @@ void ScanViewModel::takeDeletion(std::shared_ptr<const Deletion> deletion) {
 
 void ScanViewModel::takePutBack(const core::PutBackOutcome& outcome) {
     changeResult(
-        [earlier = m_resultBeforeDeletion, outcome, disk = m_disk](const ListedResult& before,
-                                                                   const CheckedItems& checked) {
-            return afterPutBack(before, checked, earlier ? *earlier : before, outcome, disk);
+        [earlier = m_resultBeforeDeletion, outcome = std::make_shared<const core::PutBackOutcome>(outcome),
+         disk = m_disk](const ListedResult& before, const CheckedItems& checked) {
+            return afterPutBack(before, checked, earlier ? *earlier : before, *outcome, disk);
         },
         [this] {
+            if (!m_putBack.isOffered())
+                discard(m_executor, std::exchange(m_resultBeforeDeletion, nullptr));
             discard(m_executor, std::exchange(m_deletion, nullptr));
             Q_EMIT lastDeletedCountChanged();
         });
@@ -312,7 +316,7 @@ void ScanViewModel::changeResult(ResultChange change, std::function<void()> publ
         },
         [](const ChangedResult& /*changed*/) {},
         [this, change, publish, before = m_result](ChangedResult changed) mutable {
-            if (before != m_result) { // a scan has begun meanwhile
+            if (before != m_result) { // a scan has ended since
                 changeResult(change, publish);
             } else {
                 publish();

@@ -92,7 +92,7 @@ public:
     void setShowEmptyTrashConfirm(bool show);
     void setShowStorageBreakdown(bool show);
 
-    Q_INVOKABLE void runScan();
+    Q_INVOKABLE void runScan();  ///< does nothing during a removal
     Q_INVOKABLE void stopScan(); ///< leaves no result
     Q_INVOKABLE void loadStorageBreakdown();
     Q_INVOKABLE void requestDelete() { setShowDeleteConfirm(true); }
@@ -146,7 +146,7 @@ Q_SIGNALS:
     void showStorageBreakdownChanged();
 
 private:
-    /// A deletion, until it is shown, and what remains of it then.
+    /// A deletion and what the history records of it.
     struct Deletion;
     using ResultChange = std::function<ChangedResult(const ListedResult&, const CheckedItems&)>;
 

@@ -25,7 +25,7 @@ platform::Result<void> putBack(const MovedEntry& moved, const platform::Disk& di
         return refusal();
     // A program may have created its folder again, but a link that is new leads to a folder of others.
     if (place->isThroughLink && (!moved.folder || platform::folderId(*place) != moved.folder))
-        return refusal();
+        return platform::posixError(ESTALE);
     return platform::putBack(disk, moved.inTrash, *place);
 }
 

@@ -29,9 +29,9 @@ namespace core::LumvaleStartupItems {
 std::vector<StartupItem> scan(const platform::Disk& disk = platform::Disk::current());
 
 /// Unloads an agent of the user with launchctl, if the disk is the one this machine runs from, and moves its
-/// property list to the Trash. Fails if the property list was not moved: an agent that was unloaded is loaded
-/// again then, by launchctl or, if that fails, at the next login. Also fails for a system-wide agent, which
-/// is not changed.
+/// property list to the Trash. Fails if the property list was not moved: launchctl loads the agent again
+/// then; if that fails, too, macOS loads it at the next login. Also fails for a system-wide agent, which is
+/// not changed.
 platform::Result<DisabledItem> disable(const StartupItem& item,
                                        const platform::Disk& disk = platform::Disk::current());
 

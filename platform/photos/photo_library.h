@@ -34,8 +34,8 @@ public:
     bool visitAssets(const std::function<void()>& begin,
                      const std::function<bool(const PhotoAsset&)>& visit) const;
 
-    /// Returns the picture of the asset, whose file may have any format. Downloads nothing. The system's
-    /// service doesn't tell the path of the original.
+    /// Returns the picture of the asset, whose file may have any format. Downloads nothing. With the
+    /// system's service, the path of the original is empty.
     PhotoPicture picture(std::string_view localIdentifier, PhotoPictureKind kind) const;
 
     /// Returns whether deleteAssets() can delete anything: false for a catalogue that was made by a Mac.

@@ -115,7 +115,7 @@ TEST_F(PutBack, LeavesWhatItCannotPutBackAndTellsWhy) {
              fs::remove(parent);
              disk.make({"~/other/", "~/folder -> other"});
          },
-         "err_protected"},
+         "err_folder_gone"},
         {"a parent without write permission", [&] { disk.setMode("~/folder", 0555); }, "err_not_allowed"},
         {"nothing in the Trash", [&] { fs::remove(inTrash); }, "err_not_in_trash"},
         {"another file in the Trash",

@@ -42,6 +42,7 @@ FocusScope {
     ListView.onPooled: visible = false
     ListView.onReused: {
         visible = true;
+        opacity = 1;
         photos.positionViewAtBeginning();
         follow();
     }

@@ -26,6 +26,7 @@ T.AbstractButton {
     ListView.onReused: {
         visible = true;
         isLeaving = false;
+        opacity = 1; // a layout ends the animation of a row that leaves
     }
     ListView.onRemove: {
         isLeaving = true;
