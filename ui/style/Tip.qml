@@ -15,8 +15,7 @@ Loader {
     anchors.fill: parent
     // Below the control's items, so that they receive hover events as well.
     z: -1
-    // A row that left its list may still be focused, without a window.
-    active: Window.window && text.length > 0 && (isFocused || pointer.hovered && !wasPressed)
+    active: text.length > 0 && (isFocused || pointer.hovered && !wasPressed)
     onIsPressedChanged: wasPressed = true
 
     HoverHandler {
