@@ -155,7 +155,7 @@ void cancelLater(ScanViewModel& model) {
     timer->start(5);
 }
 
-/// Where the files are below the folder, and what is measured.
+/// A way to place the files, with the steps that are measured.
 struct Content {
     const char* name;
     const char* folder;

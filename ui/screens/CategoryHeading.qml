@@ -21,7 +21,7 @@ SectionLabel {
 
     /// 0 after the row below it has left the list, and until the heading appears.
     property real presence: 1
-    /// Where it was drawn before rows left the list; NaN at any other time.
+    /// The position at which the heading was drawn before rows left the list; NaN while no rows leave.
     property real placeBefore: NaN
 
     readonly property real place: y + shift.y
