@@ -14,13 +14,20 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using ReasonKey = std::string_view (*)(const platform::Error&);
+using ReasonCounts = std::map<std::string_view, int>; ///< by translation key
 
-/// Returns the reasons of the failures, the most frequent first.
+constexpr std::string_view alreadyGone = "err_trash_already_gone";
+
 template <class Failure>
-QString reasons(const std::vector<Failure>& failures, ReasonKey reasonKey) {
-    std::map<std::string_view, int> counts;
+ReasonCounts countReasons(const std::vector<Failure>& failures, ReasonKey reasonKey) {
+    ReasonCounts counts;
     for (const Failure& failure : failures)
         ++counts[reasonKey(failure.error)];
+    return counts;
+}
+
+/// Returns the reasons, the most frequent first.
+QString reasons(const ReasonCounts& counts) {
     std::vector<std::pair<std::string_view, int>> sorted(counts.begin(), counts.end());
     std::stable_sort(sorted.begin(), sorted.end(),
                      [](const auto& a, const auto& b) { return a.second > b.second; });
@@ -34,13 +41,14 @@ QString reasons(const std::vector<Failure>& failures, ReasonKey reasonKey) {
 
 /// Returns how many entries failed and why, and how many were left after a stop, each with the text of its
 /// key.
-template <class Failure>
-QString sentences(const std::vector<Failure>& failures, ReasonKey reasonKey, const QString& failedKey,
-                  const std::vector<std::string>& left, const QString& leftKey) {
+QString sentences(const ReasonCounts& failed, const QString& failedKey, const std::vector<std::string>& left,
+                  const QString& leftKey) {
+    std::int64_t failedCount = 0;
+    for (const auto& [key, count] : failed)
+        failedCount += count;
     QStringList sentences;
-    if (!failures.empty())
-        sentences.append(outcome::counted(failedKey, static_cast<std::int64_t>(failures.size()))
-                             .arg(reasons(failures, reasonKey)));
+    if (failedCount > 0)
+        sentences.append(outcome::counted(failedKey, failedCount).arg(reasons(failed)));
     if (!left.empty())
         sentences.append(outcome::counted(leftKey, static_cast<std::int64_t>(left.size())));
     return outcome::joined(sentences);
@@ -62,7 +70,7 @@ QString outcome::reason(const platform::Error& error) {
 }
 
 bool outcome::isGone(const platform::Error& error) {
-    return core::LumvaleScanner::deletionReasonKey(error) == "err_trash_already_gone";
+    return core::LumvaleScanner::deletionReasonKey(error) == alreadyGone;
 }
 
 QString outcome::putBackReason(const platform::Error& error) {
@@ -79,17 +87,15 @@ QString outcome::deleted(std::size_t moved, std::size_t removed) {
 }
 
 QString outcome::stayed(const core::DeletionOutcome& deletion) {
-    std::vector<core::DeletionFailure> failed = deletion.failed;
-    const auto gone =
-        std::erase_if(failed, [](const core::DeletionFailure& failure) { return isGone(failure.error); });
-    return joined({gone > 0 ? counted(u"already_gone"_s, static_cast<std::int64_t>(gone)) : QString(),
-                   sentences(failed, core::LumvaleScanner::deletionReasonKey, u"stayed"_s, deletion.left,
-                             u"removal_stopped"_s)});
+    ReasonCounts failed = countReasons(deletion.failed, core::LumvaleScanner::deletionReasonKey);
+    const auto gone = failed.extract(alreadyGone);
+    return joined({gone ? counted(u"already_gone"_s, gone.mapped()) : QString(),
+                   sentences(failed, u"stayed"_s, deletion.left, u"removal_stopped"_s)});
 }
 
 QString outcome::notPutBack(const core::PutBackOutcome& putBack) {
-    return sentences(putBack.failed, core::LumvaleScanner::putBackReasonKey, u"put_back_failed"_s,
-                     putBack.left, u"put_back_stopped"_s);
+    return sentences(countReasons(putBack.failed, core::LumvaleScanner::putBackReasonKey),
+                     u"put_back_failed"_s, putBack.left, u"put_back_stopped"_s);
 }
 
 QString outcome::trashNote(const core::TrashReport& report) {
